@@ -1,0 +1,97 @@
+# What every target of the project shares: language, warnings, Qt's strictness, sanitizers, ccache
+# and precompiled headers. Targets are made with zvl_library, zvl_executable and zvl_test.
+
+include(GoogleTest)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTOUIC ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+
+find_program(ZVL_CCACHE ccache)
+if(ZVL_CCACHE)
+  # Precompiled headers carry time stamps; without this slack nothing behind them is ever a hit.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+      ${ZVL_CCACHE})
+endif()
+
+add_library(zvl_options INTERFACE)
+target_include_directories(zvl_options INTERFACE "${CMAKE_SOURCE_DIR}")
+target_compile_options(zvl_options INTERFACE -Wall -Wextra -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(zvl_options INTERFACE -fpch-preprocess)
+endif()
+target_compile_definitions(zvl_options INTERFACE
+  QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII
+  QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_NO_URL_CAST_FROM_STRING)
+if(ZVL_SANITIZE)
+  target_compile_options(zvl_options INTERFACE -fsanitize=${ZVL_SANITIZE} -fno-omit-frame-pointer
+    -fno-sanitize-recover=all -O1)
+  target_link_options(zvl_options INTERFACE -fsanitize=${ZVL_SANITIZE})
+endif()
+
+# One precompiled header a kind of target: STD knows no Qt, CORE knows Qt Core, QT all of Qt's
+# widgets. The kind also says what a target may include.
+set(ZVL_PCH_STD <algorithm> <atomic> <chrono> <cstdint> <functional> <map> <memory> <mutex>
+  <optional> <string> <string_view> <thread> <unordered_map> <vector> <fmt/format.h>)
+set(ZVL_PCH_CORE ${ZVL_PCH_STD} <QtCore/QtCore>)
+set(ZVL_PCH_QT ${ZVL_PCH_CORE} <QtGui/QtGui> <QtWidgets/QtWidgets>)
+set(ZVL_LIBS_STD fmt::fmt Threads::Threads)
+set(ZVL_LIBS_CORE ${ZVL_LIBS_STD} Qt5::Core)
+set(ZVL_LIBS_QT ${ZVL_LIBS_CORE} Qt5::Gui Qt5::Widgets)
+
+foreach(kind STD CORE QT)
+  file(CONFIGURE OUTPUT "${CMAKE_BINARY_DIR}/pch/${kind}.cpp" CONTENT "")
+  add_library(zvl_pch_${kind} OBJECT "${CMAKE_BINARY_DIR}/pch/${kind}.cpp")
+  set_target_properties(zvl_pch_${kind} PROPERTIES AUTOMOC OFF AUTOUIC OFF)
+  target_link_libraries(zvl_pch_${kind} PUBLIC zvl_options ${ZVL_LIBS_${kind}})
+  target_precompile_headers(zvl_pch_${kind} PRIVATE ${ZVL_PCH_${kind}})
+endforeach()
+
+function(zvl_apply_kind target kind)
+  if(kind STREQUAL "STD")
+    set_target_properties(${target} PROPERTIES AUTOMOC OFF AUTOUIC OFF)
+  endif()
+  target_precompile_headers(${target} REUSE_FROM zvl_pch_${kind})
+endfunction()
+
+# zvl_library(name STD|CORE|QT SOURCES ... [LINKS ...] [PRIVATE_LINKS ...])
+function(zvl_library name kind)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name}
+    PUBLIC zvl_options ${ZVL_LIBS_${kind}} ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
+  zvl_apply_kind(${name} ${kind})
+endfunction()
+
+# zvl_executable(name STD|CORE|QT SOURCES ... LINKS ...)
+function(zvl_executable name kind)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE zvl_options ${ZVL_LIBS_${kind}} ${ARG_LINKS})
+  zvl_apply_kind(${name} ${kind})
+endfunction()
+
+# zvl_test(name STD|CORE|QT SOURCES ... LINKS ... [LOCK resource])
+# A GoogleTest program whose cases ctest lists one by one. LOCK serialises programs that share a
+# resource of the machine, such as the port file. QT programs get a QApplication on the offscreen
+# platform; every program gets a HOME and XDG folders of its own.
+function(zvl_test name kind)
+  cmake_parse_arguments(ARG "" "LOCK" "SOURCES;LINKS" ${ARGN})
+  if(kind STREQUAL "QT")
+    set(main zvl_test_main_qt)
+  else()
+    set(main zvl_test_main)
+  endif()
+  zvl_executable(${name} ${kind} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS} ${main})
+  target_compile_definitions(${name} PRIVATE ZVL_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+  set(properties TIMEOUT 120)
+  if(ARG_LOCK)
+    list(APPEND properties RESOURCE_LOCK ${ARG_LOCK})
+  endif()
+  gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
+endfunction()

@@ -1,0 +1,203 @@
+#include "components/logger/logger.h"
+
+#include <spdlog/fmt/bin_to_hex.h>
+#include <spdlog/sinks/rotating_file_sink.h>
+#include <spdlog/sinks/stdout_color_sinks.h>
+#include <spdlog/spdlog.h>
+
+#include <array>
+#include <mutex>
+
+namespace zorvanelink::components::logger {
+namespace {
+
+constexpr char kFilePattern[] = "%Y/%m/%d %H:%M:%S.%e %5l@%n[%5P:%5t] %v";
+constexpr char kConsolePattern[] = "%Y/%m/%d %H:%M:%S.%e %^%5l%$@%n[%5P:%5t] %v";
+constexpr unsigned kBacktraceLines = 30;
+constexpr unsigned kHexBytesPerLine = 32;
+constexpr auto kFlushPeriod = std::chrono::seconds(3);
+
+struct LevelRow {
+    char const* name;
+    spdlog::level::level_enum level;
+};
+constexpr std::array<LevelRow, 6> SPDLOG_LEVEL{{
+    {"verbose", spdlog::level::trace},
+    {"debug", spdlog::level::debug},
+    {"info", spdlog::level::info},
+    {"warning", spdlog::level::warn},
+    {"error", spdlog::level::err},
+    {"fatal", spdlog::level::critical},
+}};
+
+std::mutex g_mutex;  // guards the map and the two defaults
+std::map<std::string, std::shared_ptr<Logger>> g_log_map;
+std::string g_default_log_path;
+std::string g_default_log_name = "zlink";
+// What Log() answers: a read without the lock, since every log line passes here.
+std::atomic<Logger*> g_first{nullptr};
+
+std::string defaultPath() {
+    std::lock_guard lock(g_mutex);
+    return g_default_log_path;
+}
+
+void setInfoEverywhere(std::shared_ptr<spdlog::logger> const& logger) {
+    logger->set_level(spdlog::level::info);
+    spdlog::default_logger()->set_level(spdlog::level::info);
+}
+
+}  // namespace
+
+bool Logger::enable_console_log_ = true;
+bool Logger::enable_file_log_ = true;
+
+void Logger::SetDefaultLogPath(std::string path) {
+    std::lock_guard lock(g_mutex);
+    g_default_log_path = std::move(path);
+}
+
+void Logger::SetDefaultLogName(std::string name) {
+    std::lock_guard lock(g_mutex);
+    g_default_log_name = std::move(name);
+}
+
+std::shared_ptr<Logger> Logger::Instance(std::string const& name, std::string const& path,
+                                         unsigned max_size, unsigned max_files) {
+    std::lock_guard lock(g_mutex);
+    auto& entry = g_log_map[name];
+    if (!entry) {
+        entry = std::make_shared<Logger>(name, path, max_size, max_files);
+        g_first = g_log_map.begin()->second.get();
+    }
+    return entry;
+}
+
+std::shared_ptr<Logger> Logger::Instance(std::string const& name, std::string const& path) {
+    return Instance(name, path, kDefaultMaxSize, kDefaultMaxFiles);
+}
+
+void Logger::ShutDown() {
+    try {
+        spdlog::shutdown();
+    } catch (...) {  // nothing is left to report to
+    }
+}
+
+Logger::Logger(std::string const& name, std::string const& path, unsigned max_size,
+               unsigned max_files)
+    : name_(name) {
+    if (enable_file_log_ && !path.empty()) {
+        initFileLogger(name, path, max_size, max_files);
+    }
+    if (enable_console_log_ && !name.empty()) {
+        initConsoleLogger(name);
+    }
+    spdlog::flush_every(kFlushPeriod);
+}
+
+void Logger::initFileLogger(std::string const& name, std::string const& path, unsigned max_size,
+                            unsigned max_files) {
+    std::string const file = path.ends_with(".log") ? path : path + "/" + name + ".log";
+    try {
+        file_ = spdlog::rotating_logger_mt("file" + name, file, max_size, max_files);
+    } catch (spdlog::spdlog_ex const&) {  // the console alone has to do
+        return;
+    }
+    file_->enable_backtrace(kBacktraceLines);
+    file_->set_pattern(kFilePattern);
+    setInfoEverywhere(file_);
+}
+
+void Logger::initConsoleLogger(std::string const& name) {
+    try {
+        console_ = spdlog::stderr_color_mt(name, spdlog::color_mode::automatic);
+    } catch (spdlog::spdlog_ex const&) {
+        return;
+    }
+    console_->set_pattern(kConsolePattern);
+    setInfoEverywhere(console_);
+}
+
+void Logger::vwrite(LOG_LEVEL level, fmt::string_view format, fmt::format_args args) {
+    auto const spdlog_level = SPDLOG_LEVEL[static_cast<std::size_t>(level)].level;
+    std::string const text = fmt::vformat(format, args);
+    if (enable_file_log_ && file_) {
+        file_->log(spdlog_level, spdlog::string_view_t(text));
+    }
+    if (enable_console_log_ && console_) {
+        console_->log(spdlog_level, spdlog::string_view_t(text));
+    }
+    if (sdk_callback_ && spdlog_level >= spdlog::get_level()) {
+        sdk_callback_(static_cast<int>(level), text);
+    }
+}
+
+void Logger::writeBytes(std::string const& format, std::string_view bytes) {
+    auto const hex = spdlog::to_hex(bytes.begin(), bytes.end(), kHexBytesPerLine);
+    for (auto const& logger : {file_, console_}) {
+        if (logger) {
+            logger->trace(fmt::runtime(format), hex);
+        }
+    }
+    if (sdk_callback_) {
+        sdk_callback_(static_cast<int>(LOG_LEVEL::verbose),
+                      "Binary output is not supported for sdk");
+    }
+}
+
+void Logger::setLogLevel(LOG_LEVEL level) {
+    auto const index = static_cast<std::size_t>(level);
+    if (index >= SPDLOG_LEVEL.size()) {
+        error("Faile to set log level [{}]", static_cast<int>(level));
+        return;
+    }
+    auto const spdlog_level = SPDLOG_LEVEL[index].level;
+    for (auto const& logger : {file_, console_, spdlog::default_logger()}) {
+        if (logger) {
+            logger->set_level(spdlog_level);
+        }
+    }
+    level_ = level;
+}
+
+void Logger::setLogLevel(std::string const& name) {
+    std::size_t index = 0;
+    while (index < SPDLOG_LEVEL.size() && name != SPDLOG_LEVEL[index].name) {
+        ++index;
+    }
+    setLogLevel(static_cast<LOG_LEVEL>(index));
+}
+
+void Logger::setSdkCallback(std::function<void(int, std::string const&)> callback) {
+    sdk_callback_ = std::move(callback);
+}
+
+Logger& Log() {
+    Logger* first = g_first.load(std::memory_order_acquire);
+    return first != nullptr ? *first : *default_logger();
+}
+
+std::shared_ptr<Logger> default_logger() {
+    std::string name;
+    {
+        std::lock_guard lock(g_mutex);
+        name = g_default_log_name;
+    }
+    return Log(name);
+}
+
+std::shared_ptr<Logger> Log(std::string const& name) {
+    return Logger::Instance(name, defaultPath());
+}
+
+std::shared_ptr<Logger> Log(std::string const& name, std::string const& path) {
+    return Logger::Instance(name, path);
+}
+
+std::shared_ptr<Logger> Log(std::string const& name, std::string const& path, unsigned max_size,
+                            unsigned max_files) {
+    return Logger::Instance(name, path, max_size, max_files);
+}
+
+}  // namespace zorvanelink::components::logger

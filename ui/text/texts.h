@@ -1,0 +1,17 @@
+// Texts for the user, from the catalogue, in the display language. GUI thread and the link's
+// threads.
+#pragma once
+
+#include <QString>
+
+#include "common/message_catalogue.h"
+
+namespace zorvanelink::ui {
+
+// The Chinese text when texts are shown in Chinese, else the English one; empty for a code
+// without a row.
+QString GetTrMsg(common::MsgCode code);
+// The same under the name that failures use.
+QString GetErrMsg(common::MsgCode code);
+
+}  // namespace zorvanelink::ui
