@@ -13,13 +13,13 @@ namespace zorvanelink::ui {
 namespace {
 
 using common::MsgCode;
-using common::NeedsCertificate;
-using common::NeedsPassword;
 using components::logger::Log;
 using components::logger::LOG_LEVEL;
 namespace utils = components::utils;
 
 constexpr std::size_t kMaxProfiles = Config::kMaxConfigNum;
+// As long as the service may take to report the end of a connection that was stopped.
+constexpr std::chrono::seconds kLateAnswerTime{2};
 
 // Keys whose values never reach the log of a sent message.
 std::vector<std::string> const& maskedKeys() {
@@ -40,6 +40,7 @@ ConnectFlow::ConnectFlow(Services services, QObject* parent)
       config_(services.config),
       link_(services.link),
       prompts_(services.prompts),
+      dialog_parent_(services.dialog_parent),
       has_tab_(std::move(services.has_tab)) {}
 
 std::shared_ptr<Profile> ConnectFlow::RunningProfile() const {
@@ -59,8 +60,7 @@ void ConnectFlow::onStopConnect(QString const& name) { StartOrStopConnect(false,
 void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool queryAuthType) {
     std::string const key = name.toStdString();
     if (start_it && config_.GetProfile().size() > kMaxProfiles) {
-        prompts_.Critical(GetErrMsg(MsgCode::UI_ERROR),
-                          GetErrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(kMaxProfiles));
+        criticalBox(GetErrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(kMaxProfiles));
         refuse(key);
         return;
     }
@@ -82,7 +82,7 @@ void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool qu
         }
         return;
     }
-    prompts_.Critical(GetErrMsg(MsgCode::UI_ERROR), GetErrMsg(MsgCode::UI_ERROR_PROFILE_NOT_EXIST));
+    criticalBox(GetErrMsg(MsgCode::UI_ERROR_PROFILE_NOT_EXIST));
     refuse(key);
 }
 
@@ -94,8 +94,7 @@ bool ConnectFlow::mayStart(std::string const& name) {
     bool const other_runs =
         state_.status != ConnectStatus::Disconnected && state_.currentProfileName != name;
     if (other_runs) {
-        prompts_.Critical(GetErrMsg(MsgCode::UI_ERROR),
-                          GetErrMsg(MsgCode::UI_ERROR_RUNNING_PROFILE_ALREADY_EXISTS));
+        criticalBox(GetErrMsg(MsgCode::UI_ERROR_RUNNING_PROFILE_ALREADY_EXISTS));
         refuse(name);
     }
     return !other_runs;
@@ -103,7 +102,7 @@ bool ConnectFlow::mayStart(std::string const& name) {
 
 void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthType) {
     Log().info("{} connect profile {}", "Start", profile->name);
-    Q_EMIT StartRequested();
+    Q_EMIT RequestBegun();
     beginAttempt(*profile, queryAuthType);
     std::uint64_t const attempt = state_.attempt;
     bool ready = false;
@@ -178,9 +177,15 @@ void ConnectFlow::forgetCredentials(Profile& profile, bool queryAuthType) {
 
 void ConnectFlow::stop(std::shared_ptr<Profile> const& profile) {
     Log().info("{} connect profile {}", "Stop", profile->name);
-    Q_EMIT StartRequested();
+    Q_EMIT RequestBegun();
     state_.currentProfileName = profile->name;
+    stop_time_ = std::chrono::steady_clock::now();
     state_.stopSent = send(Profile2JsonString(QStringLiteral("stop"), profile));
+}
+
+bool ConnectFlow::BelongsToOldAttempt() const {
+    return !state_.startingProfileName.empty() &&
+           std::chrono::steady_clock::now() - stop_time_ < kLateAnswerTime;
 }
 
 bool ConnectFlow::send(QString const& json) {
@@ -197,8 +202,7 @@ bool ConnectFlow::send(QString const& json) {
 void ConnectFlow::refuseLinkDown(std::string const& name) {
     if (!state_.errorShown) {
         QScopedValueRollback<bool> const guard(state_.errorShown, true);
-        prompts_.Critical(GetErrMsg(MsgCode::UI_ERROR),
-                          GetErrMsg(MsgCode::UI_INFO_CONNECT_SERVER_FAIL));
+        criticalBox(GetErrMsg(MsgCode::UI_INFO_CONNECT_SERVER_FAIL));
     }
     Log().info("Update profile {} status to disconnect", name);
     refuse(name);
@@ -242,15 +246,9 @@ void ConnectFlow::ForgetPendingRequest(QString const& name) {
     }
 }
 
-QString ConnectFlow::Profile2JsonString(QString const& type,
-                                        std::shared_ptr<Profile> const& profile) {
-    StartMessage const message = MakeStartMessage(*profile, config_);
-    if (type == QLatin1String("stop")) {
-        return QString::fromStdString(core::sslvpn::CLMsgJson::BuildStop(message));
-    }
-    state_.connectingProfileName =
-        profile->context.needQueryAuthType ? profile->name : std::string();
-    return QString();
+void ConnectFlow::criticalBox(QString const& text) {
+    prompts_.Critical(dialog_parent_, GetErrMsg(MsgCode::UI_ERROR), text,
+                      GetErrMsg(MsgCode::UI_INFO_OK));
 }
 
 }  // namespace zorvanelink::ui

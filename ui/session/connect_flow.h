@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QString>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -27,6 +28,7 @@ class ConnectFlow : public QObject {
         Config& config;
         ServiceLink& link;
         Prompts& prompts;
+        QWidget* dialog_parent;  // what boxes stand over
         std::function<bool(std::string const& name)> has_tab;
     };
 
@@ -38,6 +40,8 @@ class ConnectFlow : public QObject {
     void StopConnect();
     // The card gave up waiting for a status: the attempt may be repeated.
     void ForgetPendingRequest(QString const& name);
+    // Whether an OFFLINE that comes now still answers the stop before the present start.
+    bool BelongsToOldAttempt() const;
     // The profile of the current connection, or null when no card carries it.
     std::shared_ptr<Profile> RunningProfile() const;
 
@@ -46,22 +50,25 @@ class ConnectFlow : public QObject {
     void onStopConnect(QString const& name);
 
   Q_SIGNALS:
-    void StartRequested();  // a start has passed its first checks; what the last session left goes
-    void SessionEnded();    // the way down has run
+    void RequestBegun();  // a start or stop has passed its first checks
+    void SessionEnded();  // the way down has run
 
   private:
     void start(std::shared_ptr<Profile> const& profile, bool queryAuthType);
     void stop(std::shared_ptr<Profile> const& profile);
+    void beginAttempt(Profile& profile, bool queryAuthType);
     bool mayStart(std::string const& name);
-    void refuseLinkDown(std::string const& name, bool asked_by_user);
+    void refuseLinkDown(std::string const& name);
     void refuse(std::string const& name);
     void forgetCredentials(Profile& profile, bool queryAuthType);
     bool send(QString const& json);
+    void criticalBox(QString const& text);
 
     bool CheckProfile(std::shared_ptr<Profile> const& profile);
     bool CheckPassword(std::shared_ptr<Profile> const& profile);
     bool CheckPincode(std::shared_ptr<Profile> const& profile);
     bool CheckCert(std::shared_ptr<Profile> const& profile);
+    // Empty when the chosen certificate is gone.
     QString Profile2JsonString(QString const& type, std::shared_ptr<Profile> const& profile);
 
     ConnectionState& state_;
@@ -69,8 +76,11 @@ class ConnectFlow : public QObject {
     Config& config_;
     ServiceLink& link_;
     Prompts& prompts_;
+    QWidget* const dialog_parent_;
     std::function<bool(std::string const&)> const has_tab_;
-    bool stopping_ = false;
+    std::chrono::steady_clock::time_point stop_time_{};
+    bool prompting_ = false;  // a prompt of an attempt stands
+    bool stopping_ = false;   // StopConnect runs
 };
 
 }  // namespace zorvanelink::ui
