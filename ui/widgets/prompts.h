@@ -62,8 +62,7 @@ class Prompts {
     int Information(QWidget* parent, QString const& title, QString const& text,
                     QString const& button);
     int Warning(QWidget* parent, QString const& title, QString const& text, QString const& button);
-    int Critical(QWidget* parent, QString const& title, QString const& text,
-                 QString const& button);
+    int Critical(QWidget* parent, QString const& title, QString const& text, QString const& button);
     // True only when `yes` was pressed. kDefaultNo is for questions that delete or trust.
     enum class Default { kYes, kNo };
     bool Question(QWidget* parent, QString const& title, QString const& text, QString const& yes,
