@@ -5,6 +5,7 @@
 #include "components/logger/logger.h"
 #include "ui/text/texts.h"
 #include "ui/tunnel/format.h"
+#include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -95,10 +96,10 @@ void TunnelController::showInterface() {
         {GetTrMsg(MsgCode::UI_TR_IPV6_DEFAULT_GATEWAY),
          ipv6.isEmpty() ? QString() : addressText(data.vnicGatewayIPv6)},
         {GetTrMsg(MsgCode::UI_TR_IPV6_DNS_SERVER_ADDRESS), joined(data.ipv6DnsList)},
-        {tr("Public address:"), addressText(data.clientPublicIP)},
-        {tr("Server address:"), addressText(data.serverPublicIP)},
-        {tr("Optimal gateway:"), QString::fromStdString(data.optimalGatewayName)},
-        {tr("Optimal gateway address:"), addressText(data.optimalGatewayIP)},
+        {Translate("Public address:"), addressText(data.clientPublicIP)},
+        {Translate("Server address:"), addressText(data.serverPublicIP)},
+        {Translate("Optimal gateway:"), QString::fromStdString(data.optimalGatewayName)},
+        {Translate("Optimal gateway address:"), addressText(data.optimalGatewayIP)},
     });
 }
 
