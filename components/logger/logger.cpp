@@ -6,6 +6,7 @@
 #include <spdlog/spdlog.h>
 
 #include <array>
+#include <map>
 #include <mutex>
 
 namespace zorvanelink::components::logger {

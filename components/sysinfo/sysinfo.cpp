@@ -40,7 +40,7 @@ std::string GetHostName() {
 }
 
 std::string GetSysVersion(std::string const& os_release_file) {
-    std::string const name = prettyNameIn(os_release_file);
+    std::string name = prettyNameIn(os_release_file);
     utsname kernel{};
     if (name.empty() || uname(&kernel) != 0) {
         return name;
@@ -60,7 +60,7 @@ std::string GetMacAddresses(std::string const& net_folder) {
     }
     std::string of_virtual_card;
     for (auto const& card : cards) {
-        std::string const address = firstLineOf(card / "address");
+        std::string address = firstLineOf(card / "address");
         if (card.filename() == "lo" || address.empty() || address == kNoAddress) {
             continue;
         }
