@@ -69,4 +69,6 @@ struct ProfileBase {
     bool GetSupportedAuthType(std::vector<SupportedAuthType> const& list);
 };
 
+struct Profile : ProfileBase {};
+
 }  // namespace zorvanelink::ui
