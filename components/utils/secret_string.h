@@ -12,7 +12,8 @@ void Wipe(std::string& text);
 // Owns a clear text for the length of a scope and wipes it at the end.
 class SecretString {
   public:
-    explicit SecretString(std::string text) : text_(std::move(text)) {}
+    // Wipes what it was given, too: a short text is moved by copying it.
+    explicit SecretString(std::string text) : text_(std::move(text)) { Wipe(text); }
     ~SecretString() { Wipe(text_); }
     SecretString(SecretString const&) = delete;
     SecretString& operator=(SecretString const&) = delete;

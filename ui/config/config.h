@@ -86,7 +86,6 @@ class Config {
 
   private:
     // config_load.cpp
-    void loadSwitches(QSettings& settings);
     void loadClientCerts(QSettings& settings);
     bool loadClientCert(QSettings& settings);
     void loadProfiles(QSettings& settings);
