@@ -6,6 +6,7 @@
 #include <spdlog/spdlog.h>
 
 #include <array>
+#include <map>
 #include <mutex>
 
 namespace zorvanelink::components::logger {
@@ -31,7 +32,9 @@ constexpr std::array<LevelRow, 6> SPDLOG_LEVEL{{
 }};
 
 std::mutex g_mutex;  // guards the map and the two defaults
-std::map<std::string, std::shared_ptr<Logger>> g_log_map;
+// Never destroyed: a thread that outlives main may still log.
+std::map<std::string, std::shared_ptr<Logger>>& g_log_map =
+    *new std::map<std::string, std::shared_ptr<Logger>>;
 std::string g_default_log_path;
 std::string g_default_log_name = "zlink";
 // What Log() answers: a read without the lock, since every log line passes here.
@@ -42,12 +45,26 @@ std::string defaultPath() {
     return g_default_log_path;
 }
 
-void setInfoEverywhere(std::shared_ptr<spdlog::logger> const& logger) {
-    logger->set_level(spdlog::level::info);
-    spdlog::default_logger()->set_level(spdlog::level::info);
-}
+// A line that is formatted inside spdlog's call, where a failure goes to spdlog's error handler
+// and not to the caller.
+struct DeferredText {
+    fmt::string_view format;
+    fmt::format_args args;
+};
 
 }  // namespace
+}  // namespace zorvanelink::components::logger
+
+template <>
+struct fmt::formatter<zorvanelink::components::logger::DeferredText> {
+    constexpr auto parse(fmt::format_parse_context& context) { return context.begin(); }
+    auto format(zorvanelink::components::logger::DeferredText const& text,
+                fmt::format_context& context) const {
+        return fmt::vformat_to(context.out(), text.format, text.args);
+    }
+};
+
+namespace zorvanelink::components::logger {
 
 bool Logger::enable_console_log_ = true;
 bool Logger::enable_file_log_ = true;
@@ -79,6 +96,7 @@ std::shared_ptr<Logger> Logger::Instance(std::string const& name, std::string co
 
 void Logger::ShutDown() {
     try {
+        spdlog::apply_all([](std::shared_ptr<spdlog::logger> const& logger) { logger->flush(); });
         spdlog::shutdown();
     } catch (...) {  // nothing is left to report to
     }
@@ -106,7 +124,7 @@ void Logger::initFileLogger(std::string const& name, std::string const& path, un
     }
     file_->enable_backtrace(kBacktraceLines);
     file_->set_pattern(kFilePattern);
-    setInfoEverywhere(file_);
+    setLogLevel(LOG_LEVEL::info);
 }
 
 void Logger::initConsoleLogger(std::string const& name) {
@@ -116,20 +134,24 @@ void Logger::initConsoleLogger(std::string const& name) {
         return;
     }
     console_->set_pattern(kConsolePattern);
-    setInfoEverywhere(console_);
+    setLogLevel(LOG_LEVEL::info);
 }
 
 void Logger::vwrite(LOG_LEVEL level, fmt::string_view format, fmt::format_args args) {
     auto const spdlog_level = SPDLOG_LEVEL[static_cast<std::size_t>(level)].level;
-    std::string const text = fmt::vformat(format, args);
+    DeferredText const text{format, args};
     if (enable_file_log_ && file_) {
-        file_->log(spdlog_level, spdlog::string_view_t(text));
+        file_->log(spdlog_level, "{}", text);
     }
     if (enable_console_log_ && console_) {
-        console_->log(spdlog_level, spdlog::string_view_t(text));
+        console_->log(spdlog_level, "{}", text);
     }
-    if (sdk_callback_ && spdlog_level >= spdlog::get_level()) {
-        sdk_callback_(static_cast<int>(level), text);
+    if (!sdk_callback_) {
+        return;
+    }
+    auto const global = spdlog::default_logger();  // none after ShutDown
+    if (global && global->should_log(spdlog_level)) {
+        sdk_callback_(static_cast<int>(level), fmt::vformat(format, args));
     }
 }
 
@@ -149,7 +171,7 @@ void Logger::writeBytes(std::string const& format, std::string_view bytes) {
 void Logger::setLogLevel(LOG_LEVEL level) {
     auto const index = static_cast<std::size_t>(level);
     if (index >= SPDLOG_LEVEL.size()) {
-        error("Faile to set log level [{}]", static_cast<int>(level));
+        error("Faile to set log level [{}]", level);
         return;
     }
     auto const spdlog_level = SPDLOG_LEVEL[index].level;

@@ -1,14 +1,14 @@
 // Log lines of both ends: one Logger a log name, writing to a rotating file and to standard error.
 //
-// Threads: every call may come from any thread. Errors: a log call never throws and never reports;
-// a file that cannot be created leaves the logger with the console alone.
+// Threads: every call may come from any thread. Errors: a log call never reports, what fails while
+// it writes goes to spdlog's error handler; a file that cannot be created leaves the logger with
+// the console alone.
 #pragma once
 
 #include <fmt/core.h>
 
 #include <atomic>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -19,6 +19,7 @@ class logger;
 
 namespace zorvanelink::components::logger {
 
+// max is no level that can be set.
 enum class LOG_LEVEL : int { verbose, debug, info, warning, error, fatal, max };
 
 class Logger {
@@ -36,7 +37,7 @@ class Logger {
                                             unsigned max_size, unsigned max_files);
     static std::shared_ptr<Logger> Instance(std::string const& name, std::string const& path);
 
-    // Flushes and drops everything of spdlog; for the end of the process.
+    // Flushes every log and drops spdlog's registry; for the end of the process.
     static void ShutDown();
 
     Logger(std::string const& name, std::string const& path, unsigned max_size, unsigned max_files);
@@ -66,9 +67,11 @@ class Logger {
         return fmt::format(format, args...);
     }
 
-    // Hex dump, 32 bytes a line, put into the one place of `format`; always at verbose level.
+    // Hex dump of single bytes, 32 a line, put into the one place of `format`; always at verbose
+    // level.
     template <class Container>
     void binary(std::string const& format, Container const& data) {
+        static_assert(sizeof(*data.data()) == 1);
         writeBytes(format, {reinterpret_cast<char const*>(data.data()), data.size()});
     }
 
@@ -112,3 +115,12 @@ std::shared_ptr<Logger> Log(std::string const& name, std::string const& path, un
                             unsigned max_files);
 
 }  // namespace zorvanelink::components::logger
+
+// Written as its number.
+template <>
+struct fmt::formatter<zorvanelink::components::logger::LOG_LEVEL> : fmt::formatter<int> {
+    auto format(zorvanelink::components::logger::LOG_LEVEL level,
+                fmt::format_context& context) const {
+        return fmt::formatter<int>::format(static_cast<int>(level), context);
+    }
+};

@@ -1,0 +1,139 @@
+#include "app/startup/logic_main.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QTranslator>
+
+#include "app/environment/app_ctrl.h"
+#include "app/environment/globals.h"
+#include "app/environment/migration.h"
+#include "app/environment/paths.h"
+#include "components/logger/logger.h"
+#include "components/utils/process_check.h"
+#include "ui/config/config.h"
+#include "ui/shell/main_window.h"
+#include "ui/text/texts.h"
+#include "ui/widgets/fonts.h"
+#include "ui/widgets/prompts.h"
+#include "ui/widgets/style.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+using components::logger::Log;
+using components::logger::Logger;
+namespace utils = components::utils;
+
+// Before anything logs: the folder and the name that tell these files from the service's.
+void initLogger() {
+    MakePrivateDir(GetAppDataDirPath());
+    MakePrivateDir(GetAppLogDirPath());
+    Logger::SetDefaultLogPath(GetAppLogDirPath().toStdString());
+    Logger::SetDefaultLogName("uizlink");
+}
+
+// Widgets need no OpenGL, and looking for it costs most of the start and of the memory.
+void avoidOpenGl() {
+    constexpr char kVariable[] = "QT_XCB_GL_INTEGRATION";
+    if (!qEnvironmentVariableIsSet(kVariable)) {
+        qputenv(kVariable, "none");
+    }
+}
+
+// Pages and scripts that a browser or the service reads from the user's folder.
+void copyResources() {
+    for (char const* const folder : {"resourceList", "portal", "oauth", "script"}) {
+        CopyDir(GetResourceDirPath(), GetAppDataDirPath(), QLatin1String(folder), true);
+    }
+}
+
+void installTranslators() {
+    InitAssets();
+    g_is_chinese = IsChineseDisplayLangguage();
+    // They live as long as the process.
+    auto* const own = new QTranslator;
+    auto* const qt = new QTranslator;
+    if (g_is_chinese && !(own->load(QStringLiteral(":/translations/zh_Hans.qm")) &&
+                          qt->load(QStringLiteral(":/translations/qt_zh_CN.qm")))) {
+        Log().error("Failed to load the translations");
+    }
+    QCoreApplication::installTranslator(own);
+    QCoreApplication::installTranslator(qt);
+}
+
+bool anotherClientRuns(std::string const& path) {
+    std::string const name = utils::GetFileName(path);
+    Log().info("full path is {}, name is {}", path, name);
+    return utils::CheckRunningUIProcessByName(name, true);
+}
+
+int refuseSecondClient(Prompts& prompts) {
+    prompts.Information(nullptr, GetErrMsg(MsgCode::UI_INFO),
+                        GetErrMsg(MsgCode::UI_TR_PROGRAM_IS_RUNNING),
+                        GetErrMsg(MsgCode::UI_INFO_OK));
+    return 0;
+}
+
+int runMainWindow(Prompts& prompts) {
+    common::ShowCriticalMsgBox = ZVShowCriticalMsgBox;
+    common::ShowErrorMsgBox = ZVShowErrorMsgBox;
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    MainWindow window({Config::Instance(), prompts, nullptr});
+    g_mainwindow = &window;
+    window.show();
+    window.activateWindow();
+    window.raise();
+    int const exit_code = QApplication::exec();
+    g_mainwindow = nullptr;
+    return exit_code;
+}
+
+}  // namespace
+
+int LogicMain(int argc, char** argv, std::vector<std::string> args) {
+    // What must stand before the application object.
+    initLogger();
+    SetHighDpiSupport();
+    avoidOpenGl();
+    QApplication const application(argc, argv);
+
+    // What the user's machine and the packager say.
+    AppCtrl::Instance().Init();
+    InitDefaultFont();
+    MigrateOldAppResource();
+    copyResources();
+    installTranslators();
+    InitPlatformSetting();
+
+    // One client a user, and then the window.
+    DialogPrompts prompts;
+    int const exit_code = anotherClientRuns(args.empty() ? std::string() : args.front())
+                              ? refuseSecondClient(prompts)
+                              : runMainWindow(prompts);
+    Logger::ShutDown();
+    return exit_code;
+}
+
+void SetHighDpiSupport() {
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
+}
+
+void InitDefaultFont() {
+    for (char const* const file : {"Alibaba-PuHuiTi-Medium.otf", "Alibaba-PuHuiTi-Regular.otf"}) {
+        LoadExternFontFile(GetResourceFontDirPath().toStdString() + "/" + file);
+    }
+    SetApplicationFont();
+}
+
+void LoadExternFontFile(std::string const& path) {
+    if (QFontDatabase::addApplicationFont(QString::fromStdString(path)) == -1) {
+        Log().error("Failed to load Font file: {}", path);
+    }
+}
+
+// Nothing to do on Linux; the place where another platform sets things up.
+void InitPlatformSetting() {}
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,83 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en">
+<context>
+    <name>ui</name>
+    <message>
+        <source>Choose a connection on the left and press Connect.</source>
+        <translation>请在左侧选择一个连接，然后点击“连接”。</translation>
+    </message>
+    <message>
+        <source>Add the gateway that your administrator gave you.</source>
+        <translation>请添加管理员提供的网关。</translation>
+    </message>
+    <message>
+        <source>Received</source>
+        <translation>接收</translation>
+    </message>
+    <message>
+        <source>Sent</source>
+        <translation>发送</translation>
+    </message>
+    <message>
+        <source>%1 packets</source>
+        <translation>%1 个报文</translation>
+    </message>
+    <message>
+        <source>Compression, received</source>
+        <translation>接收压缩率</translation>
+    </message>
+    <message>
+        <source>Compression, sent</source>
+        <translation>发送压缩率</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>搜索</translation>
+    </message>
+    <message>
+        <source>More</source>
+        <translation>更多</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>最小化</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Please wait</source>
+        <translation>请稍候</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>Connections</source>
+        <translation>连接</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>Tunnel information</source>
+        <translation>隧道信息</translation>
+    </message>
+    <message>
+        <source>No matching routes</source>
+        <translation>没有匹配的路由</translation>
+    </message>
+    <message>
+        <source>No routes</source>
+        <translation>没有路由</translation>
+    </message>
+    <message>
+        <source>No addresses</source>
+        <translation>没有地址</translation>
+    </message>
+</context>
+</TS>

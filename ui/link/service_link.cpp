@@ -1,0 +1,200 @@
+#include "ui/link/service_link.h"
+
+#include "components/logger/logger.h"
+#include "ui/text/texts.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+using components::logger::Log;
+using std::chrono::milliseconds;
+
+constexpr unsigned kConnectThreadWaitMs = 5000;
+constexpr unsigned kReconnectThreadWaitMs = 1000;
+constexpr milliseconds kIPCLogPeriod{1000};
+// As many texts as the queue can hold, then the window gets a turn.
+constexpr std::size_t kTextsPerTurn = LinkCore::kServiceDataLimit + 1;
+
+// The loops own the core, not the window's objects: one that is late at the end harms nobody.
+void firstConnectLoop(std::shared_ptr<LinkCore> const& core, milliseconds pause) {
+    while (!core->Quitting()) {
+        if (core->Connect(true)) {
+            core->ReportLinkUp(true);
+            return;
+        }
+        core->Pause(pause);
+    }
+}
+
+void reconnectLoop(std::shared_ptr<LinkCore> const& core, milliseconds pause) {
+    bool log_now = true;
+    for (int failures = 0; !core->Quitting();) {
+        if (core->Connect(log_now)) {
+            core->ReportLinkUp(false);
+            return;
+        }
+        core->Pause(pause);
+        // Only the first failure of a series, then one line each ten seconds.
+        log_now = ++failures % ServiceLink::kReconnectLogPeriod == 0;
+    }
+}
+
+void waitAndDelete(QThread* thread, unsigned wait_ms) {
+    if (thread != nullptr && thread->wait(wait_ms)) {
+        delete thread;
+    }
+    // One that is still inside a connect dies with the process.
+}
+
+}  // namespace
+
+ServiceLink::ServiceLink(LinkCore::LinkFactory factory, Pauses pauses, QObject* parent)
+    : QObject(parent),
+      core_(std::make_shared<LinkCore>(std::move(factory), static_cast<LinkEvents*>(this))),
+      pauses_(pauses) {
+    ipcLogTimer_.setSingleShot(true);
+    ipcLogTimer_.setInterval(kIPCLogPeriod);
+    connect(&ipcLogTimer_, &QTimer::timeout, this, &ServiceLink::onIPCLogTimerTimeout);
+    connect(this, &ServiceLink::RecvServiceData, this, &ServiceLink::onRecvServiceData,
+            Qt::QueuedConnection);
+    connect(this, &ServiceLink::IPCTimeout, this, &ServiceLink::onProcessIPCTimeout);
+    connect(this, &ServiceLink::IPCError, this, &ServiceLink::onProcessIPCError);
+    connect(this, &ServiceLink::LinkedUp, this, &ServiceLink::onLinkedUp);
+}
+
+ServiceLink::~ServiceLink() { Stop(); }
+
+void ServiceLink::Start() {
+    Q_EMIT Loading(0, GetErrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE));
+    connectThread_ = QThread::create(
+        [core = core_, pause = pauses_.first_connect] { firstConnectLoop(core, pause); });
+    connectThread_->start(QThread::InheritPriority);
+}
+
+void ServiceLink::Stop() {
+    core_->Quit();
+    waitAndDelete(std::exchange(connectThread_, nullptr), kConnectThreadWaitMs);
+    waitAndDelete(std::exchange(reconnectThread_, nullptr), kReconnectThreadWaitMs);
+    core_->DrainLinkTexts();
+    core_->StopLink();
+}
+
+void ServiceLink::IgnoreLoss() { ignoreLoss_ = true; }
+
+bool ServiceLink::InitIPC(bool /*verbose*/, bool logFailure) { return core_->Connect(logFailure); }
+
+void ServiceLink::IPCReconnect() {
+    setState(LinkState::kReconnecting);
+    if (reconnectThread_ != nullptr) {
+        reconnectAgain_ = true;
+        return;
+    }
+    reconnectThread_ = QThread::create(
+        [core = core_, pause = pauses_.reconnect] { reconnectLoop(core, pause); });
+    connect(reconnectThread_, &QThread::finished, this, &ServiceLink::onReconnectFinished);
+    reconnectThread_->start(QThread::InheritPriority);
+}
+
+void ServiceLink::onReconnectFinished() {
+    if (reconnectThread_ == nullptr) {
+        return;
+    }
+    std::exchange(reconnectThread_, nullptr)->deleteLater();
+    if (std::exchange(reconnectAgain_, false) && !core_->Ready()) {
+        IPCReconnect();
+    }
+}
+
+bool ServiceLink::SendToService(char const* data, unsigned long len) {
+    drainTextsSoon();
+    return core_->Send(data, len);
+}
+
+bool ServiceLink::SendToService(QString const& text) {
+    QByteArray const bytes = text.toUtf8();
+    return SendToService(bytes.constData(), static_cast<unsigned long>(bytes.size()));
+}
+
+void ServiceLink::LinkUp(bool first) {
+    Q_EMIT LinkedUp();
+    if (first) {
+        Q_EMIT Loading(1, QString());
+        Q_EMIT CheckUpdate();
+        Q_EMIT SignalAutoLogin();
+    }
+}
+
+void ServiceLink::MessagesWaiting() { Q_EMIT RecvServiceData(QString()); }
+
+void ServiceLink::HeartbeatTimeout(int count, std::uint64_t generation) {
+    Q_EMIT IPCTimeout(count, generation);
+}
+
+void ServiceLink::LinkError(int code, std::uint64_t generation) {
+    Q_EMIT IPCError(code, generation);
+}
+
+void ServiceLink::onLinkedUp() {
+    drainTextsSoon();
+    if (core_->Ready()) {
+        setState(LinkState::kLinked);
+    }
+}
+
+void ServiceLink::onProcessIPCTimeout(int count, quint64 generation) {
+    if (ignoreLoss_) {
+        return;
+    }
+    Log().error("ipc timeout num {}", count);
+    if (count > kHeartbeatLossLimit) {
+        lose(generation);
+    }
+}
+
+void ServiceLink::onProcessIPCError(int code, quint64 generation) {
+    if (ignoreLoss_) {
+        return;
+    }
+    Log().error("ipc error with code {}", code);
+    lose(generation);
+}
+
+void ServiceLink::lose(quint64 generation) {
+    core_->DrainLinkTexts();
+    if (core_->Lose(generation)) {
+        IPCReconnect();
+        Q_EMIT Lost();
+    }
+}
+
+void ServiceLink::onRecvServiceData(QString const& /*wakeUp*/) {
+    core_->TakeWakeUp();
+    drainTextsSoon();
+    for (std::size_t i = 0; i < kTextsPerTurn; ++i) {
+        std::string const json = GetServiceData();
+        if (json.empty()) {
+            Log().debug("on recv service done ");
+            return;
+        }
+        Q_EMIT MessageArrived(json);
+    }
+    Q_EMIT RecvServiceData(QString());
+}
+
+void ServiceLink::onIPCLogTimerTimeout() { core_->DrainLinkTexts(); }
+
+// The link's texts follow its activity, so an idle link needs no timer.
+void ServiceLink::drainTextsSoon() {
+    if (!ipcLogTimer_.isActive()) {
+        ipcLogTimer_.start();
+    }
+}
+
+void ServiceLink::setState(LinkState state) {
+    if (std::exchange(state_, state) != state) {
+        Q_EMIT StateChanged();
+    }
+}
+
+}  // namespace zorvanelink::ui

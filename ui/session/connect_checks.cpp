@@ -1,0 +1,135 @@
+// What a profile needs before its start message can be built: password, certificate, PIN.
+
+#include "common/auth_type.h"
+#include "components/logger/logger.h"
+#include "components/utils/sensitive_value.h"
+#include "ui/session/connect_flow.h"
+#include "ui/session/start_message.h"
+#include "ui/text/texts.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+using components::logger::Log;
+namespace utils = components::utils;
+
+constexpr int kMaxSecretBytes = 31;  // UTF-8
+constexpr std::uint16_t kCertTypeNeedsPin = 2;
+
+bool stored(std::string const& sensitive_value) {
+    return !utils::DecodeSensitiveValue(sensitive_value).empty();
+}
+
+}  // namespace
+
+bool ConnectFlow::CheckProfile(std::shared_ptr<Profile> const& profile) {
+    if (common::NeedsPassword(profile->authType) && !stored(profile->password)) {
+        Log().info("Empty password, need input");
+        if (!CheckPassword(profile)) {
+            return false;
+        }
+    }
+    return !common::NeedsCertificate(profile->authType) || CheckCert(profile);
+}
+
+bool ConnectFlow::CheckPassword(std::shared_ptr<Profile> const& profile) {
+    SecretRequest request;
+    request.parent = dialog_parent_;
+    request.title = GetErrMsg(MsgCode::UI_INFO_INPUT_PWD);
+    request.label = GetErrMsg(MsgCode::UI_INFO_PLEASE_INPUT_THE_PWD);
+    request.label2 = GetErrMsg(MsgCode::UI_INFO_PASSWORD);
+    request.placeholder = request.label;
+    request.okButton = GetErrMsg(MsgCode::UI_INFO_OK);
+    request.cancelButton = GetErrMsg(MsgCode::UI_INFO_NO);
+    request.rememberText = GetErrMsg(MsgCode::UI_INFO_REMEMBER_PWD);
+    request.maxUtf8Length = kMaxSecretBytes;
+    request.tooLongMessage = GetErrMsg(MsgCode::UI_TR_ERR_PWD_LENGTH);
+    request.emptyMessage = request.label;
+    auto const answer = prompts_.InputSecret(request);
+    if (!answer || answer->text.isEmpty()) {
+        return false;
+    }
+    profile->password = utils::EncodeSensitiveValue(answer->text.toStdString());
+    if (answer->remember) {
+        profile->rememberPassword = true;
+        profile->credentialPrompted = false;
+        config_.Save();
+    }
+    return true;
+}
+
+bool ConnectFlow::CheckPincode(std::shared_ptr<Profile> const& profile) {
+    SecretRequest request;
+    request.parent = dialog_parent_;
+    request.title = GetErrMsg(MsgCode::UI_INFO_INPUT_PINCODE);
+    request.label = GetErrMsg(MsgCode::UI_INFO_INPUT_PIN_CODE);
+    request.label2 = GetErrMsg(MsgCode::UI_INFO_PINCODE);
+    request.placeholder = request.label;
+    request.okButton = GetErrMsg(MsgCode::UI_INFO_OK);
+    request.cancelButton = GetErrMsg(MsgCode::UI_INFO_NO);
+    request.rememberText = GetErrMsg(MsgCode::UI_INFO_REMEMBER_PIN);
+    request.maxUtf8Length = kMaxSecretBytes;
+    request.tooLongMessage = GetErrMsg(MsgCode::UI_TR_ERR_PIN_CODE_LENGTH);
+    request.emptyMessage = request.label;
+    auto const answer = prompts_.InputSecret(request);
+    if (!answer || answer->text.isEmpty()) {
+        return false;
+    }
+    bool const gm = profile->loginMode == kLoginModeGm;
+    std::string& pin = gm ? profile->gmCert.pin
+                          : (profile->certIsFile ? profile->fileCert.pin : profile->systemCert.pin);
+    pin = utils::EncodeSensitiveValue(answer->text.toStdString());
+    if (answer->remember) {
+        (gm ? profile->rememberGmPin : profile->rememberTlsPin) = true;
+        profile->credentialPrompted = false;
+    }
+    config_.Save();
+    return true;
+}
+
+bool ConnectFlow::CheckCert(std::shared_ptr<Profile> const& profile) {
+    Log().info("Check cert, [{}] of profile[{}]", profile->certIsFile ? "is file" : "not file",
+               profile->name);
+    bool const gm = profile->loginMode == kLoginModeGm;
+    if (profile->certIsFile) {
+        // Its PIN came with the import and is never asked for.
+        Log().info("Check cert file name[{}]", profile->fileCert.commonName);
+        if (!profile->fileCert.commonName.empty()) {
+            return true;
+        }
+    }
+    std::uint16_t const type = gm ? profile->gmCert.certType : profile->systemCert.certType;
+    std::string const& name = gm ? profile->gmCert.certName : profile->systemCert.certName;
+    std::string const& pin = gm ? profile->gmCert.pin : profile->systemCert.pin;
+    if (!profile->certIsFile && (gm ? profile->rememberGmPin : profile->rememberTlsPin)) {
+        profile->credentialPrompted = false;
+    }
+    if (profile->certIsFile || name.empty()) {
+        criticalBox(GetErrMsg(MsgCode::UI_ERROR_NO_CERT));
+        return false;
+    }
+    if (type != kCertTypeNeedsPin || stored(pin) || CheckPincode(profile)) {
+        return true;
+    }
+    Log().warning("Failed to check cert[{}] pincode of profile[{}]", name, profile->name);
+    return false;
+}
+
+QString ConnectFlow::Profile2JsonString(QString const& type,
+                                        std::shared_ptr<Profile> const& profile) {
+    if (type != QLatin1String("start")) {
+        return QString::fromStdString(BuildStopMessage(*profile));
+    }
+    state_.connectingProfileName =
+        profile->context.needQueryAuthType ? profile->name : std::string();
+    std::optional<std::string> const json = BuildStartMessage(*profile, config_);
+    if (!json) {
+        criticalBox(GetErrMsg(MsgCode::UI_ERROR_NO_CERT));
+        return {};
+    }
+    config_.hasPromotedUpdate = true;  // only the first start of a run tells that it is the first
+    return QString::fromStdString(*json);
+}
+
+}  // namespace zorvanelink::ui

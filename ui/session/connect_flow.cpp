@@ -1,0 +1,254 @@
+#include "ui/session/connect_flow.h"
+
+#include <QScopedValueRollback>
+
+#include "app/environment/globals.h"
+#include "components/logger/logger.h"
+#include "components/utils/log_filter.h"
+#include "components/utils/sensitive_value.h"
+#include "ui/session/start_message.h"
+#include "ui/text/texts.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+using components::logger::Log;
+using components::logger::LOG_LEVEL;
+namespace utils = components::utils;
+
+constexpr std::size_t kMaxProfiles = Config::kMaxConfigNum;
+// As long as the service may take to report the end of a connection that was stopped.
+constexpr std::chrono::seconds kLateAnswerTime{2};
+
+// Keys whose values never reach the log of a sent message.
+std::vector<std::string> const& maskedKeys() {
+    static std::vector<std::string> const keys = [] {
+        std::vector<std::string> words(utils::g_filter_word.begin(), utils::g_filter_word.end());
+        words.insert(words.end(), {"pkcs12CertFileData", "certData", "secondAuthCode"});
+        return words;
+    }();
+    return keys;
+}
+
+}  // namespace
+
+ConnectFlow::ConnectFlow(Services services, QObject* parent)
+    : QObject(parent),
+      state_(services.state),
+      updater_(services.updater),
+      config_(services.config),
+      link_(services.link),
+      prompts_(services.prompts),
+      dialog_parent_(services.dialog_parent),
+      has_tab_(std::move(services.has_tab)) {}
+
+std::shared_ptr<Profile> ConnectFlow::RunningProfile() const {
+    std::string const& name = state_.currentProfileName;
+    if (name.empty() || !has_tab_(name)) {
+        return nullptr;
+    }
+    return config_.GetProfile(name);
+}
+
+void ConnectFlow::onStartConnect(QString const& name, bool queryAuthType) {
+    StartOrStopConnect(true, name, queryAuthType);
+}
+
+void ConnectFlow::onStopConnect(QString const& name) { StartOrStopConnect(false, name, false); }
+
+void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool queryAuthType) {
+    std::string const key = name.toStdString();
+    if (start_it && config_.GetProfile().size() > kMaxProfiles) {
+        criticalBox(GetErrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(kMaxProfiles));
+        refuse(key);
+        return;
+    }
+    std::shared_ptr<Profile> const profile = config_.GetProfile(key);
+    if (!profile || key.empty()) {
+        Log().error("Can not find the profile by name [{}]", key);
+    } else if (!has_tab_(key)) {
+        Log().error("Can not find the profile tab");
+    } else {
+        if (config_.SetDefaultProfile(key)) {
+            config_.Save();
+        }
+        if (!link_.IsReady()) {
+            refuseLinkDown(key);
+        } else if (!start_it) {
+            stop(profile);
+        } else if (mayStart(key)) {
+            start(profile, queryAuthType);
+        }
+        return;
+    }
+    criticalBox(GetErrMsg(MsgCode::UI_ERROR_PROFILE_NOT_EXIST));
+    refuse(key);
+}
+
+// One connection at a time, and one attempt at a time: a prompt of the first may still stand.
+bool ConnectFlow::mayStart(std::string const& name) {
+    if (prompting_) {
+        return false;
+    }
+    bool const other_runs =
+        state_.status != ConnectStatus::Disconnected && state_.currentProfileName != name;
+    if (other_runs) {
+        criticalBox(GetErrMsg(MsgCode::UI_ERROR_RUNNING_PROFILE_ALREADY_EXISTS));
+        refuse(name);
+    }
+    return !other_runs;
+}
+
+void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthType) {
+    Log().info("{} connect profile {}", "Start", profile->name);
+    Q_EMIT RequestBegun();
+    beginAttempt(*profile, queryAuthType);
+    std::uint64_t const attempt = state_.attempt;
+    bool ready = false;
+    {
+        QScopedValueRollback<bool> const guard(prompting_, true);
+        ready = CheckProfile(profile);
+    }
+    if (g_quit || attempt != state_.attempt) {
+        return;
+    }
+    if (!ready) {
+        refuse(profile->name);
+        return;
+    }
+    if (!link_.IsReady()) {  // it may have gone while a prompt stood
+        refuseLinkDown(profile->name);
+        return;
+    }
+    state_.currentProfileName = profile->name;
+    state_.offline = false;
+    QString const json = Profile2JsonString(QStringLiteral("start"), profile);
+    profile->credentialPrompted = true;
+    state_.manualDisconnected = false;
+    state_.errorShown = false;
+    forgetCredentials(*profile, queryAuthType);
+    if (json.isEmpty()) {
+        Log().error("NO json string could be get from profile");
+        state_.manualDisconnected = true;
+        refuse(profile->name);
+        return;
+    }
+    send(json);
+}
+
+void ConnectFlow::beginAttempt(Profile& profile, bool queryAuthType) {
+    ++state_.attempt;
+    state_.currentProfileName = profile.name;
+    state_.startingProfileName = profile.name;
+    state_.queryingAuthType = queryAuthType;
+    state_.stopSent = false;
+    state_.reconnectingSeen = false;
+    state_.offline = false;
+    state_.pendingWarnings.clear();
+    profile.context = Context();
+    profile.context.needQueryAuthType = queryAuthType;
+    if (queryAuthType && !profile.keepAuthType) {
+        profile.authType = SupportedAuthType::kNone;
+    }
+    updater_.AnnounceAttempt();
+}
+
+// The message has been built: what the user does not want kept goes now.
+void ConnectFlow::forgetCredentials(Profile& profile, bool queryAuthType) {
+    if (!profile.rememberPassword) {
+        if (!queryAuthType) {
+            Log().debug("Clear password when not remember");
+        }
+        profile.password.clear();
+    }
+    if (queryAuthType) {
+        return;
+    }
+    if (!profile.rememberTlsPin) {
+        Log().debug("Clear tls pincode when not remember");
+        profile.fileCert.pin.clear();
+    }
+    if (!profile.rememberGmPin) {
+        Log().debug("Clear gmssl pincode when not remember");
+        profile.gmCert.pin.clear();
+    }
+}
+
+void ConnectFlow::stop(std::shared_ptr<Profile> const& profile) {
+    Log().info("{} connect profile {}", "Stop", profile->name);
+    Q_EMIT RequestBegun();
+    state_.currentProfileName = profile->name;
+    stop_time_ = std::chrono::steady_clock::now();
+    state_.stopSent = send(Profile2JsonString(QStringLiteral("stop"), profile));
+}
+
+bool ConnectFlow::BelongsToOldAttempt() const {
+    return !state_.startingProfileName.empty() &&
+           std::chrono::steady_clock::now() - stop_time_ < kLateAnswerTime;
+}
+
+bool ConnectFlow::send(QString const& json) {
+    QByteArray const bytes = json.toUtf8();
+    bool const sent =
+        link_.SendToService(bytes.constData(), static_cast<unsigned long>(bytes.size()));
+    if (Log().level() <= LOG_LEVEL::debug) {
+        Log().debug("send to: {}, length: {}",
+                    utils::FilterJsonStr(maskedKeys(), bytes.toStdString()), bytes.size());
+    }
+    return sent;
+}
+
+void ConnectFlow::refuseLinkDown(std::string const& name) {
+    if (!state_.errorShown) {
+        QScopedValueRollback<bool> const guard(state_.errorShown, true);
+        criticalBox(GetErrMsg(MsgCode::UI_INFO_CONNECT_SERVER_FAIL));
+    }
+    Log().info("Update profile {} status to disconnect", name);
+    refuse(name);
+}
+
+void ConnectFlow::refuse(std::string const& name) {
+    if (state_.status != ConnectStatus::Disconnected && state_.currentProfileName == name) {
+        updater_.UpdateConnectStatus(name, ConnectStatus::Disconnected);
+    } else {
+        updater_.AnnounceRefusal(name);
+    }
+}
+
+void ConnectFlow::StopConnect() {
+    if (stopping_) {
+        return;
+    }
+    QScopedValueRollback<bool> const guard(stopping_, true);
+    bool const link_up = link_.IsReady();
+    std::shared_ptr<Profile> const profile = RunningProfile();
+    if (!profile) {
+        Log().error("Can not get client");
+        return;
+    }
+    Log().info("Profile [{}] will disconnect", profile->name);
+    updater_.UpdateConnectStatus(profile->name, ConnectStatus::Disconnected);
+    if (!state_.manualDisconnected && link_up && !state_.stopSent) {
+        stop(profile);
+    }
+    state_.manualDisconnected = true;
+    Q_EMIT SessionEnded();
+}
+
+void ConnectFlow::ForgetPendingRequest(QString const& name) {
+    if (state_.currentProfileName != name.toStdString()) {
+        return;
+    }
+    state_.stopSent = false;
+    if (!state_.startingProfileName.empty()) {
+        updater_.AnnounceRefusal(state_.startingProfileName);
+    }
+}
+
+void ConnectFlow::criticalBox(QString const& text) {
+    prompts_.Critical(dialog_parent_, GetErrMsg(MsgCode::UI_ERROR), text,
+                      GetErrMsg(MsgCode::UI_INFO_OK));
+}
+
+}  // namespace zorvanelink::ui

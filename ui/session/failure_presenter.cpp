@@ -1,0 +1,169 @@
+#include "ui/session/failure_presenter.h"
+
+#include <QApplication>
+
+#include "app/environment/app_ctrl.h"
+#include "components/logger/logger.h"
+#include "ui/text/texts.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+using components::logger::Log;
+using core::sslvpn::CLMsgCommonReplyData;
+
+// The gateway's reasons that the user is told about; the others end the session silently.
+struct ReasonRow {
+    std::int32_t reason;
+    MsgCode text;
+    char const* log_line;
+};
+
+constexpr ReasonRow kReasons[] = {
+    {2, MsgCode::UI_WARNING_SERVER_DISCONNECT_FOR_CONNECTION_TIMEOUT, "Tunnel disconnect:time out"},
+    {3, MsgCode::UI_WARNING_SERVER_DISCONNECT_FOR_CONFIGURATION, "Tunnel disconnect: config"},
+    {4, MsgCode::UI_WARNING_USER_LOG_ON_OTHER_CLIENT, "Tunnel disconnect: logon"},
+    {5, MsgCode::UI_WARNING_SERVER_KICKOUT_CLIENT, "Tunnel disconnect: kickout"},
+    {7, MsgCode::UI_ERROR_INTERNAL_ERROR, "Tunnel disconnect: bad spi"},
+    {9, MsgCode::UI_WARNING_SERVER_DISCONNECT_FOR_CONNECTION_TIMEOUT,
+     "Tunnel disconnect: idle time"},
+    {12, MsgCode::UI_WARNING_SERVER_FORCE_TIMEOUT, "Channel disconnect: force timeout"},
+    {222, MsgCode::HEARTBEAT_TIMEOUT, "Tunnel disconnect: client heartbeat timeout"},
+};
+
+QString firstNonEmpty(std::initializer_list<QString> texts) {
+    for (QString const& text : texts) {
+        if (!text.isEmpty()) {
+            return text;
+        }
+    }
+    return {};
+}
+
+QString utf8(std::string const& text) { return QString::fromStdString(text); }
+
+}  // namespace
+
+FailurePresenter::FailurePresenter(ConnectionState& state, ConnectFlow& flow, Prompts& prompts,
+                                   QWidget* window, QObject* parent)
+    : QObject(parent), state_(state), flow_(flow), prompts_(prompts), window_(window) {}
+
+bool FailurePresenter::HandleErrMsg(CLMsgCommonReplyData const& data) {
+    common::IPCMessage const row = common::g_IPCMessageMap.Get(data.statusCode);
+    if (row.show == nullptr || !*row.show) {
+        return false;
+    }
+    QString const sent = utf8(IsChineseDisplayLangguage() ? data.errMsgInCn : data.errMsgInEn);
+    (*row.show)(row.type, firstNonEmpty({sent, GetErrMsg(data.statusCode)}).toStdString());
+    if (data.statusCode == MsgCode::ERR_NO_IP_ADDR || data.statusCode == MsgCode::ERR_IP_IN_USE) {
+        state_.errorShown = true;
+    }
+    return true;
+}
+
+void FailurePresenter::ProcessErrorMsg(common::CodeType /*type*/, std::string const& text) {
+    if (state_.offline) {
+        Log().info("Do not need to pop error msg box when offline");
+        return;
+    }
+    Log().debug("error msg recved");
+    QWidget* const parent = boxParent();
+    Log().debug("get pop up widget1 {}", static_cast<void const*>(parent));
+    prompts_.Critical(parent, GetErrMsg(MsgCode::UI_ERROR), utf8(text),
+                      GetErrMsg(MsgCode::UI_INFO_OK));
+    window_->showNormal();
+    window_->raise();
+    window_->activateWindow();
+}
+
+void FailurePresenter::ProcessCriticalMsg(common::CodeType /*type*/, std::string const& text) {
+    if (state_.offline) {
+        Log().info("Do not need to pop msg box when offline");
+        return;
+    }
+    Log().debug("critical msg recved");
+    flow_.StopConnect();
+    ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), utf8(text),
+                  GetErrMsg(MsgCode::UI_INFO_OK));
+}
+
+void FailurePresenter::HandleTunnelDisconnect(
+    core::sslvpn::CLMsgReplyTunnelDisconnectData const& data) {
+    if (state_.offline) {
+        Log().info("Do not need to pop disconnect msg box when offline");
+        flow_.StopConnect();
+        return;
+    }
+    auto const* const row =
+        std::find_if(std::begin(kReasons), std::end(kReasons),
+                     [&data](ReasonRow const& r) { return r.reason == data.reason; });
+    std::uint64_t const attempt = state_.attempt;
+    if (row != std::end(kReasons)) {
+        Log().info("{}", row->log_line);
+        warn(GetErrMsg(row->text));
+    } else {
+        Log().info("Tunnel disconnect: unkown");
+    }
+    if (attempt == state_.attempt) {  // the user may have begun anew behind the box
+        flow_.StopConnect();
+    }
+}
+
+void FailurePresenter::HandleDisconnectReason(CLMsgCommonReplyData const& data) {
+    Log().info("Client will disconnect due to reason: {}",
+               GetErrMsg(data.statusCode).toStdString());
+}
+
+void FailurePresenter::HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgData const& data) {
+    Log().info("Handle error msg by server");
+    if (data.statusCode != MsgCode::ERR_MSG_BY_SERVER) {
+        Log().debug("status code invalid");
+        return;
+    }
+    QString text = firstNonEmpty({IsChineseDisplayLangguage() ? utf8(data.errorMsgChinese) : QString(),
+                                  utf8(data.errorMsgEnglish), GetErrMsg(data.statusCode)});
+    if (text.isEmpty()) {
+        Log().warning("Recv server custom error msg, but is empty");
+        text = GetErrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG);
+    }
+    if (text.endsWith(QLatin1Char('\n'))) {
+        text.chop(1);
+    }
+    std::uint64_t const attempt = state_.attempt;
+    warn(text);
+    Log().info("Incompatible server and client, stop the connect");
+    if (attempt == state_.attempt) {
+        flow_.StopConnect();
+    }
+}
+
+void FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& title, QString const& text,
+                                     QString const& button) {
+    Log().info("Show pop msg window, visible {}, hide {}, mini {}", window_->isVisible(),
+               window_->isHidden(), window_->isMinimized());
+    if (window_->isHidden() || window_->isMinimized()) {
+        window_->raise();
+        window_->showNormal();
+        window_->activateWindow();
+    }
+    BoxRequest request;
+    request.kind = kind;
+    request.parent = boxParent();
+    request.title = title;
+    request.text = text;
+    request.buttons = {button};
+    prompts_.Box(request);
+}
+
+QWidget* FailurePresenter::boxParent() const {
+    QWidget* const active = QApplication::activeWindow();
+    return active != nullptr ? active : window_;
+}
+
+void FailurePresenter::warn(QString const& text) {
+    ShowPopMsgBox(BoxKind::kWarning, GetErrMsg(MsgCode::UI_WARNING), text,
+                  GetErrMsg(MsgCode::UI_INFO_OK));
+}
+
+}  // namespace zorvanelink::ui

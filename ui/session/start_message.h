@@ -1,0 +1,19 @@
+// What the client says to begin and to end a connection, gathered from profile and settings.
+// GUI thread.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "ui/config/config.h"
+
+namespace zorvanelink::ui {
+
+// Empty when the type of login needs a certificate that is gone.
+std::optional<std::string> BuildStartMessage(Profile const& profile, Config const& config);
+std::string BuildStopMessage(Profile const& profile);
+
+// "verbose" to "error"; "info" for a number outside the table.
+std::string Int2LogString(int level);
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,315 @@
+#include "ui/shell/main_window.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QPainterPath>
+#include <QTimer>
+
+#include "app/environment/globals.h"
+#include "components/ipc/socket_ipc_client.h"
+#include "components/logger/logger.h"
+#include "ui/session/view_state.h"
+#include "ui/text/texts.h"
+#include "ui/widgets/style.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+using components::logger::Log;
+
+// Pixels, before scaling.
+constexpr QSize kWindowSize{960, 640};
+constexpr QSize kSmallestSize{880, 560};
+constexpr int kWindowRadius = 8;
+// The window is painted first.
+constexpr std::chrono::milliseconds kAutoLoginDelay{200};
+
+Config& loaded(Config& config) {
+    config.Load();
+    Log().info("Load configuration");
+    return config;
+}
+
+LinkCore::LinkFactory socketLink(std::string const& uuid) {
+    return [uuid] { return std::make_shared<components::ipc::SocketIPCClient>(uuid, nullptr); };
+}
+
+}  // namespace
+
+MainWindow::MainWindow(Environment environment, QWidget* parent)
+    : QWidget(parent, Qt::FramelessWindowHint),
+      config_(loaded(environment.config)),
+      prompts_(environment.prompts),
+      ui_(this),
+      link_(environment.link ? environment.link : socketLink(config_.uuid.toStdString()), {}),
+      cards_(*ui_.connection_listwidget_, config_),
+      updater_(state_),
+      flow_({state_, updater_, config_, link_, prompts_, this,
+             [this](std::string const& name) { return cards_.Has(name); }}),
+      failures_(state_, flow_, prompts_, this),
+      statuses_(state_, updater_, flow_, failures_),
+      dispatcher_(state_, statuses_, failures_, config_),
+      tunnel_(*ui_.tunnel, [this] { return flow_.RunningProfile(); }) {
+    applyLogLevel();
+    shapeWindow();
+    wireLink();
+    wireSession();
+    wireCards();
+    wireWindow();
+    cards_.RefreshConnList();
+    render();
+    link_.Start();
+}
+
+MainWindow::~MainWindow() {
+    g_quit = true;
+    link_.Stop();
+    config_.Save();
+}
+
+void MainWindow::applyLogLevel() {
+    auto& logger = Log();
+    logger.setLogLevel(AppCtrl::Instance().logLevel.toStdString());
+    g_log_level = static_cast<int>(logger.level());
+}
+
+void MainWindow::shapeWindow() {
+    setStyleSheet(LoadStyle(QStringLiteral("controls")) + LoadStyle(QStringLiteral("mainwindow")));
+    setWindowTitle(GetTrMsg(MsgCode::UI_INFO_ZORVANE_LINK));
+    setMinimumSize(kSmallestSize);
+    resize(kWindowSize);
+    // The window system draws round corners only where it blends windows.
+    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+        setAttribute(Qt::WA_TranslucentBackground);
+    }
+    // Their flows come with the menus of the shell.
+    ui_.titleBar->MoreButton()->hide();
+}
+
+void MainWindow::wireLink() {
+    connect(&link_, &ServiceLink::Loading, this, &MainWindow::Wait);
+    connect(&link_, &ServiceLink::SignalAutoLogin, this, &MainWindow::onSignalAutoLogin);
+    connect(&link_, &ServiceLink::MessageArrived, &dispatcher_,
+            [this](std::string const& json) { dispatcher_.ProcessServiceMsg(json); });
+    connect(&link_, &ServiceLink::Lost, &flow_, &ConnectFlow::StopConnect);
+    connect(&link_, &ServiceLink::StateChanged, this, [this] {
+        state_.link = link_.State();
+        render();
+    });
+}
+
+void MainWindow::wireSession() {
+    connect(&updater_, &StatusUpdater::DisplayInfoCleared, &tunnel_,
+            &TunnelController::ClearDisplayInfo);
+    connect(&updater_, &StatusUpdater::WentOnline, &tunnel_, &TunnelController::BeginStatistics);
+    connect(&updater_, &StatusUpdater::NotifyConnectStatus, this, &MainWindow::onStatusNotified);
+    connect(&updater_, &StatusUpdater::StateChanged, this, &MainWindow::render);
+    connect(&statuses_, &StatusHandler::CameOnline, this, &MainWindow::onCameOnline);
+    connect(&statuses_, &StatusHandler::ClientAddressChanged, &tunnel_,
+            &TunnelController::SetClientAddress);
+    connect(&dispatcher_, &MessageDispatcher::NetConfigArrived, this,
+            [this](std::shared_ptr<Profile> const& profile) {
+                if (state_.online) {
+                    tunnel_.AddNetconfigInfo(profile->context.netConfig);
+                }
+            });
+    connect(&dispatcher_, &MessageDispatcher::DomainRouteArrived, &tunnel_,
+            &TunnelController::HandleDomainAddRoute);
+    connect(&dispatcher_, &MessageDispatcher::AdapterStateChanged, this, [this](bool usable) {
+        cards_.SetAdapterUsable(usable);
+        cards_.RefreshConnList();
+        render();
+    });
+}
+
+void MainWindow::wireCards() {
+    connect(&cards_, &ConnectionList::StartConnect, &flow_, &ConnectFlow::onStartConnect);
+    connect(&cards_, &ConnectionList::StopConnect, &flow_,
+            [this](QString const& name) { flow_.onStopConnect(name); });
+    connect(&cards_, &ConnectionList::PendingEnded, &flow_, &ConnectFlow::ForgetPendingRequest);
+    connect(&cards_, &ConnectionList::DeleteConnectionInfo, this,
+            &MainWindow::onDeleteConnectionInfo);
+    connect(&cards_, &ConnectionList::EableUserGuide, this,
+            [this](bool enable) { ui_.ShowGuide(enable); });
+    connect(&cards_, &ConnectionList::Selected, this, &MainWindow::SetStatusBarInfo);
+}
+
+void MainWindow::wireWindow() {
+    connect(this, &MainWindow::UpdateStatusBar, this, &MainWindow::onUpdateStatusBar);
+    connect(ui_.titleBar->CloseButton(), &QToolButton::clicked, this,
+            &MainWindow::on_btn_main_close__clicked);
+    connect(ui_.titleBar->MinButton(), &QToolButton::clicked, this,
+            &MainWindow::on_btn_main_min__clicked);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this,
+            [](Qt::ApplicationState now) { g_is_application_active = now == Qt::ApplicationActive; });
+}
+
+// Everything that follows from the state, in one place.
+void MainWindow::render() {
+    ViewState const view = viewStateFor(state_);
+    bool const shows_profile = view.status != ConnectStatus::Disconnected;
+    ui_.tunnel->SetState(
+        view.status, GetTrMsg(view.stateLabel),
+        shows_profile ? QString::fromStdString(state_.currentProfileName) : QString());
+    ui_.tunnel->SetHint(config_.GetProfile().empty()
+                            ? QString()
+                            : Translate("Choose a connection on the left and press Connect."));
+    ui_.tunnel->SetWarning(view.hasWarning ? GetTrMsg(view.warning) : QString());
+    cards_.SetPending(state_.startingProfileName);
+    SetStatusBarInfo();
+    if (view.hasStatusText) {
+        Q_EMIT UpdateStatusBar(GetTrMsg(view.statusText), QLatin1String(view.statusIcon));
+    }
+}
+
+void MainWindow::onStatusNotified(QString const& name, ConnectStatus status) {
+    cards_.SetRunning(name.toStdString(), status);
+    if (status == ConnectStatus::Disconnected) {
+        cards_.RefreshIfDue();
+    }
+}
+
+void MainWindow::onCameOnline(bool first) {
+    if (auto const profile = flow_.RunningProfile()) {
+        tunnel_.AddNetconfigInfo(profile->context.netConfig);
+    }
+    if (first) {
+        SetWindowMinimize();
+    }
+}
+
+void MainWindow::SetWindowMinimize() {
+    if (config_.autoMinimize) {
+        showMinimized();
+    }
+}
+
+void MainWindow::SetStatusBarInfo() {
+    int const count = static_cast<int>(config_.GetProfile().size());
+    if (count == 0) {
+        ui_.statusBar->SetCountText(QString());
+    } else if (state_.online) {
+        ui_.statusBar->SetCountText(GetTrMsg(MsgCode::UI_TR_STATUS_CONNECTED)
+                                        .arg(QString::fromStdString(state_.currentProfileName))
+                                        .arg(count));
+    } else {
+        ui_.statusBar->SetCountText(GetTrMsg(MsgCode::UI_TR_STATUS_NO_CONNECTED).arg(count));
+    }
+}
+
+void MainWindow::onUpdateStatusBar(QString const& text, QString const& iconPath) {
+    ui_.statusBar->SetStatus(text, iconPath);
+}
+
+void MainWindow::Wait(int mode, QString const& text) {
+    constexpr int kShow = 0;
+    ui_.waitForm->SetDesc(text);
+    ui_.waitForm->setVisible(mode == kShow);
+}
+
+void MainWindow::onSignalAutoLogin() {
+    QTimer::singleShot(kAutoLoginDelay, this, [this] {
+        Log().info("Auto login is {}", config_.autoLogin ? "on" : "off");
+        cards_.RefreshConnList();
+        if (!config_.autoLogin) {
+            return;
+        }
+        std::string const name = config_.GetDefaultProfileName();
+        Log().info("Enable {} auto login", name);
+        if (ProfileTab* const tab = cards_.GetProfileTab(name)) {
+            state_.currentProfileName = name;
+            tab->onAutoLogin(QString::fromStdString(name));
+        }
+    });
+}
+
+void MainWindow::onDeleteConnectionInfo(QString const& name) {
+    std::string const key = name.toStdString();
+    Log().info("Delete connect: {}", key);
+    auto const critical = [this](MsgCode text) {
+        prompts_.Critical(this, GetErrMsg(MsgCode::UI_ERROR), GetErrMsg(text),
+                          GetErrMsg(MsgCode::UI_INFO_OK));
+    };
+    auto const runs = [this, &key] {
+        return !state_.Idle() && state_.currentProfileName == key;
+    };
+    if (!config_.GetProfile(key) || !cards_.Has(key)) {
+        Log().error("Can not find profile tab by name [{}] when try to delete", key);
+        critical(MsgCode::UI_ERROR_PROFILE_NOT_EXIST);
+    } else if (runs()) {
+        critical(MsgCode::UI_ERROR_PROFILE_IS_RUNNING);
+    } else if (prompts_.Question(this, GetErrMsg(MsgCode::UI_WARNING),
+                                 GetErrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION),
+                                 GetErrMsg(MsgCode::UI_INFO_YES), GetErrMsg(MsgCode::UI_INFO_NO),
+                                 Prompts::Default::kNo)) {
+        if (runs()) {  // it may have been started behind the question
+            critical(MsgCode::UI_ERROR_PROFILE_IS_RUNNING);
+            return;
+        }
+        Log().info("Delete profile: [{}]", key);
+        config_.DeleteProfile(key);
+        config_.Save();
+        cards_.RefreshConnList();
+        render();
+    }
+}
+
+// Without a tray nothing would bring a hidden window back: closing means leaving.
+void MainWindow::on_btn_main_close__clicked() {
+    if (prompts_.Question(this, GetErrMsg(MsgCode::UI_WARNING),
+                          GetErrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT),
+                          GetErrMsg(MsgCode::UI_INFO_OK), GetErrMsg(MsgCode::UI_INFO_CANCEL))) {
+        close();
+    }
+}
+
+void MainWindow::on_btn_main_min__clicked() { showMinimized(); }
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    event->accept();
+    if (std::exchange(quitting_, true)) {
+        return;
+    }
+    link_.IgnoreLoss();
+    StopConnect();
+    QCoreApplication::exit(0);
+}
+
+bool MainWindow::event(QEvent* event) {
+    if (event->type() == QEvent::WindowBlocked) {
+        ui_.cover->ToBack();
+        Log().debug("deactive mainwindow");
+    } else if (event->type() == QEvent::WindowUnblocked) {
+        ui_.cover->ToFront();
+        Log().debug("active mainwindow");
+    }
+    return QWidget::event(event);
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (testAttribute(Qt::WA_TranslucentBackground)) {
+        return;
+    }
+    QPainterPath outline;
+    outline.addRoundedRect(rect(), kWindowRadius, kWindowRadius);
+    setMask(QRegion(outline.toFillPolygon().toPolygon()));
+}
+
+MainWindow* getMainWindow() { return g_mainwindow; }
+
+void ZVShowCriticalMsgBox(common::CodeType type, std::string const& text) {
+    if (MainWindow* const window = getMainWindow()) {
+        window->Failures().ProcessCriticalMsg(type, text);
+    }
+}
+
+void ZVShowErrorMsgBox(common::CodeType type, std::string const& text) {
+    if (MainWindow* const window = getMainWindow()) {
+        window->Failures().ProcessErrorMsg(type, text);
+    }
+}
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,97 @@
+// The hub: owns the connection's state, the controllers and the views, and wires them in one
+// place. What a thing does stands in its own folder. GUI thread.
+#pragma once
+
+#include <QWidget>
+#include <string>
+
+#include "ui/cards/connection_list.h"
+#include "ui/config/config.h"
+#include "ui/link/service_link.h"
+#include "ui/session/connect_flow.h"
+#include "ui/session/connection_state.h"
+#include "ui/session/failure_presenter.h"
+#include "ui/session/message_dispatcher.h"
+#include "ui/session/status_handler.h"
+#include "ui/session/status_updater.h"
+#include "ui/shell/main_window_layout.h"
+#include "ui/tunnel/tunnel_controller.h"
+#include "ui/widgets/prompts.h"
+
+namespace zorvanelink::ui {
+
+class MainWindow : public QWidget {
+    Q_OBJECT
+
+  public:
+    // What a test puts in the place of the real thing.
+    struct Environment {
+        Config& config;
+        Prompts& prompts;
+        LinkCore::LinkFactory link;  // null: the socket link to the service
+    };
+
+    explicit MainWindow(Environment environment, QWidget* parent = nullptr);
+    // Ends the threads and the link, and saves the settings.
+    ~MainWindow() override;
+
+    // For the two handlers of the catalogue.
+    FailurePresenter& Failures() { return failures_; }
+    ConnectionState const& State() const { return state_; }
+
+  Q_SIGNALS:
+    void UpdateStatusBar(QString text, QString iconPath);
+
+  public Q_SLOTS:
+    void StopConnect() { flow_.StopConnect(); }
+    void onSignalAutoLogin();
+    void Wait(int mode, QString const& text);
+    void onUpdateStatusBar(QString const& text, QString const& iconPath);
+    void onDeleteConnectionInfo(QString const& name);
+
+  private Q_SLOTS:
+    void on_btn_main_close__clicked();
+    void on_btn_main_min__clicked();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool event(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void applyLogLevel();
+    void shapeWindow();
+    void wireLink();
+    void wireSession();
+    void wireCards();
+    void wireWindow();
+
+    void render();
+    void onStatusNotified(QString const& name, ConnectStatus status);
+    void onCameOnline(bool first);
+    void SetStatusBarInfo();
+    void SetWindowMinimize();
+
+    // In the order of dependence; destroyed from the last to the first.
+    Config& config_;
+    Prompts& prompts_;
+    ConnectionState state_;
+    MainWindowLayout ui_;
+    ServiceLink link_;
+    ConnectionList cards_;
+    StatusUpdater updater_;
+    ConnectFlow flow_;
+    FailurePresenter failures_;
+    StatusHandler statuses_;
+    MessageDispatcher dispatcher_;
+    TunnelController tunnel_;
+    bool quitting_ = false;
+};
+
+// The one main window, or null.
+MainWindow* getMainWindow();
+// What the catalogue's rows call to show a received status.
+void ZVShowCriticalMsgBox(common::CodeType type, std::string const& text);
+void ZVShowErrorMsgBox(common::CodeType type, std::string const& text);
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,94 @@
+#include "ui/shell/main_window_layout.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "ui/text/texts.h"
+#include "ui/widgets/style.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+
+// Pixels, before scaling.
+constexpr int kLeftPanelWidth = 336;
+constexpr int kMargin = 16;
+constexpr int kListSpacing = 8;
+constexpr int kTitleBarHeight = 44;
+
+QVBoxLayout* column(QWidget* widget, int spacing = 0) {
+    auto* const layout = new QVBoxLayout(widget);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing);
+    return layout;
+}
+
+}  // namespace
+
+MainWindowLayout::MainWindowLayout(QWidget* window) {
+    auto* const frame = new QFrame(window);
+    frame->setObjectName(QStringLiteral("window_frame_"));
+    column(window)->addWidget(frame);
+
+    titleBar = new TitleBar(TitleBar::Kind::kWindow, frame);
+    titleBar->SetTitle(GetTrMsg(MsgCode::UI_INFO_ZORVANE_LINK));
+    statusBar = new StatusBarWidget(frame);
+    tunnel = new TunnelView(frame);
+    tunnel->setObjectName(QStringLiteral("right_panel_"));
+    tunnel->setAttribute(Qt::WA_StyledBackground);
+
+    auto* const body = new QHBoxLayout;
+    body->setSpacing(0);
+    body->addWidget(buildLeftPanel(frame));
+    body->addWidget(tunnel, 1);
+
+    QVBoxLayout* const rows = column(frame);
+    rows->addWidget(titleBar);
+    rows->addLayout(body, 1);
+    rows->addWidget(statusBar);
+
+    waitForm = new WaitForm(frame, kTitleBarHeight);
+    cover = new DimCover(
+        window, QStringLiteral("background-color:rgba(0,0,0,50%);border-radius: 8px;"));
+}
+
+QWidget* MainWindowLayout::buildLeftPanel(QWidget* parent) {
+    auto* const panel = new QFrame(parent);
+    panel->setObjectName(QStringLiteral("left_panel_"));
+    panel->setFixedWidth(kLeftPanelWidth);
+    leftPages = new QStackedWidget(panel);
+    column(panel)->addWidget(leftPages);
+    leftPages->addWidget(buildListPage(leftPages));
+    return panel;
+}
+
+QWidget* MainWindowLayout::buildListPage(QWidget* parent) {
+    auto* const page = new QWidget(parent);
+    auto* const heading = new QLabel(GetTrMsg(MsgCode::UI_INFO_CONNECTION), page);
+    heading->setObjectName(QStringLiteral("list_heading_"));
+    connection_listwidget_ = new StartListWidget(page);
+    connection_listwidget_->setObjectName(QStringLiteral("connection_listwidget_"));
+    connection_listwidget_->setAccessibleName(heading->text());
+
+    auto* const header = new QHBoxLayout;
+    header->setContentsMargins(kMargin, kMargin, kMargin, 0);
+    header->addWidget(heading);
+    header->addStretch();
+    QVBoxLayout* const rows = column(page, kListSpacing);
+    rows->addLayout(header);
+    rows->addWidget(connection_listwidget_, 1);
+    return page;
+}
+
+// The page is made when it is first needed: most starts never show it.
+void MainWindowLayout::ShowGuide(bool show) {
+    constexpr int kListPage = 0;
+    constexpr int kGuidePage = 1;
+    if (show && leftPages->count() == kGuidePage) {
+        leftPages->addWidget(new UserGuide(leftPages));
+    }
+    leftPages->setCurrentIndex(show ? kGuidePage : kListPage);
+}
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,38 @@
+// The main window's widgets and where they stand; no behaviour. GUI thread.
+#pragma once
+
+#include <QLabel>
+#include <QPushButton>
+#include <QStackedWidget>
+
+#include "ui/cards/start_list_widget.h"
+#include "ui/cards/user_guide.h"
+#include "ui/tunnel/tunnel_view.h"
+#include "ui/widgets/dim_cover.h"
+#include "ui/widgets/status_bar_widget.h"
+#include "ui/widgets/title_bar.h"
+#include "ui/widgets/wait_form.h"
+
+namespace zorvanelink::ui {
+
+// Owned by the window, as its children.
+struct MainWindowLayout {
+    explicit MainWindowLayout(QWidget* window);
+
+    // The list of cards, or the first-use page in its place.
+    void ShowGuide(bool show);
+
+    TitleBar* titleBar;
+    QStackedWidget* leftPages;
+    StartListWidget* connection_listwidget_;
+    TunnelView* tunnel;
+    StatusBarWidget* statusBar;
+    WaitForm* waitForm;
+    DimCover* cover;
+
+  private:
+    QWidget* buildLeftPanel(QWidget* parent);
+    QWidget* buildListPage(QWidget* parent);
+};
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,44 @@
+// The two route tables with their switch, their search field and their sorting.
+#pragma once
+
+#include <QLineEdit>
+#include <QStackedWidget>
+#include <QTableView>
+#include <QWidget>
+
+#include "ui/tunnel/route_model.h"
+#include "ui/tunnel/tab_bar.h"
+
+namespace zorvanelink::ui {
+
+class RouteView : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit RouteView(QWidget* parent = nullptr);
+
+    void Set(std::vector<RouteRow> ipv4, std::vector<RouteRow> ipv6);
+    void Append(std::vector<RouteRow> const& ipv4, std::vector<RouteRow> const& ipv6);
+    void Clear();
+
+    RouteModel& Ipv4() { return *ipv4_; }
+    RouteModel& Ipv6() { return *ipv6_; }
+
+  public Q_SLOTS:
+    // A click on a column's head: sorted by address and back to the order of arrival.
+    void onRouteItemClicked(int column);
+    // Shows the whole address at the cursor when its column is too narrow for it.
+    void OnRouteQTableViewCellEntered(QModelIndex const& index);
+
+  private:
+    QTableView* addTable(RouteModel* model, char const* name);
+    RouteModel& visibleModel();
+
+    RouteModel* ipv4_;
+    RouteModel* ipv6_;
+    TabBar* families_;
+    QLineEdit* search_;
+    QStackedWidget* tables_;
+};
+
+}  // namespace zorvanelink::ui

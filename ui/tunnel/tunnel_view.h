@@ -1,0 +1,65 @@
+// The right-hand side of the main window: what the connection is and what its tunnel looks like.
+// Takes plain values; who asks the service for them stands elsewhere. GUI thread.
+#pragma once
+
+#include <QLabel>
+#include <QStackedWidget>
+#include <QWidget>
+
+#include "ui/config/connect_status.h"
+#include "ui/tunnel/interface_view.h"
+#include "ui/tunnel/route_view.h"
+#include "ui/tunnel/state_header.h"
+#include "ui/tunnel/statistics_view.h"
+#include "ui/tunnel/tab_bar.h"
+#include "ui/tunnel/warning_strip.h"
+
+namespace zorvanelink::ui {
+
+class TunnelView : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit TunnelView(QWidget* parent = nullptr);
+
+    // `stateText` is the state's label; an empty profileName with Disconnected shows the large
+    // shield, otherwise the header row stands above the tabs.
+    void SetState(ConnectStatus status, QString const& stateText, QString const& profileName);
+    // The line below the large shield; empty for none.
+    void SetHint(QString const& text);
+    void SetDuration(QString const& text);
+    void SetWarning(QString const& text);  // empty hides the strip
+    void SetStatistics(Statistics const& values);
+    void SetInterface(InterfaceRows const& rows);
+    void SetRoutes(std::vector<RouteRow> ipv4, std::vector<RouteRow> ipv6);
+    void AddRoutes(std::vector<RouteRow> const& ipv4, std::vector<RouteRow> const& ipv6);
+
+    void ClearStaticsInfo();
+    void ClearInterfaceInfo();
+    void ClearRouteInfo();
+
+    enum Tab { kStatistics, kInterface, kRoute };
+    void ShowTab(Tab tab);
+    Tab CurrentTab() const;
+
+    RouteView& Routes() { return *routes_; }
+
+  private:
+    QWidget* buildHero();
+    QWidget* buildDetails();
+
+    ConnectStatus status_ = ConnectStatus::Disconnected;
+    QStackedWidget* pages_;
+    QLabel* heroShield_ = nullptr;
+    QLabel* heroTitle_ = nullptr;
+    QLabel* heroHint_ = nullptr;
+    StateHeader* header_ = nullptr;
+    WarningStrip* warning_ = nullptr;
+    TabBar* tabs_ = nullptr;
+    QStackedWidget* stack_ = nullptr;
+    StatisticsView* statistics_ = nullptr;
+    InterfaceView* interface_ = nullptr;
+    RouteView* routes_ = nullptr;
+};
+
+}  // namespace zorvanelink::ui

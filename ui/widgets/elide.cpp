@@ -1,0 +1,16 @@
+#include "ui/widgets/elide.h"
+
+#include <QApplication>
+#include <QFontMetrics>
+
+namespace zorvanelink::ui {
+
+QString GetElideText(QString const& text, int fontSize, int width, bool& elided) {
+    QFont font = QApplication::font();
+    font.setPixelSize(fontSize);
+    QString const shown = QFontMetrics(font).elidedText(text, Qt::ElideRight, width);
+    elided = shown != text;
+    return shown;
+}
+
+}  // namespace zorvanelink::ui

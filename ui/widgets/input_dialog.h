@@ -1,0 +1,59 @@
+// Asks for one secret: a password or a PIN. GUI thread.
+#pragma once
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+
+#include "ui/widgets/push_button_ext.h"
+#include "ui/widgets/zvl_dialog.h"
+
+namespace zorvanelink::ui {
+
+class InputDialog : public ZVLDialog {
+    Q_OBJECT
+
+  public:
+    explicit InputDialog(QWidget* parent = nullptr);
+
+    void setLabelText(QString const& text);   // what is asked for
+    void setLabel2Text(QString const& text);  // a second line, hidden while empty
+    void setTextEchoMode(QLineEdit::EchoMode mode);
+    void setTextValue(QString const& text);
+    void setPlaceholderText(QString const& text);
+    void setOkButtonText(QString const& text);
+    void setCancelButtonText(QString const& text);
+    void setCheckBoxText(QString const& text);
+    void setRemember(bool checked);
+    // What an empty and a too long text is answered with. An empty message allows an empty text.
+    void setEmptyTextMessage(QString const& text);
+    void setTooLongMessage(QString const& text);
+    void set_max_utf8_length(int bytes);  // of UTF-8; 0 for no limit
+    void SetRememberCheckHide(bool hide);
+
+    QString textValue() const;
+    bool remberCheck() const;
+
+  public Q_SLOTS:
+    void AutoConfirmPwd(QString const& text, bool remember);
+    void AutoRefusedPwd();
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+
+  private:
+    void on_ok_button__clicked();
+    QWidget* buildButtons();
+
+    QLabel* label_;
+    QLabel* label2_;
+    QLineEdit* edit_;
+    QCheckBox* remember_;
+    QPushButtonExt* ok_ = nullptr;
+    QPushButtonExt* cancel_ = nullptr;
+    QString emptyMessage_;
+    QString tooLongMessage_;
+    int maxUtf8Length_ = 0;
+};
+
+}  // namespace zorvanelink::ui

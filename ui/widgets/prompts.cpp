@@ -1,0 +1,110 @@
+#include "ui/widgets/prompts.h"
+
+#include <QFileDialog>
+
+#include "ui/widgets/input_dialog.h"
+#include "ui/widgets/zvl_message_box.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+ZVLMsgBoxType typeOf(BoxKind kind) {
+    switch (kind) {
+        case BoxKind::kWarning:
+        case BoxKind::kQuestion:
+            return ZVLMsgBoxType::kWarning;
+        case BoxKind::kCritical:
+            return ZVLMsgBoxType::kCritical;
+        default:
+            return ZVLMsgBoxType::kInformation;
+    }
+}
+
+// "A(*.a);;All(*.*);;": no empty last entry, and "All" shows files without an extension too.
+QString usableFilter(QString const& filter) {
+    QStringList parts = filter.split(QStringLiteral(";;"), Qt::SkipEmptyParts);
+    parts.replaceInStrings(QStringLiteral("*.*"), QStringLiteral("*"));
+    return parts.join(QStringLiteral(";;"));
+}
+
+}  // namespace
+
+int Prompts::Information(QWidget* parent, QString const& title, QString const& text,
+                         QString const& button) {
+    return Box({BoxKind::kInformation, parent, title, text, {button}, 0, 0, {}, {}});
+}
+
+int Prompts::Warning(QWidget* parent, QString const& title, QString const& text,
+                     QString const& button) {
+    return Box({BoxKind::kWarning, parent, title, text, {button}, 0, 0, {}, {}});
+}
+
+int Prompts::Critical(QWidget* parent, QString const& title, QString const& text,
+                      QString const& button) {
+    return Box({BoxKind::kCritical, parent, title, text, {button}, 0, 0, {}, {}});
+}
+
+bool Prompts::Question(QWidget* parent, QString const& title, QString const& text,
+                       QString const& yes, QString const& no, Default choice) {
+    int const preset = choice == Default::kNo ? 1 : 0;
+    return Box({BoxKind::kQuestion, parent, title, text, {yes, no}, preset, 0, {}, {}}) == 0;
+}
+
+int DialogPrompts::Box(BoxRequest const& request) {
+    ZVLMessageBox box(request.parent, typeOf(request.kind), request.title, request.text,
+                      request.buttons);
+    box.SetDefaultButton(request.defaultButton);
+    if (request.timeoutSeconds > 0) {
+        box.SetTimeout(std::chrono::seconds(request.timeoutSeconds), request.onTimeout);
+    }
+    if (request.onLink) {
+        box.AllowLink(request.onLink);
+    }
+    return box.Ask();
+}
+
+std::optional<SecretAnswer> DialogPrompts::InputSecret(SecretRequest const& request) {
+    InputDialog dialog(request.parent);
+    dialog.setWindowTitle(request.title);
+    dialog.setLabelText(request.label);
+    dialog.setLabel2Text(request.label2);
+    dialog.setPlaceholderText(request.placeholder);
+    if (!request.okButton.isEmpty()) {
+        dialog.setOkButtonText(request.okButton);
+    }
+    if (!request.cancelButton.isEmpty()) {
+        dialog.setCancelButtonText(request.cancelButton);
+    }
+    dialog.setCheckBoxText(request.rememberText);
+    dialog.SetRememberCheckHide(request.rememberText.isEmpty());
+    dialog.setRemember(request.remember);
+    dialog.set_max_utf8_length(request.maxUtf8Length);
+    dialog.setEmptyTextMessage(request.emptyMessage);
+    dialog.setTooLongMessage(request.tooLongMessage);
+    if (dialog.exec() != QDialog::Accepted) {
+        return std::nullopt;
+    }
+    return SecretAnswer{dialog.textValue(), dialog.remberCheck()};
+}
+
+std::optional<QString> DialogPrompts::ChooseFile(FileRequest const& request) {
+    QString path;
+    QString const filter = usableFilter(request.filter);
+    switch (request.mode) {
+        case FileRequest::Mode::kOpen:
+            path = QFileDialog::getOpenFileName(request.parent, request.title, request.startPath,
+                                                filter);
+            break;
+        case FileRequest::Mode::kSave:
+            path = QFileDialog::getSaveFileName(request.parent, request.title, request.startPath,
+                                                filter);
+            break;
+        case FileRequest::Mode::kFolder:
+            path =
+                QFileDialog::getExistingDirectory(request.parent, request.title, request.startPath);
+            break;
+    }
+    return path.isEmpty() ? std::nullopt : std::optional(path);
+}
+
+}  // namespace zorvanelink::ui

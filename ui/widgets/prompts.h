@@ -1,0 +1,85 @@
+// The one door for questions to the user: boxes, secrets and file choosers. Flow code gets a
+// Prompts&; tests script it. GUI thread; every call may run a nested event loop.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace zorvanelink::ui {
+
+enum class BoxKind { kInformation, kWarning, kCritical, kQuestion };
+
+struct BoxRequest {
+    BoxKind kind = BoxKind::kInformation;
+    QWidget* parent = nullptr;
+    QString title;
+    QString text;  // "#@@#" divides headline and detail
+    std::vector<QString> buttons;
+    int defaultButton = 0;
+    int timeoutSeconds = 0;  // 0: none
+    std::function<void()> onTimeout;
+    // Set: the text is our own markup with one link, and this opens it.
+    std::function<void(QString const& url)> onLink;
+};
+
+struct SecretRequest {
+    QWidget* parent = nullptr;
+    QString title;
+    QString label;
+    QString label2;
+    QString placeholder;
+    QString okButton;
+    QString cancelButton;
+    QString rememberText;  // empty: no box to remember
+    bool remember = false;
+    int maxUtf8Length = 0;  // bytes, 0: no limit
+    QString emptyMessage;   // empty: an empty secret is accepted
+    QString tooLongMessage;
+};
+
+struct SecretAnswer {
+    QString text;
+    bool remember = false;
+};
+
+struct FileRequest {
+    enum class Mode { kOpen, kSave, kFolder };
+    Mode mode = Mode::kOpen;
+    QWidget* parent = nullptr;
+    QString title;
+    QString startPath;  // folder, or the proposed file for kSave
+    QString filter;     // as QFileDialog takes it; empty entries are left out
+};
+
+class Prompts {
+  public:
+    virtual ~Prompts() = default;
+
+    // The index of the pressed button; -1 when closed, escaped or timed out.
+    int Information(QWidget* parent, QString const& title, QString const& text,
+                    QString const& button);
+    int Warning(QWidget* parent, QString const& title, QString const& text, QString const& button);
+    int Critical(QWidget* parent, QString const& title, QString const& text, QString const& button);
+    // True only when `yes` was pressed. kDefaultNo is for questions that delete or trust.
+    enum class Default { kYes, kNo };
+    bool Question(QWidget* parent, QString const& title, QString const& text, QString const& yes,
+                  QString const& no, Default choice = Default::kYes);
+
+    virtual int Box(BoxRequest const& request) = 0;
+    // Empty when cancelled.
+    virtual std::optional<SecretAnswer> InputSecret(SecretRequest const& request) = 0;
+    virtual std::optional<QString> ChooseFile(FileRequest const& request) = 0;
+};
+
+// The real one, on ZVLMessageBox, InputDialog and QFileDialog.
+class DialogPrompts : public Prompts {
+  public:
+    int Box(BoxRequest const& request) override;
+    std::optional<SecretAnswer> InputSecret(SecretRequest const& request) override;
+    std::optional<QString> ChooseFile(FileRequest const& request) override;
+};
+
+}  // namespace zorvanelink::ui

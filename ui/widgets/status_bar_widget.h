@@ -1,0 +1,34 @@
+// The status bar: state at the left, count of connections at the right. 32 pixels high.
+#pragma once
+
+#include <QFrame>
+#include <QLabel>
+
+#include "ui/widgets/spinner.h"
+
+namespace zorvanelink::ui {
+
+class StatusBarWidget : public QFrame {
+    Q_OBJECT
+
+  public:
+    explicit StatusBarWidget(QWidget* parent = nullptr);
+
+    // `icon` is a resource path such as ":/assets/images/normal.png"; an animation (".gif") is
+    // shown by the spinner. An empty text clears the place.
+    void SetStatus(QString const& text, QString const& icon);
+    void SetCountText(QString const& text);
+
+    QString StatusText() const;
+    QString StatusIcon() const { return icon_; }
+    QString CountText() const;
+
+  private:
+    QString icon_;
+    Spinner* spinner_;
+    QLabel* image_;
+    QLabel* text_;
+    QLabel* count_;
+};
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,49 @@
+// The frame of every dialog: frameless, own title bar, modal, dimmed while something stands in
+// front of it. GUI thread.
+#pragma once
+
+#include <QDialog>
+#include <QVBoxLayout>
+
+#include "ui/widgets/dim_cover.h"
+#include "ui/widgets/title_bar.h"
+
+namespace zorvanelink::ui {
+
+// Fill Body(); setWindowTitle sets the title bar. Escape and the close button reject. Opens centred
+// on its parent's window. Carries the stylesheet "dialog".
+class ZVLDialog : public QDialog {
+    Q_OBJECT
+
+  public:
+    explicit ZVLDialog(QWidget* parent = nullptr);
+
+    // The area below the title bar, without a layout of its own and without margins.
+    QWidget* Body() const { return body_; }
+
+    void ToBack();
+    void ToFront();
+    // A critical box over this dialog's parent.
+    static int ShowCriticalBox(QWidget* parent, QString const& title, QString const& text,
+                               QString const& button);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+    QVBoxLayout* FrameLayout() const { return frame_; }
+    QFrame* Panel() const { return panel_; }
+    virtual void Place();
+
+  private:
+    QVBoxLayout* frame_;
+    QFrame* panel_;
+    TitleBar* titleBar_;
+    QWidget* body_;
+    DimCover* cover_ = nullptr;
+    bool placed_ = false;
+};
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,245 @@
+#include "ui/widgets/zvl_message_box.h"
+
+#include <QDateTime>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QRegularExpression>
+#include <QScreen>
+
+#include "components/logger/logger.h"
+#include "ui/widgets/automation_hooks.h"
+#include "ui/widgets/style.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+constexpr int kTextWidth = 332;
+constexpr int kMaxTextHeight = 320;
+
+struct Kind {
+    char const* icon;
+    char const* prefix;  // of the text that automation sees
+};
+
+Kind kindOf(ZVLMsgBoxType type) {
+    switch (type) {
+        case ZVLMsgBoxType::kWarning:
+            return {":/assets/images/msgbox_warning.png", "WARNING: "};
+        case ZVLMsgBoxType::kCritical:
+            return {":/assets/images/msgbox_error.png", "ERROR: "};
+        default:
+            return {":/assets/images/msgbox_info.png", "INFO: "};
+    }
+}
+
+int ask(QWidget* parent, ZVLMsgBoxType kind, QString const& title, QString const& text,
+        ZVLMessageBox::Buttons const& buttons) {
+    ZVLMessageBox box(parent, kind, title, text, buttons);
+    return box.Ask();
+}
+
+}  // namespace
+
+ZVLMessageBox::ZVLMessageBox(QWidget* parent, ZVLMsgBoxType kind, QString const& title,
+                             QString const& text, Buttons const& buttons)
+    : ZVLDialog(parent), kind_(kind), text_(text) {
+    setWindowTitle(title);
+    init(kind, text, buttons);
+}
+
+void ZVLMessageBox::init(ZVLMsgBoxType kind, QString const& text, Buttons const& buttons) {
+    auto* icon = new QLabel(Body());
+    icon->setObjectName(QStringLiteral("icon_label_"));
+    icon->setPixmap(LoadImage(QLatin1String(kindOf(kind).icon)));
+    icon->setFixedSize(32, 32);
+    mainLabel_ = new MessageText(Body());
+    mainLabel_->setObjectName(QStringLiteral("main_label_"));
+    detailLabel_ = new MessageText(Body());
+    detailLabel_->setObjectName(QStringLiteral("detail_label_"));
+
+    QLatin1String const separator(kMessageSeparator);
+    int const at = text.indexOf(separator);
+    mainLabel_->setPlainText(at < 0 ? text : text.left(at));
+    detailLabel_->setPlainText(at < 0 ? QString() : text.mid(at + separator.size()));
+    mainLabel_->setProperty("headline", at >= 0);
+    mainLabel_->setAccessibleName(mainLabel_->toPlainText());
+    detailLabel_->setAccessibleName(detailLabel_->toPlainText());
+    detailLabel_->setVisible(at >= 0);
+
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(4);
+    texts->addWidget(mainLabel_);
+    texts->addWidget(detailLabel_);
+    auto* top = new QHBoxLayout;
+    top->setSpacing(16);
+    top->addWidget(icon, 0, Qt::AlignTop);
+    top->addLayout(texts);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(12);
+    auto* column = new QVBoxLayout(Body());
+    column->setContentsMargins(20, 20, 20, 20);
+    column->setSpacing(20);
+    column->addLayout(top);
+    column->addLayout(row);
+    addButtons(row, buttons);
+    FrameLayout()->setSizeConstraint(QLayout::SetFixedSize);
+    setAccessibleDescription(text);
+}
+
+void ZVLMessageBox::addButtons(QHBoxLayout* row, Buttons const& buttons) {
+    row->addStretch();
+    for (std::size_t i = 0; i < buttons.size(); ++i) {
+        auto* button = new QPushButtonExt(buttons[i], Body());
+        button->setObjectName(QStringLiteral("button_%1_").arg(i));
+        connect(button, &QPushButton::clicked, this, [this, i] {
+            answer_ = static_cast<int>(i);
+            accept();
+        });
+        // The first answer stands at the right, where the eye ends.
+        row->insertWidget(1, button);
+        buttons_.push_back(button);
+    }
+    SetDefaultButton(0);
+}
+
+void ZVLMessageBox::SetDefaultButton(int index) {
+    if (index < 0 || index >= static_cast<int>(buttons_.size())) {
+        return;
+    }
+    auto* chosen = buttons_[static_cast<std::size_t>(index)];
+    chosen->setDefault(true);
+    chosen->setFocus();
+}
+
+void ZVLMessageBox::SetTimeout(std::chrono::milliseconds timeout, std::function<void()> onTimeout) {
+    timeout_.setSingleShot(true);
+    timeout_.setInterval(timeout);
+    connect(&timeout_, &QTimer::timeout, this, [this, onTimeout = std::move(onTimeout)] {
+        reject();
+        if (onTimeout) {
+            onTimeout();
+        }
+    });
+}
+
+void ZVLMessageBox::AllowLink(std::function<void(QString const& url)> onLink) {
+    mainLabel_->setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
+    mainLabel_->setHtml(mainLabel_->toPlainText());
+    connect(mainLabel_, &MessageText::LinkActivated, this, std::move(onLink));
+}
+
+int ZVLMessageBox::Ask() {
+    answer_ = -1;
+    if (timeout_.interval() > 0) {
+        timeout_.start();
+    }
+    exec();
+    timeout_.stop();
+    return answer_;
+}
+
+void ZVLMessageBox::fitTexts() {
+    mainLabel_->FitTo(kTextWidth, kMaxTextHeight);
+    detailLabel_->FitTo(kTextWidth, kMaxTextHeight);
+}
+
+void ZVLMessageBox::showEvent(QShowEvent* event) {
+    fitTexts();
+    ZVLDialog::showEvent(event);
+    AutoGetRes();
+}
+
+void ZVLMessageBox::AutoGetRes() {
+    if (auto const& opened = automationHooks().dialogOpened) {
+        opened(*this, AutoPreprocess(QLatin1String(kindOf(kind_).prefix) + text_));
+    }
+}
+
+QString ZVLMessageBox::AutoPreprocess(QString text) {
+    static QRegularExpression const numbers(QStringLiteral("[%0-9]+"));
+    return text.remove(numbers);
+}
+
+void ZVLMessageBox::AutoRefused() {
+    if (auto const& answer = automationHooks().setResult) {
+        answer(-1, QStringLiteral("REFUSED MESSAGE BOX"));
+    }
+    reject();
+}
+
+int ZVLMessageBox::information(QWidget* parent, QString const& title, QString const& text,
+                               QString const& button) {
+    return ask(parent, ZVLMsgBoxType::kInformation, title, text, {button});
+}
+
+int ZVLMessageBox::information(QWidget* parent, QString const& title, QString const& text,
+                               Buttons const& buttons) {
+    return ask(parent, ZVLMsgBoxType::kInformation, title, text, buttons);
+}
+
+int ZVLMessageBox::warning(QWidget* parent, QString const& title, QString const& text,
+                           QString const& button) {
+    return ask(parent, ZVLMsgBoxType::kWarning, title, text, {button});
+}
+
+int ZVLMessageBox::warning(QWidget* parent, QString const& title, QString const& text,
+                           Buttons const& buttons) {
+    return ask(parent, ZVLMsgBoxType::kWarning, title, text, buttons);
+}
+
+int ZVLMessageBox::critical(QWidget* parent, QString const& title, QString const& text,
+                            QString const& button) {
+    return ask(parent, ZVLMsgBoxType::kCritical, title, text, {button});
+}
+
+int ZVLMessageBox::critical(QWidget* parent, QString const& title, QString const& text,
+                            Buttons const& buttons) {
+    return ask(parent, ZVLMsgBoxType::kCritical, title, text, buttons);
+}
+
+int ZVLMessageBox::question(QWidget* parent, QString const& title, QString const& text,
+                            int timeoutSeconds, QString const& yes, QString const& no,
+                            std::function<void()> onTimeout) {
+    return question(parent, title, text, timeoutSeconds, Buttons{yes, no}, std::move(onTimeout));
+}
+
+int ZVLMessageBox::question(QWidget* parent, QString const& title, QString const& text,
+                            int timeoutSeconds, Buttons const& buttons,
+                            std::function<void()> onTimeout, int defaultButton) {
+    ZVLMessageBox box(parent, ZVLMsgBoxType::kWarning, title, text, buttons);
+    box.SetDefaultButton(defaultButton);
+    if (timeoutSeconds > 0) {
+        box.SetTimeout(std::chrono::seconds(timeoutSeconds), std::move(onTimeout));
+    }
+    return box.Ask();
+}
+
+int ZVLMessageBoxWithBackground::box(QWidget* parent, ZVLMsgBoxType kind, QString const& title,
+                                     QString const& text, Buttons const& buttons) {
+    auto const now = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh::mm::ss"));
+    components::logger::Log().info("zvlmesage box with background {}", now.toStdString());
+    ZVLMessageBoxWithBackground box(parent, kind, title, text, buttons);
+    return box.Ask();
+}
+
+void ZVLMessageBoxWithBackground::paintEvent(QPaintEvent*) {
+    auto const now = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh::mm::ss"));
+    components::logger::Log().debug("zvlmesage box update {}", now.toStdString());
+    QPainter painter(this);
+    QColor backdrop(Qt::black);
+    backdrop.setAlphaF(0.5);
+    painter.fillRect(rect(), backdrop);
+}
+
+void ZVLMessageBoxWithBackground::Place() {
+    QWidget const* owner = parentWidget() != nullptr ? parentWidget()->window() : nullptr;
+    bool const overOwner = owner != nullptr && owner->isVisible() && !owner->isMinimized();
+    FrameLayout()->setSizeConstraint(QLayout::SetNoConstraint);
+    FrameLayout()->setAlignment(Panel(), Qt::AlignCenter);
+    setMinimumSize(0, 0);
+    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    setGeometry(overOwner ? owner->frameGeometry() : screen()->availableGeometry());
+}
+
+}  // namespace zorvanelink::ui
