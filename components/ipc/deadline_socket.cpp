@@ -1,6 +1,8 @@
 #include "components/ipc/deadline_socket.h"
 
+#include <fcntl.h>
 #include <fmt/format.h>
+#include <netinet/tcp.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -12,6 +14,15 @@ namespace zorvanelink::components::ipc {
 namespace {
 
 constexpr auto kConnectPoll = std::chrono::microseconds(1);
+
+// A browser that we open must not hold the connection, and no message waits for an acknowledgement
+// of the one before.
+int prepared(int descriptor) {
+    int const on = 1;
+    ::fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+    ::setsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    return descriptor;
+}
 
 }  // namespace
 
