@@ -36,14 +36,14 @@ DeadlineSocket::DeadlineSocket(boost::asio::io_context& context, std::shared_ptr
     : stream_(context, Tcp::v4()),
       connect_deadline_(context),
       texts_(std::move(texts)),
-      descriptor_(stream_.native_handle()) {
+      descriptor_(prepared(stream_.native_handle())) {
 }
 
 DeadlineSocket::DeadlineSocket(TcpStream stream, std::shared_ptr<LinkTexts> texts)
     : stream_(std::move(stream)),
       connect_deadline_(stream_.get_executor()),
       texts_(std::move(texts)),
-      descriptor_(stream_.native_handle()) {
+      descriptor_(prepared(stream_.native_handle())) {
 }
 
 bool DeadlineSocket::connect(Tcp::endpoint const& endpoint) {
