@@ -50,6 +50,10 @@ void drawShadow(QPainter& painter, QRect const& window) {
 // The window and what stands in front of it, on a backdrop.
 void save(QString const& name, QWidget& window, QWidget* front = nullptr) {
     settle();
+    if (front != nullptr) {
+        // The offscreen platform's screen is smaller than some windows, so dialogs land askew.
+        front->move(window.geometry().center() - front->rect().center());
+    }
     QRect area = window.geometry();
     if (front != nullptr) {
         area = area.united(front->geometry());
@@ -190,6 +194,7 @@ int main(int argc, char** argv) {
         chinese ? ui::SysLang::kSimplifiedChinese : ui::SysLang::kEnglish;
     gallery::installTranslators();
     ui::SetApplicationFont();
+    ui::SetApplicationStyle();
     gallery::windows();
     gallery::boxes();
     gallery::dialogs();

@@ -68,6 +68,7 @@ SampleWindow::SampleWindow() : QWidget(nullptr, Qt::FramelessWindowHint) {
     column->addWidget(title);
     column->addLayout(middle, 1);
     column->addWidget(status_);
+    list_->setFocus();
     cover_ = new ui::DimCover(
         this, QStringLiteral("background-color:rgba(0,0,0,50%);border-radius: 8px;"));
 }
@@ -134,6 +135,8 @@ void SampleWindow::SetStatus(ConnectStatus status) {
     status_->SetStatus(GetTrMsg(texts.bar),
                        QStringLiteral(":/assets/images/") + QLatin1String(texts.icon));
     QString const count = QString::number(cards_.size());
+    tunnel_->SetDuration(status == ConnectStatus::Connected ? QStringLiteral("00:12:34")
+                                                            : QString());
     status_->SetCountText(status == ConnectStatus::Connected
                               ? GetTrMsg(MsgCode::UI_TR_STATUS_CONNECTED).arg(name, count)
                               : GetTrMsg(MsgCode::UI_TR_STATUS_NO_CONNECTED).arg(count));
@@ -141,7 +144,6 @@ void SampleWindow::SetStatus(ConnectStatus status) {
 
 void SampleWindow::FillTunnel() {
     auto const text = [](char const* latin) { return QString::fromLatin1(latin); };
-    tunnel_->SetDuration(QStringLiteral("00:12:34"));
     tunnel_->SetStatistics({1572864, 356557, 12345, 4210, 0.5, 1.25});
     tunnel_->SetInterface(
         {{GetTrMsg(MsgCode::UI_TR_IPV4_NETWORK_ADDRESS), text("10.8.0.7")},

@@ -17,7 +17,7 @@
 namespace zorvanelink::ui {
 
 inline constexpr int kCardWidth = 309;  // pixels, with the room of the soft ring
-inline constexpr int kCardHeight = 130;
+inline constexpr int kCardHeight = 138;
 
 class ProfileTab : public QWidget {
     Q_OBJECT

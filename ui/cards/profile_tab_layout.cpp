@@ -1,5 +1,7 @@
 // How a card is built, laid out and painted.
+#include <QApplication>
 #include <QEvent>
+#include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QVariant>
 
@@ -19,8 +21,8 @@ constexpr int kPadding = 16;  // from the border to what stands inside
 constexpr int kInset = kRing + kPadding + 1;
 constexpr int kNameTop = kRing + 12;
 constexpr int kNameHeight = 26;
-constexpr int kServerTop = kRing + 42;
-constexpr int kUserTop = kRing + 62;
+constexpr int kServerTop = kRing + 41;
+constexpr int kUserTop = kRing + 61;
 constexpr int kRowHeight = 20;
 constexpr int kUserWidth = 190;  // at most
 constexpr int kButtonWidth = 80;
@@ -29,6 +31,16 @@ constexpr int kLampWidth = 52;
 constexpr int kLampMark = 12;
 constexpr int kGap = 8;
 constexpr qreal kRadius = 8;
+
+// The name is set in bold, which GetElideText does not measure.
+QString elideHeading(QString const& text, int width, bool& elided) {
+    QFont font = QApplication::font();
+    font.setPixelSize(14);
+    font.setWeight(QFont::DemiBold);
+    QString const shown = QFontMetrics(font).elidedText(text, Qt::ElideRight, width);
+    elided = shown != text;
+    return shown;
+}
 
 int textWidth(QLabel const* label) {
     return label->sizeHint().width();
@@ -136,14 +148,15 @@ void ProfileTab::placeTexts() {
     stateLamp_->move(lampRight - 6 - kLampWidth,
                      kNameTop + (kNameHeight - stateLamp_->height()) / 2);
     int const nameRight = stateLabel_->isHidden() ? right : lampRight - 6 - kLampMark - kGap;
-    auto const place = [](QLabel* label, QString const& text, int fontSize, QRect const& area) {
+    auto const place = [](QLabel* label, QString const& text, bool heading, QRect const& area) {
         bool elided = false;
-        label->setText(GetElideText(text, fontSize, area.width(), elided));
+        label->setText(heading ? elideHeading(text, area.width(), elided)
+                               : GetElideText(text, 12, area.width(), elided));
         label->setToolTip(elided ? text : QString());
         label->setAttribute(Qt::WA_TransparentForMouseEvents, !elided);
         label->setGeometry(area);
     };
-    place(name_, QString::fromStdString(profile->name), 14,
+    place(name_, QString::fromStdString(profile->name), true,
           QRect(kInset, kNameTop, nameRight - kInset, kNameHeight));
 
     auto const row = [&](QLabel* head, QLabel* value, QLabel* tail, QString const& text, int top,
@@ -153,7 +166,7 @@ void ProfileTab::placeTexts() {
         head->setGeometry(kInset, top, left - kInset, kRowHeight);
         tail->setGeometry(right - tailWidth, top, tailWidth, kRowHeight);
         int const room = right - left - (tailWidth > 0 ? tailWidth + kGap : 0);
-        place(value, text, 12, QRect(left, top, qMin(room, limit), kRowHeight));
+        place(value, text, false, QRect(left, top, qMin(room, limit), kRowHeight));
     };
     row(serverName_, server_, port_, QString::fromStdString(profile->server), kServerTop, width());
     row(userName_, user_, loginMode_, userText_, kUserTop, kUserWidth);

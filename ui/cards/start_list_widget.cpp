@@ -1,8 +1,19 @@
 #include "ui/cards/start_list_widget.h"
 
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 
 namespace zorvanelink::ui {
+namespace {
+
+// The card covers its item; the item's text is there to sort by and to be read aloud.
+class CardDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    void paint(QPainter*, QStyleOptionViewItem const&, QModelIndex const&) const override {}
+};
+
+}  // namespace
 
 StartListWidget::StartListWidget(QWidget* parent) : QListWidget(parent) {
     setObjectName(QStringLiteral("connection_listwidget_"));
@@ -12,6 +23,7 @@ StartListWidget::StartListWidget(QWidget* parent) : QListWidget(parent) {
     verticalScrollBar()->setSingleStep(24);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setFrameShape(QFrame::NoFrame);
+    setItemDelegate(new CardDelegate(this));
 }
 
 QListWidgetItem* StartListWidget::AddCard(ProfileTab* card) {

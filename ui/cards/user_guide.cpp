@@ -22,7 +22,6 @@ UserGuide::UserGuide(QWidget* parent) : QWidget(parent) {
     hint->setObjectName(QStringLiteral("guide_hint_"));
     hint->setWordWrap(true);
     hint->setAlignment(Qt::AlignCenter);
-    hint->setFixedWidth(290);
     auto* button = new QPushButton(GetTrMsg(MsgCode::UI_INFO_ADD_CONNECTION), this);
     button->setObjectName(QStringLiteral("guide_button_"));
     button->setProperty("primary", true);
@@ -30,12 +29,12 @@ UserGuide::UserGuide(QWidget* parent) : QWidget(parent) {
     connect(button, &QPushButton::clicked, this, &UserGuide::UserGuideStartConnect);
 
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
+    column->setContentsMargins(24, 0, 24, 0);
     column->setSpacing(12);
     column->addStretch();
     column->addWidget(shield, 0, Qt::AlignHCenter);
     column->addWidget(title, 0, Qt::AlignHCenter);
-    column->addWidget(hint, 0, Qt::AlignHCenter);
+    column->addWidget(hint);
     column->addWidget(button, 0, Qt::AlignHCenter);
     column->addStretch();
 }

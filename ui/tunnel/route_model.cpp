@@ -88,6 +88,7 @@ void RouteModel::Sort(RouteOrder order) {
     order_ = order;
     rebuild();
     Q_EMIT layoutChanged();
+    Q_EMIT headerDataChanged(Qt::Horizontal, kDestination, kDestination);
 }
 
 void RouteModel::SetFilter(QString const& text) {
@@ -154,7 +155,12 @@ QVariant RouteModel::headerData(int section, Qt::Orientation orientation, int ro
         return {};
     }
     if (role == Qt::DisplayRole) {
-        return GetTrMsg(kHeads[section]);
+        QString const head = GetTrMsg(kHeads[section]);
+        if (section != kDestination || order_ == RouteOrder::kUnsorted) {
+            return head;
+        }
+        return head +
+               (order_ == RouteOrder::kAscending ? QStringLiteral(" ↑") : QStringLiteral(" ↓"));
     }
     return role == Qt::TextAlignmentRole ? QVariant(Qt::AlignLeft | Qt::AlignVCenter) : QVariant();
 }

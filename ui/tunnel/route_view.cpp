@@ -143,17 +143,13 @@ void RouteView::resizeEvent(QResizeEvent* event) {
 
 void RouteView::onRouteItemClicked(int) {
     RouteModel& model = visibleModel();
-    auto* table = &model == ipv6_ ? tableIpv6_ : tableIpv4_;
-    bool const sort = model.Order() == RouteOrder::kUnsorted;
-    if (sort) {
+    if (model.Order() == RouteOrder::kUnsorted) {
         components::logger::Log().info("Show sorted route items");
         SortRouteItemModel(model, true);
     } else {
         components::logger::Log().info("Show unsorted route items");
         model.Sort(RouteOrder::kUnsorted);
     }
-    table->horizontalHeader()->setSortIndicatorShown(sort);
-    table->horizontalHeader()->setSortIndicator(RouteModel::kDestination, Qt::AscendingOrder);
 }
 
 void RouteView::OnRouteQTableViewCellEntered(QModelIndex const& index) {

@@ -51,8 +51,8 @@ StatisticsView::Card StatisticsView::addCard(QString const& name, char const* ob
     card.value->setProperty("role", QStringLiteral("figure"));
     card.value->setAccessibleName(name);
     auto* column = new QVBoxLayout(card.frame);
-    column->setContentsMargins(16, 12, 16, 12);
-    column->setSpacing(0);
+    column->setContentsMargins(16, 13, 16, 13);
+    column->setSpacing(2);
     column->addWidget(label);
     column->addWidget(card.value);
     if (withDetail) {

@@ -2,7 +2,7 @@
 
 #include <QFontMetrics>
 #include <QKeyEvent>
-#include <QToolButton>
+#include <QPushButton>
 
 namespace zorvanelink::ui {
 
@@ -18,17 +18,16 @@ TabBar::TabBar(Kind kind, int gap, QWidget* parent)
 
 int TabBar::AddTab(QString const& text, char const* objectName) {
     int const index = static_cast<int>(group_->buttons().size());
-    auto* tab = new QToolButton(this);
+    auto* tab = new QPushButton(text, this);
     tab->setObjectName(QLatin1String(objectName));
-    tab->setText(text);
     tab->setAccessibleName(text);
     tab->setCheckable(true);
-    tab->setFocusPolicy(Qt::StrongFocus);
+    tab->setAutoDefault(false);
     // As wide as the bold text of the active tab, so that a switch moves nothing.
     QFont bold = font();
     bold.setPixelSize(13);
     bold.setWeight(QFont::DemiBold);
-    tab->setFixedWidth(QFontMetrics(bold).horizontalAdvance(text) + 2);
+    tab->setFixedWidth(QFontMetrics(bold).horizontalAdvance(text) + 3);
     group_->addButton(tab, index);
     row_->insertWidget(index, tab);
     if (index == 0) {

@@ -11,6 +11,7 @@ WarningStrip::WarningStrip(QWidget* parent) : QFrame(parent), text_(new QLabel(t
     auto* icon = new QLabel(this);
     icon->setObjectName(QStringLiteral("warning_icon_"));
     icon->setPixmap(LoadImage(QStringLiteral(":/assets/images/warning.png")));
+    icon->setFixedSize(16, 20);
     icon->setAccessibleName(Translate(QT_TRANSLATE_NOOP("ui", "Warning")));
     text_->setObjectName(QStringLiteral("warning_text_"));
     text_->setTextFormat(Qt::PlainText);

@@ -21,7 +21,7 @@ StatusBarWidget::StatusBarWidget(QWidget* parent)
     count_->setAccessibleName(Translate(QT_TRANSLATE_NOOP("ui", "Connections")));
     image_->setObjectName(QStringLiteral("status_icon_"));
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(16, 0, 16, 0);
+    row->setContentsMargins(16, 1, 16, 0);
     row->setSpacing(8);
     row->addWidget(spinner_);
     row->addWidget(image_);
