@@ -51,7 +51,7 @@ void waitAndDelete(QThread* thread, unsigned wait_ms) {
 
 ServiceLink::ServiceLink(LinkCore::LinkFactory factory, Pauses pauses, QObject* parent)
     : QObject(parent),
-      core_(std::make_shared<LinkCore>(std::move(factory), this)),
+      core_(std::make_shared<LinkCore>(std::move(factory), static_cast<LinkEvents*>(this))),
       pauses_(pauses) {
     ipcLogTimer_.setSingleShot(true);
     ipcLogTimer_.setInterval(kIPCLogPeriod);

@@ -1,8 +1,7 @@
 #include "ui/tunnel/tunnel_controller.h"
 
-#include <QHostAddress>
-
 #include "components/logger/logger.h"
+#include "components/utils/address.h"
 #include "ui/text/texts.h"
 #include "ui/tunnel/format.h"
 #include "ui/widgets/style.h"
@@ -15,20 +14,16 @@ using components::logger::Log;
 using core::sslvpn::CLMsgReplyNetConfigData;
 using core::sslvpn::NetConfigRoute;
 
-constexpr int kIpv4Bits = 32;
+namespace utils = components::utils;
 
 // Empty for an address that is absent, no address at all, or the wildcard.
 QString addressText(std::string const& text) {
-    QHostAddress const address(QString::fromStdString(text));
-    bool const wildcard = address == QHostAddress(QHostAddress::AnyIPv4) ||
-                          address == QHostAddress(QHostAddress::AnyIPv6);
-    return address.isNull() || wildcard ? QString() : address.toString();
+    return utils::IsWildcardAddr(text) ? QString()
+                                       : QString::fromStdString(utils::NormalizeAddr(text));
 }
 
 QString netmaskText(int prefix) {
-    int const bits = std::clamp(prefix, 0, kIpv4Bits);
-    quint32 const mask = bits == 0 ? 0 : ~quint32{0} << (kIpv4Bits - bits);
-    return QHostAddress(mask).toString();
+    return QString::fromStdString(utils::GetStrFromIpv4(utils::NetmaskFromPrefix(prefix)));
 }
 
 QString joined(std::vector<std::string> const& items) {
