@@ -11,6 +11,7 @@
 
 #include "common/auth_type.h"
 #include "components/cert/cert_info.h"
+#include "core/reply_records.h"
 
 namespace zorvanelink::ui {
 
@@ -69,6 +70,43 @@ struct ProfileBase {
     bool GetSupportedAuthType(std::vector<SupportedAuthType> const& list);
 };
 
-struct Profile : ProfileBase {};
+// What one connection knows besides its profile: never stored, replaced by a fresh one at each
+// start.
+struct Context {
+    bool needQueryAuthType = true;  // ask the server for its types before the login
+    std::string cipherAlg;
+    std::string ipCompAlg;
+    std::string sslVersion;
+    std::string hostCheckDownloadUrl;
+    std::string redirectUrl;
+    std::string redirectUrlTitle;
+    std::string resourceListPagePath;
+    bool needClearWebCacheWhenOffline = false;
+    std::string receivedUserName;   // the session's cookie text
+    std::int32_t authCodeType = 1;  // 0 token, 1 SMS, 2 e-mail
+    std::string tokenPromptMsg;
+    std::string emailAuthAccount;
+    bool allowLocalChangePassword = false;
+    QString passwordPolicy;  // lines for the user, empty without a policy
+    std::string changePasswordUrl;
+    std::string forgotPasswordUrl;
+    QDateTime connectTime;  // invalid until the tunnel is up
+    core::sslvpn::CLMsgReplyNetConfigData netConfig;
+    core::sslvpn::CLMsgReplyTunnelStatisticsData statistics;
+};
+
+struct Profile : ProfileBase {
+    Context context;
+
+    bool needQueryAuthType() const { return context.needQueryAuthType; }
+    void setNeedQueryAuthType(bool need) { context.needQueryAuthType = need; }
+};
+
+// What the automation bridge hands to the connection editor. A server of "INVALID" leaves the
+// field as it is. The password is in clear until the editor has encoded it.
+struct AutoProfile : ProfileBase {};
+
+// The type of an old settings file's number; kNone for all but 1, 2 and 3.
+SupportedAuthType ConvertOldAuthType(int oldType);
 
 }  // namespace zorvanelink::ui

@@ -1,0 +1,34 @@
+// Reading of client certificates from PKCS#12 files. Stateless, no call throws. Private keys are
+// thrown away: the client never keeps one.
+#pragma once
+
+#include <openssl/x509.h>
+
+#include <string>
+
+#include "components/cert/cert_info.h"
+
+namespace zorvanelink::components::utils {
+
+enum Pkcs12Result : int {
+    kPkcs12Ok = 0,
+    kPkcs12NotOpened = 1,  // the file could not be opened
+    kPkcs12Bad = 2,        // no PKCS#12, not parsed, or without a certificate
+    kPkcs12WrongPin = 3,
+};
+
+// Reads cert.filePath with cert.pin (a sensitive value) and fills the other fields. systemEncoded:
+// the file went through SystemEncryptFile. A failure leaves the fields that it had not reached.
+int ParsePkcs12Cert(CertInfo& cert, bool systemEncoded);
+
+// Whether the signature is made with SM3.
+bool IsGMX509(X509* x509);
+bool IsRSA(X509* x509);
+// UTF-8 text of the first such part of the subject; empty when there is none.
+std::string GetX509NamebyNid(X509* x509, int nid);
+// "2026-01-02 03:04:05", UTC; empty for no valid time.
+std::string ASN1_TIME_to_string(ASN1_TIME const* time);
+// Erases what stands ahead of "CN=".
+void TrimNoUseSubjectOrIssuerField(std::string& text);
+
+}  // namespace zorvanelink::components::utils

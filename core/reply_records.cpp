@@ -1,0 +1,27 @@
+#include "core/reply_records.h"
+
+namespace zorvanelink::core::sslvpn {
+namespace {
+
+constexpr std::int32_t kClientHeartbeatReason = 222;  // the client's own report
+constexpr std::int32_t kLastGatewayReason = 13;
+
+}  // namespace
+
+MsgCode DisconnectReasonCode(std::int32_t reason) {
+    if (reason == kClientHeartbeatReason) {
+        return MsgCode::DISCONNECT_REASON_CLIENT_HEARTBEAT_TIMEOUT;
+    }
+    if (reason < 1 || reason > kLastGatewayReason) {
+        return MsgCode::UNSPECIFIED;
+    }
+    auto const first = static_cast<std::int32_t>(MsgCode::DISCONNECT_REASON_UNKNOWN);
+    return static_cast<MsgCode>(first + reason - 1);
+}
+
+std::string DisconnectReasonText(std::int32_t reason) {
+    MsgCode const code = DisconnectReasonCode(reason);
+    return code == MsgCode::UNSPECIFIED ? "Unkown" : common::g_IPCMessageMap.Get(code).english;
+}
+
+}  // namespace zorvanelink::core::sslvpn

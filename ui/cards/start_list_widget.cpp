@@ -1,0 +1,32 @@
+#include "ui/cards/start_list_widget.h"
+
+#include <QScrollBar>
+
+namespace zorvanelink::ui {
+
+StartListWidget::StartListWidget(QWidget* parent) : QListWidget(parent) {
+    setObjectName(QStringLiteral("connection_listwidget_"));
+    setStyleSheet(QStringLiteral("QListWidget{background:transparent;}"));
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    verticalScrollBar()->setSingleStep(24);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setFrameShape(QFrame::NoFrame);
+}
+
+QListWidgetItem* StartListWidget::AddCard(ProfileTab* card) {
+    QString const name = QString::fromStdString(card->GetProfile()->name);
+    auto* item = new QListWidgetItem(name, this);
+    // Cards bring the room of their ring, so they stand 12 apart to the eye.
+    item->setSizeHint(QSize(kCardWidth, kCardHeight + 6));
+    item->setData(Qt::AccessibleTextRole, name);
+    card->setFixedSize(kCardWidth, kCardHeight);
+    setItemWidget(item, card);
+    return item;
+}
+
+ProfileTab* StartListWidget::CardAt(int row) const {
+    return qobject_cast<ProfileTab*>(itemWidget(item(row)));
+}
+
+}  // namespace zorvanelink::ui

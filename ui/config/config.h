@@ -1,0 +1,105 @@
+// The one store of what the user configures: switches, profiles and client certificates, kept in
+// AppConfig.ini. GUI thread only; nothing here reports to the user.
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/environment/app_ctrl.h"
+#include "components/cert/cert_info.h"
+#include "ui/config/profile.h"
+
+class QSettings;
+
+namespace zorvanelink::ui {
+
+class Config {
+  public:
+    using ProfileMap = std::map<std::string, std::shared_ptr<Profile>>;
+    using CertMap = std::map<std::string, CertInfo>;
+
+    static constexpr std::size_t kMaxConfigNum = 32;
+    static constexpr std::size_t kMaxClientCertNum = 16;
+    static constexpr std::size_t kMaxNameBytes = 127;
+
+    // Built at first use, which must come after the application control file was read.
+    static Config& Instance();
+    // A store of its own, for tests and tools.
+    Config();
+
+    // Fills the store; called once, by the main window. A missing file is a first run.
+    void Load(bool automationActive = false);
+    // Writes everything in one go and syncs once. On failure a log line, and the file stays as it
+    // was; the next call tries again.
+    void Save();
+
+    ProfileMap const& GetProfile() const { return profiles; }
+    // Empty pointer for an unknown name; an empty name means the default profile.
+    std::shared_ptr<Profile> GetProfile(std::string const& name) const;
+    std::string const& GetDefaultProfileName() const { return defaultProfile; }
+    // False, with nothing changed, unless a profile has that name.
+    bool SetDefaultProfile(std::string const& name);
+
+    // False for a null or nameless profile, a full map, and a name that exists unless replace.
+    // Nothing is saved.
+    bool AddProfile(std::shared_ptr<Profile> const& profile, bool replace);
+    // Always true; refusals are log lines.
+    bool AddProfiles(std::vector<std::shared_ptr<Profile>> const& list, bool replace);
+    void ModifyProfile(std::string const& name, std::shared_ptr<Profile> const& profile);
+    void SetProfile(std::string const& name, std::shared_ptr<Profile> const& profile);
+    // The next Save rewrites the file from nothing, so that the profile's group leaves it.
+    void DeleteProfile(std::string const& name);
+
+    bool IsClientCertExist(CertInfo const& cert) const;
+    // Null for an unknown fingerprint; valid until the certificate is deleted.
+    CertInfo const* GetClientCert(std::string const& fingerprint) const;
+    // Copies the certificate's file into the store under its fingerprint.
+    bool AddClientCert(CertInfo const& cert);
+    // A file that is already gone counts as deleted; the record stays when the file does.
+    bool DeleteClientCert(CertInfo const& cert);
+
+    QString dnsServers;
+    QString oldDefGateway;
+    bool autoRun = false;
+    bool autoReconnect = true;
+    bool autoUpdate = true;
+    bool hasPromotedUpdate = false;  // in this run; not stored
+    bool autoLogin = false;
+    bool communicationOptimization = false;  // read, never written
+    QString installerPath;
+    std::int32_t updatePolicy = 0;
+    QString updatePolicyVersion;  // the version that updatePolicy speaks of; empty: any
+    bool autoMinimize = true;
+    QString uuid;  // 32 hexadecimal digits, upper case
+    bool removeOldUserFolder = true;
+    bool statusNotify = true;
+    ProfileMap profiles;
+    std::string defaultProfile;
+    std::int32_t logFilter = 0;           // written, never read
+    CertMap clientCerts;                  // by fingerprint
+    ClientVersionInfo clientVersion;      // this program; stored
+    ClientVersionInfo lastClientVersion;  // the program that wrote the file last
+
+  private:
+    // config_load.cpp
+    void loadClientCerts(QSettings& settings);
+    bool loadClientCert(QSettings& settings);
+    void loadProfiles(QSettings& settings);
+    void loadFileCert(QSettings& settings, Profile& profile) const;
+    std::shared_ptr<Profile> loadProfile(QSettings& settings, QString const& key,
+                                         std::string const& name) const;
+    // config_save.cpp
+    bool keepBadFile(QSettings& settings);
+    void saveSwitches(QSettings& settings) const;
+    void saveProfiles(QSettings& settings) const;
+    void saveClientCerts(QSettings& settings) const;
+
+    bool clearPending_ = false;  // a profile was deleted since the last good save
+    bool badFile_ = false;       // the file did not parse and its copy is still to be made
+};
+
+}  // namespace zorvanelink::ui
