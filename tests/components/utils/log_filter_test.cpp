@@ -1,0 +1,78 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "components/utils/log_filter.h"
+
+namespace zorvanelink::components::utils {
+namespace {
+
+// The masking told as plainly as it can be, on the changing text itself.
+std::string reference(std::vector<std::string> const& words, std::string json) {
+    constexpr auto none = std::string::npos;
+    for (std::string const& word : words) {
+        std::size_t position = 0;
+        std::size_t hit = 0;
+        while (position <= json.size() && (hit = json.find(word, position)) != none) {
+            position = hit + word.size();
+            std::string const ahead = json.substr(0, hit);
+            std::size_t const colon = ahead.rfind(':');
+            std::size_t const comma = ahead.rfind(',');
+            if (colon != none && (comma == none || comma < colon)) {
+                continue;
+            }
+            std::size_t const start = json.find(':', hit) + 1;
+            std::size_t const next = json.find(',', hit);
+            std::size_t end = next == none ? json.rfind('}') : next;
+            if (start != 0 && end < start) {
+                if (next != none) {
+                    continue;
+                }
+                end = none;
+            }
+            end = std::min(end, json.size());
+            bool const text = json.substr(start, end - start).find('"') != none;
+            json.replace(start, end - start, text ? "\"****\"" : "****");
+        }
+    }
+    return json;
+}
+
+TEST(LogFilter, MasksValuesOfKeys) {
+    struct Case {
+        char const* json;
+        char const* masked;
+    } const cases[] = {
+        {R"({"user":"password"})", R"({"user":"password"})"},
+        {R"({"a":1,"password":"x"})", R"({"a":1,"password":"****"})"},
+        {R"({"password":"x","b":2})", R"({"password":"****","b":2})"},
+        {R"({"a":1,"pinCode":42,"b":true})", R"({"a":1,"pinCode":****,"b":true})"},
+        {R"({"a":1,"Password":"x"})", R"({"a":1,"Password":"x"})"},
+        {R"({"a":1,"encryptedPassword":"x","newPassword":"y","currentPassword":"z"})",
+         R"({"a":1,"encryptedPassword":"****","newPassword":"****","currentPassword":"****"})"},
+        {R"({"a":"password","b":"x"})", R"({"a":"password","b":"x"})"},
+        {R"({"password":"x")", R"({"password":"****")"},
+        {R"({"l":["a","password","b"],"k":1})", R"({"l":["a","password","b"],"k":1})"},
+        {"", ""},
+    };
+    for (Case const& c : cases) {
+        EXPECT_EQ(FilterJsonStr(g_filter_word, c.json), c.masked);
+    }
+    EXPECT_EQ(FilterJsonStr({""}, "{}"), "{}");
+}
+
+TEST(LogFilter, AgreesWithThePlainAlgorithmOnAnyText) {
+    std::mt19937 random(20260102);
+    char const* const pieces[] = {"password", "newPassword", "pin", "Code", ":", ":", ",",      ",",
+                                  "\"",       "{",           "}",   "x",    "1", " ", "pinCode"};
+    for (int round = 0; round < 20000; ++round) {
+        std::string json;
+        for (unsigned i = random() % 24; i > 0; --i) {
+            json += pieces[random() % std::size(pieces)];
+        }
+        ASSERT_EQ(FilterJsonStr(g_filter_word, json), reference(g_filter_word, json)) << json;
+    }
+}
+
+}  // namespace
+}  // namespace zorvanelink::components::utils
