@@ -14,7 +14,8 @@ _BUS_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 
 
 class VirtualDesktop:
-    """Use it in a `with` statement; one at a time in a process, since it sets os.environ.
+    """Use it in a `with` statement; one in the life of a process: the accessibility library keeps
+    the bus that it found first.
 
     Everything that the desktop and its programs write lies below `folder`, except sockets, whose
     paths must be short: they are in a folder of their own that goes with the desktop.
@@ -119,7 +120,8 @@ def _manages_windows():
 
 
 def _accessibility_bus():
-    argv = ["dbus-send", "--session", "--print-reply", "--dest=org.a11y.Bus", "/org/a11y/bus"]
-    argv.append("org.a11y.Bus.GetAddress")
+    # Asking the bus and not the launcher: a call would have the bus start a second one.
+    argv = ["dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus"]
+    argv += ["/", "org.freedesktop.DBus.NameHasOwner", "string:org.a11y.Bus"]
     answer = subprocess.run(argv, capture_output=True, text=True, check=False)
-    return "unix:" in answer.stdout
+    return "true" in answer.stdout

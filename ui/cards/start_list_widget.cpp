@@ -2,9 +2,12 @@
 
 #include <QScrollBar>
 
+#include "ui/cards/card_accessible.h"
+
 namespace zorvanelink::ui {
 
 StartListWidget::StartListWidget(QWidget* parent) : QListWidget(parent) {
+    MakeCardsAccessible();
     setObjectName(QStringLiteral("connection_listwidget_"));
     setStyleSheet(QStringLiteral("QListWidget{background:transparent;}"));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
