@@ -46,7 +46,7 @@ class Widget:
         """With the mouse, in the middle."""
         box = self._node.get_extents(Atspi.CoordType.SCREEN)
         at = [str(box.x + box.width // 2), str(box.y + box.height // 2)]
-        subprocess.run(["xdotool", "mousemove", "--sync", *at, "click", "1"], check=True, timeout=20)
+        subprocess.run(["xdotool", "mousemove", *at, "click", "1"], check=True, timeout=20)
 
     def children(self):
         for index in range(self._node.get_child_count()):
