@@ -1,6 +1,8 @@
 #include "components/ipc/deadline_socket.h"
 
+#include <fcntl.h>
 #include <fmt/format.h>
+#include <netinet/tcp.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -12,6 +14,15 @@ namespace zorvanelink::components::ipc {
 namespace {
 
 constexpr auto kConnectPoll = std::chrono::microseconds(1);
+
+// A browser that we open must not hold the connection, and no message waits for an acknowledgement
+// of the one before.
+int prepared(int descriptor) {
+    int const on = 1;
+    ::fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+    ::setsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    return descriptor;
+}
 
 }  // namespace
 
@@ -25,14 +36,14 @@ DeadlineSocket::DeadlineSocket(boost::asio::io_context& context, std::shared_ptr
     : stream_(context, Tcp::v4()),
       connect_deadline_(context),
       texts_(std::move(texts)),
-      descriptor_(stream_.native_handle()) {
+      descriptor_(prepared(stream_.native_handle())) {
 }
 
 DeadlineSocket::DeadlineSocket(TcpStream stream, std::shared_ptr<LinkTexts> texts)
     : stream_(std::move(stream)),
       connect_deadline_(stream_.get_executor()),
       texts_(std::move(texts)),
-      descriptor_(stream_.native_handle()) {
+      descriptor_(prepared(stream_.native_handle())) {
 }
 
 bool DeadlineSocket::connect(Tcp::endpoint const& endpoint) {

@@ -66,6 +66,7 @@ class SocketIPC : public IPC, public std::enable_shared_from_this<SocketIPC> {
     // Checks every 200 ms for a sign of life within the last 2 s, and sends one of its own.
     void StartHeartbeat();
 
+    Mode mode() const { return mode_; }
     std::uint64_t ReadCount() const { return read_count_; }
     std::uint16_t Port() const { return port_; }
 

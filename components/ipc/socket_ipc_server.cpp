@@ -1,5 +1,6 @@
 #include "components/ipc/socket_ipc_server.h"
 
+#include <fcntl.h>
 #include <fmt/format.h>
 
 #include <boost/asio/basic_socket_acceptor.hpp>
@@ -80,6 +81,7 @@ bool SocketIPCServer::bindTo(std::uint16_t port) {
     auto& acceptor = role_->acceptor;
     if (!acceptor.is_open()) {
         acceptor.open(endpoint->protocol(), error);
+        ::fcntl(acceptor.native_handle(), F_SETFD, FD_CLOEXEC);
     }
     if (!error) {
         acceptor.set_option(Tcp::acceptor::reuse_address(true), error);
@@ -145,18 +147,27 @@ void SocketIPCServer::takeClient(std::shared_ptr<DeadlineSocket> const& socket) 
 }
 
 void SocketIPCServer::DisconnectClient() {
-    if (auto const socket = currentSocket()) {
-        runOnWorker([this, self = shared_from_this(), socket] { disconnectNow(socket); });
-    }
-}
-
-void SocketIPCServer::disconnectNow(std::shared_ptr<DeadlineSocket> const& socket) {
-    if (!dropSocket(socket)) {
+    if (!role_) {
         return;
     }
-    texts_->Append(LinkTexts::kDebug, "Will disconnect ipc client\n");
-    zeroReadCount();
+    // Weak: before Run nothing would ever take the task out of the context again.
+    runOnWorker([this, weak = weak_from_this(), socket = currentSocket()] {
+        if (auto const self = weak.lock()) {
+            disconnectNow(socket);
+        }
+    });
+}
+
+// The client may have left, and another one come, since the call.
+void SocketIPCServer::disconnectNow(std::shared_ptr<DeadlineSocket> const& socket) {
+    if (currentSocket() != socket) {
+        return;
+    }
+    if (dropSocket(socket)) {
+        texts_->Append(LinkTexts::kDebug, "Will disconnect ipc client\n");
+    }
     runClientDisconnectedHandlers();
+    zeroReadCount();
 }
 
 void SocketIPCServer::closeRole() {

@@ -17,6 +17,11 @@ std::string path(char const* name) {
     return TestEnvironment::Home() / name;
 }
 
+std::string fresh(char const* name) {
+    unlink(path(name).c_str());
+    return path(name);
+}
+
 TEST(PortFile, Content) {
     struct {
         char const* text;
@@ -32,10 +37,10 @@ TEST(PortFile, Content) {
 
 TEST(PortFile, OnlyARegularFileCounts) {
     EXPECT_FALSE(ReadPortFile(path("missing")));
-    std::ofstream(path("target")) << "1234\n";
-    ASSERT_EQ(symlink(path("target").c_str(), path("link").c_str()), 0);
+    std::ofstream(fresh("target")) << "1234\n";
+    ASSERT_EQ(symlink(path("target").c_str(), fresh("link").c_str()), 0);
     EXPECT_FALSE(ReadPortFile(path("link")));
-    ASSERT_EQ(mkfifo(path("fifo").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo(fresh("fifo").c_str(), 0600), 0);
     EXPECT_FALSE(ReadPortFile(path("fifo")));
     EXPECT_FALSE(ReadPortFile(TestEnvironment::Home()));
     if (geteuid() == 0) {
@@ -45,8 +50,8 @@ TEST(PortFile, OnlyARegularFileCounts) {
 }
 
 TEST(PortFile, WriteReplacesALinkAndIsReadable) {
-    std::ofstream(path("victim")) << "untouched";
-    ASSERT_EQ(symlink(path("victim").c_str(), path("replaced").c_str()), 0);
+    std::ofstream(fresh("victim")) << "untouched";
+    ASSERT_EQ(symlink(path("victim").c_str(), fresh("replaced").c_str()), 0);
     auto const old_mask = umask(077);
     EXPECT_TRUE(WritePortFile(path("replaced"), 4711));
     umask(old_mask);
