@@ -3,6 +3,8 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 
+#include "ui/cards/card_accessible.h"
+
 namespace zorvanelink::ui {
 namespace {
 
@@ -16,6 +18,7 @@ class CardDelegate : public QStyledItemDelegate {
 }  // namespace
 
 StartListWidget::StartListWidget(QWidget* parent) : QListWidget(parent) {
+    MakeCardsAccessible();
     setObjectName(QStringLiteral("connection_listwidget_"));
     setStyleSheet(QStringLiteral("QListWidget{background:transparent;}"));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -47,7 +47,6 @@ void InterfaceView::addRow(InterfaceRow const& row, bool last) {
     value->setTextFormat(Qt::PlainText);
     value->setWordWrap(true);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    value->setAccessibleName(row.label.trimmed());
     auto* pair = new QHBoxLayout(line);
     pair->setContentsMargins(0, 9, 0, 9);
     pair->setSpacing(16);

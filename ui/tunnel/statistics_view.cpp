@@ -49,7 +49,6 @@ StatisticsView::Card StatisticsView::addCard(QString const& name, char const* ob
     card.value = new QLabel(card.frame);
     card.value->setObjectName(QLatin1String(objectName) + QStringLiteral("value_"));
     card.value->setProperty("role", QStringLiteral("figure"));
-    card.value->setAccessibleName(name);
     auto* column = new QVBoxLayout(card.frame);
     column->setContentsMargins(16, 13, 16, 13);
     column->setSpacing(2);
