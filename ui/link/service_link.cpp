@@ -56,11 +56,14 @@ ServiceLink::ServiceLink(LinkCore::LinkFactory factory, Pauses pauses, QObject* 
     ipcLogTimer_.setSingleShot(true);
     ipcLogTimer_.setInterval(kIPCLogPeriod);
     connect(&ipcLogTimer_, &QTimer::timeout, this, &ServiceLink::onIPCLogTimerTimeout);
+    // Queued, whatever thread reports: the core holds its lock meanwhile.
     connect(this, &ServiceLink::RecvServiceData, this, &ServiceLink::onRecvServiceData,
             Qt::QueuedConnection);
-    connect(this, &ServiceLink::IPCTimeout, this, &ServiceLink::onProcessIPCTimeout);
-    connect(this, &ServiceLink::IPCError, this, &ServiceLink::onProcessIPCError);
-    connect(this, &ServiceLink::LinkedUp, this, &ServiceLink::onLinkedUp);
+    connect(this, &ServiceLink::IPCTimeout, this, &ServiceLink::onProcessIPCTimeout,
+            Qt::QueuedConnection);
+    connect(this, &ServiceLink::IPCError, this, &ServiceLink::onProcessIPCError,
+            Qt::QueuedConnection);
+    connect(this, &ServiceLink::LinkedUp, this, &ServiceLink::onLinkedUp, Qt::QueuedConnection);
 }
 
 ServiceLink::~ServiceLink() { Stop(); }
