@@ -107,16 +107,16 @@ TEST_F(LinkTest, StoppedAndDestroyedOnItsOwnWorker) {
     ASSERT_TRUE(server->Run());
     auto client = std::make_shared<Client>("own", nullptr, place);
     std::weak_ptr<Client> const watch = client;
-    std::atomic<bool> released{false};
-    client->RegisterIPCMsgCallback(kIPCCommon, [&, watch](char const*, int) {
+    auto const released = std::make_shared<std::atomic<bool>>(false);
+    client->RegisterIPCMsgCallback(kIPCCommon, [released, watch](char const*, int) {
         watch.lock()->Stop();
-        Eventually([&] { return released.load(); });
+        Eventually([&] { return released->load(); });
     });
     ASSERT_TRUE(client->Run());
     ASSERT_TRUE(connected.WaitFor(1));
     ASSERT_TRUE(send(*server, "stop"));
     client.reset();
-    released = true;
+    *released = true;
     EXPECT_TRUE(Eventually([&] { return watch.expired(); }));
 }
 
