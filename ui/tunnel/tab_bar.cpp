@@ -5,6 +5,22 @@
 #include <QPushButton>
 
 namespace zorvanelink::ui {
+namespace {
+
+// As wide as its bold text, so that it does not move its neighbours when it becomes active.
+class Tab : public QPushButton {
+  public:
+    using QPushButton::QPushButton;
+
+    QSize sizeHint() const override {
+        QFont bold = font();
+        bold.setWeight(QFont::DemiBold);
+        return {QFontMetrics(bold).horizontalAdvance(text()) + 2, QPushButton::sizeHint().height()};
+    }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
+}  // namespace
 
 TabBar::TabBar(Kind kind, int gap, QWidget* parent)
     : QFrame(parent), row_(new QHBoxLayout(this)), group_(new QButtonGroup(this)) {
@@ -18,16 +34,12 @@ TabBar::TabBar(Kind kind, int gap, QWidget* parent)
 
 int TabBar::AddTab(QString const& text, char const* objectName) {
     int const index = static_cast<int>(group_->buttons().size());
-    auto* tab = new QPushButton(text, this);
+    auto* tab = new Tab(text, this);
     tab->setObjectName(QLatin1String(objectName));
     tab->setAccessibleName(text);
     tab->setCheckable(true);
+    tab->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     tab->setAutoDefault(false);
-    // As wide as the bold text of the active tab, so that a switch moves nothing.
-    QFont bold = font();
-    bold.setPixelSize(13);
-    bold.setWeight(QFont::DemiBold);
-    tab->setFixedWidth(QFontMetrics(bold).horizontalAdvance(text) + 3);
     group_->addButton(tab, index);
     row_->insertWidget(index, tab);
     if (index == 0) {

@@ -44,6 +44,7 @@ class InputDialog : public ZVLDialog {
   private:
     void on_ok_button__clicked();
     QWidget* buildButtons();
+    void reportOpened();
 
     QLabel* label_;
     QLabel* label2_;

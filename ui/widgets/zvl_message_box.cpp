@@ -147,7 +147,8 @@ void ZVLMessageBox::fitTexts() {
 void ZVLMessageBox::showEvent(QShowEvent* event) {
     fitTexts();
     ZVLDialog::showEvent(event);
-    AutoGetRes();
+    // Queued: an answer given before the nested loop runs would leave that loop without an end.
+    QMetaObject::invokeMethod(this, &ZVLMessageBox::AutoGetRes, Qt::QueuedConnection);
 }
 
 void ZVLMessageBox::AutoGetRes() {

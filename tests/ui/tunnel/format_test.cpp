@@ -12,8 +12,8 @@ TEST(Format, DataSizes) {
         char const* text;
     };
     for (auto const& row :
-         {Row{0, "0 bytes"}, Row{1023, "1023 bytes"}, Row{1536, "1.50 KB"}, Row{1572864, "1.50 MB"},
-          Row{1ULL << 40, "1.00 TB"}, Row{~0ULL, "8.00 EB"}}) {
+         {Row{0, "0 bytes"}, Row{1023, "1,023 bytes"}, Row{1536, "1.50 KB"},
+          Row{1572864, "1.50 MB"}, Row{1ULL << 40, "1.00 TB"}, Row{~0ULL, "8.00 EB"}}) {
         EXPECT_EQ(GetDataSizeStrFrom(row.size).toStdString(), row.text);
     }
 }

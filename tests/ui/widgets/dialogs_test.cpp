@@ -102,7 +102,7 @@ TEST(InputDialog, HidesTheSecretAndAcceptsAnEmptyOneWhenTold) {
     EXPECT_EQ(edit.accessibleName(), text("PIN"));
     dialog.SetRememberCheckHide(true);
     dialog.show();
-    EXPECT_TRUE(edit.hasFocus());
+    EXPECT_EQ(dialog.focusWidget(), &edit);
     EXPECT_FALSE(Find<QCheckBox>(dialog, "remember_check_").isVisible());
     QTest::keyClick(&edit, Qt::Key_Return);
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
