@@ -183,15 +183,10 @@ template <auto const& kFields>
 struct Records {
     template <class Element>
     static Outcome Read(Value const& value, std::vector<Element>& out) {
-        std::vector<Element> read;
-        Outcome const outcome = ReadObjects(value, [&read](Value const& object) {
+        return ReadObjects(value, out, [](Value const& object, std::vector<Element>& read) {
             bool const complete = ReadFields(object, kFields, read.emplace_back());
             return complete ? kStored : Outcome{Outcome::kFailed};
         });
-        if (outcome.Stored()) {
-            out = std::move(read);
-        }
-        return outcome;
     }
     template <class Element>
     static void Write(Output& out, std::vector<Element> const& value) {
@@ -209,8 +204,7 @@ template <Literal kKey, Need kNeed>
 struct KeyedValues {
     template <class Element>
     static Outcome Read(Value const& value, std::vector<Element>& out) {
-        std::vector<Element> read;
-        Outcome const outcome = ReadObjects(value, [&read](Value const& object) {
+        return ReadObjects(value, out, [](Value const& object, std::vector<Element>& read) {
             std::pair<bool, Element> entry{};
             if (!ReadFields(object, kFields<Element>, entry)) {
                 return Outcome{Outcome::kFailed};
@@ -220,10 +214,6 @@ struct KeyedValues {
             }
             return kStored;
         });
-        if (outcome.Stored()) {
-            out = std::move(read);
-        }
-        return outcome;
     }
     template <class Element>
     static void Write(Output& out, std::vector<Element> const& value) {

@@ -40,8 +40,7 @@ template <class Entry, auto const& kReadFields, auto const& kWriteFields = kRead
 struct EntryMap {
     template <class Mapped>
     static json::Outcome Read(json::Value const& value, std::map<std::string, Mapped>& out) {
-        std::map<std::string, Mapped> read;
-        json::Outcome const outcome = json::ReadObjects(value, [&read](json::Value const& object) {
+        return json::ReadObjects(value, out, [](json::Value const& object, auto& read) {
             Entry entry;
             if (!json::ReadFields(object, kReadFields, entry)) {
                 return json::Outcome{json::Outcome::kFailed};
@@ -49,10 +48,6 @@ struct EntryMap {
             read.insert(ToRow(std::move(entry)));
             return json::kStored;
         });
-        if (outcome.Stored()) {
-            out = std::move(read);
-        }
-        return outcome;
     }
     template <class Mapped>
     static void Write(json::Output& out, std::map<std::string, Mapped> const& value) {

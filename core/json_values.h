@@ -107,18 +107,21 @@ struct Plain {
     }
 };
 
-// Reads each element of an array with `read`, which is given the object and answers an Outcome.
-template <class ReadElement>
-Outcome ReadObjects(Value const& value, ReadElement read) {
+// Reads each element of an array with `read`, which is given the object and the container to add
+// to and answers an Outcome. `out` changes only when all of them were read.
+template <class Container, class ReadElement>
+Outcome ReadObjects(Value const& value, Container& out, ReadElement read) {
     if (!value.IsArray()) {
         return WrongType(value);
     }
+    Container content;
     for (Value const& element : value.GetArray()) {
-        Outcome const outcome = element.IsObject() ? read(element) : WrongType(element);
+        Outcome const outcome = element.IsObject() ? read(element, content) : WrongType(element);
         if (!outcome.Stored()) {
             return outcome;
         }
     }
+    out = std::move(content);
     return kStored;
 }
 

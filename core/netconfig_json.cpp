@@ -20,13 +20,9 @@ constexpr std::array kRouteFields{
 // two numbers may also stand in an object that is that member's value.
 struct Routes {
     static Outcome Read(Value const& value, std::vector<NetConfigRoute>& out) {
-        std::vector<NetConfigRoute> read;
-        Outcome const outcome = json::ReadObjects(
-            value, [&read](Value const& object) { return readRoute(object, read.emplace_back()); });
-        if (outcome.Stored()) {
-            out = std::move(read);
-        }
-        return outcome;
+        return json::ReadObjects(value, out, [](Value const& object, auto& read) {
+            return readRoute(object, read.emplace_back());
+        });
     }
 
     static void Write(json::Output& out, std::vector<NetConfigRoute> const& routes) {

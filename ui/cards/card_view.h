@@ -17,7 +17,7 @@ struct CardView {
     CardAction action = CardAction::kConnect;
     common::MsgCode buttonText = common::MsgCode::UI_INFO_CONNECT;
     std::optional<bool> buttonEnabled;  // none: stays as it is
-    bool online = false;                // the state label in the colour of the selection
+    char const* stateName = "";         // what the stylesheet colours the label by
 };
 
 // `own` is this card's state; `otherRuns` whether another card's connection is in any state but

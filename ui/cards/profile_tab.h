@@ -16,8 +16,8 @@
 
 namespace zorvanelink::ui {
 
-inline constexpr int kCardWidth = 309;   // pixels, with the room of the soft ring
-inline constexpr int kCardHeight = 130;
+inline constexpr int kCardWidth = 309;  // pixels, with the room of the soft ring
+inline constexpr int kCardHeight = 138;
 
 class ProfileTab : public QWidget {
     Q_OBJECT
@@ -66,15 +66,20 @@ class ProfileTab : public QWidget {
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void build();
     QToolButton* addMenuButton(char const* name, QString const& icon, common::MsgCode text);
+    void buildMenu();
     void onConnButtonDisableTimerTimeout();
     void onOwnStatus(ConnectStatus status);
     void onOtherStatus(ConnectStatus status);
     void render();
-    void placeHeader();
+    void placeTexts();
+    void renderState(CardView const& view);
+    void renderButton(CardView const& view);
+    QLabel* addLabel(char const* name, char const* role);
     void hoverMenu(QPoint position);
     void updateMenu();
     void DrawBorder(QPainter* painter);
@@ -88,8 +93,10 @@ class ProfileTab : public QWidget {
     QToolButton* del_config_button_ = nullptr;
     QToolButton* forgot_pwd_button_ = nullptr;
     QLabel* name_ = nullptr;
+    QLabel* serverName_ = nullptr;
     QLabel* server_ = nullptr;
     QLabel* port_ = nullptr;
+    QLabel* userName_ = nullptr;
     QLabel* user_ = nullptr;
     QLabel* loginMode_ = nullptr;
     QLabel* stateLabel_ = nullptr;
@@ -97,7 +104,9 @@ class ProfileTab : public QWidget {
 
     ConnectStatus status_ = ConnectStatus::Disconnected;
     CardAction action_ = CardAction::kConnect;
+    QString userText_;
     bool otherRuns_ = false;
+    bool otherPending_ = false;
     bool adapterUsable_ = true;
     bool pending_ = false;
     bool selected_ = false;

@@ -11,6 +11,7 @@
 
 #include "common/auth_type.h"
 #include "components/cert/cert_info.h"
+#include "core/reply_records.h"
 
 namespace zorvanelink::ui {
 
@@ -90,6 +91,8 @@ struct Context {
     std::string changePasswordUrl;
     std::string forgotPasswordUrl;
     QDateTime connectTime;  // invalid until the tunnel is up
+    core::sslvpn::CLMsgReplyNetConfigData netConfig;
+    core::sslvpn::CLMsgReplyTunnelStatisticsData statistics;
 };
 
 struct Profile : ProfileBase {

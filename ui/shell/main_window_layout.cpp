@@ -14,7 +14,8 @@ using common::MsgCode;
 // Pixels, before scaling.
 constexpr int kLeftPanelWidth = 336;
 constexpr int kMargin = 16;
-constexpr int kListSpacing = 8;
+constexpr int kListSpacing = 13;
+constexpr int kRing = 3;  // of a card, drawn inside its own rectangle
 constexpr int kTitleBarHeight = 44;
 
 QVBoxLayout* column(QWidget* widget, int spacing = 0) {
@@ -77,7 +78,10 @@ QWidget* MainWindowLayout::buildListPage(QWidget* parent) {
     header->addStretch();
     QVBoxLayout* const rows = column(page, kListSpacing);
     rows->addLayout(header);
-    rows->addWidget(connection_listwidget_, 1);
+    auto* const indented = new QHBoxLayout;
+    indented->setContentsMargins(kMargin - kRing, 0, 0, 0);
+    indented->addWidget(connection_listwidget_);
+    rows->addLayout(indented, 1);
     return page;
 }
 

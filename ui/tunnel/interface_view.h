@@ -1,8 +1,9 @@
-// Addresses of the tunnel: one row a value, rows without a value hidden.
+// Addresses of the tunnel: one row a value, rows without a value left out.
 #pragma once
 
-#include <QFormLayout>
+#include <QFrame>
 #include <QString>
+#include <QVBoxLayout>
 #include <QWidget>
 #include <vector>
 
@@ -24,8 +25,11 @@ class InterfaceView : public QWidget {
     void Clear();
 
   private:
-    QWidget* panel_;
-    QFormLayout* form_;
+    void addRow(InterfaceRow const& row, bool last);
+
+    QVBoxLayout* column_;
+    QFrame* panel_ = nullptr;
+    InterfaceRows shown_;
 };
 
 }  // namespace zorvanelink::ui

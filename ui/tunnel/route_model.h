@@ -48,7 +48,6 @@ class RouteModel : public QAbstractTableModel {
         int maskLength;
     };
     void rebuild();
-    void logMissingCells() const;
 
     std::vector<RouteRow> rows_;
     std::vector<Key> keys_;
@@ -56,6 +55,8 @@ class RouteModel : public QAbstractTableModel {
     RouteOrder order_ = RouteOrder::kUnsorted;
     QString filter_;
 };
+
+void SortRouteItemModel(RouteModel& model, bool ascending);
 
 // The prefix length of a mask in either notation, -1 for neither: "255.255.0.0" and "16" give 16.
 int MaskLength(QString const& mask);

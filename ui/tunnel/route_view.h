@@ -1,8 +1,8 @@
 // The two route tables with their switch, their search field and their sorting.
 #pragma once
 
+#include <QLabel>
 #include <QLineEdit>
-#include <QStackedWidget>
 #include <QTableView>
 #include <QWidget>
 
@@ -30,15 +30,21 @@ class RouteView : public QWidget {
     // Shows the whole address at the cursor when its column is too narrow for it.
     void OnRouteQTableViewCellEntered(QModelIndex const& index);
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
     QTableView* addTable(RouteModel* model, char const* name);
     RouteModel& visibleModel();
+    void fit();
 
     RouteModel* ipv4_;
     RouteModel* ipv6_;
     TabBar* families_;
     QLineEdit* search_;
-    QStackedWidget* tables_;
+    QLabel* empty_;
+    QTableView* tableIpv4_;
+    QTableView* tableIpv6_;
 };
 
 }  // namespace zorvanelink::ui

@@ -1,7 +1,6 @@
 // A row of text tabs, the active one in the brand colour; arrow keys move between them.
 #pragma once
 
-#include <QAbstractButton>
 #include <QButtonGroup>
 #include <QFrame>
 #include <QHBoxLayout>
@@ -18,6 +17,8 @@ class TabBar : public QFrame {
     TabBar(Kind kind, int gap, QWidget* parent = nullptr);
 
     int AddTab(QString const& text, char const* objectName);
+    void SetTabVisible(int index, bool visible);
+    bool IsTabVisible(int index) const;
     void SetCurrent(int index);
     int Current() const;
 
@@ -28,7 +29,6 @@ class TabBar : public QFrame {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    Kind kind_;
     QHBoxLayout* row_;
     QButtonGroup* group_;
 };

@@ -11,7 +11,7 @@
 #include "ui/tunnel/route_view.h"
 #include "ui/tunnel/state_header.h"
 #include "ui/tunnel/statistics_view.h"
-#include "ui/tunnel/tab_bar.h"
+#include "ui/tunnel/tab_widget_plus.h"
 #include "ui/tunnel/warning_strip.h"
 
 namespace zorvanelink::ui {
@@ -48,15 +48,13 @@ class TunnelView : public QWidget {
     QWidget* buildHero();
     QWidget* buildDetails();
 
-    ConnectStatus status_ = ConnectStatus::Disconnected;
     QStackedWidget* pages_;
     QLabel* heroShield_ = nullptr;
     QLabel* heroTitle_ = nullptr;
     QLabel* heroHint_ = nullptr;
     StateHeader* header_ = nullptr;
     WarningStrip* warning_ = nullptr;
-    TabBar* tabs_ = nullptr;
-    QStackedWidget* stack_ = nullptr;
+    TabWidgetPlus* tabs_ = nullptr;
     StatisticsView* statistics_ = nullptr;
     InterfaceView* interface_ = nullptr;
     RouteView* routes_ = nullptr;

@@ -2,6 +2,9 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QPalette>
+#include <QStyle>
+#include <QStyleFactory>
 
 namespace zorvanelink::ui {
 
@@ -13,6 +16,12 @@ void SetApplicationFont() {
     font.setStyleStrategy(QFont::PreferAntialias);
     font.setHintingPreference(QFont::PreferNoHinting);
     QApplication::setFont(font);
+}
+
+void SetApplicationStyle() {
+    QStyle* style = QStyleFactory::create(QStringLiteral("Fusion"));
+    QApplication::setStyle(style);
+    QApplication::setPalette(style->standardPalette());
 }
 
 }  // namespace zorvanelink::ui

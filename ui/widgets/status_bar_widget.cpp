@@ -15,13 +15,11 @@ StatusBarWidget::StatusBarWidget(QWidget* parent)
     setObjectName(QStringLiteral("status_bar_"));
     text_->setObjectName(QStringLiteral("status_text_"));
     text_->setTextFormat(Qt::PlainText);
-    text_->setAccessibleName(Translate(QT_TRANSLATE_NOOP("ui", "Status")));
     count_->setObjectName(QStringLiteral("status_count_"));
     count_->setTextFormat(Qt::PlainText);
-    count_->setAccessibleName(Translate(QT_TRANSLATE_NOOP("ui", "Connections")));
     image_->setObjectName(QStringLiteral("status_icon_"));
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(16, 0, 16, 0);
+    row->setContentsMargins(16, 1, 16, 0);
     row->setSpacing(8);
     row->addWidget(spinner_);
     row->addWidget(image_);

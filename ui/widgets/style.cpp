@@ -5,15 +5,11 @@
 
 #include "components/logger/logger.h"
 
-namespace {
-
-// The macro declares symbols of the global namespace.
-void initResources() {
+// The macro declares functions of the global namespace.
+static void initResources() {
     Q_INIT_RESOURCE(zvl);
     Q_INIT_RESOURCE(zvl_translations);
 }
-
-}  // namespace
 
 namespace zorvanelink::ui {
 

@@ -17,7 +17,7 @@ TitleBar::TitleBar(Kind kind, QWidget* parent) : QFrame(parent) {
     setObjectName(QStringLiteral("title_bar_"));
     auto* row = new QHBoxLayout(this);
     bool const window = kind == Kind::kWindow;
-    row->setContentsMargins(window ? 16 : 20, 0, 8, 0);
+    row->setContentsMargins(window ? 16 : 20, 1, 8, 0);
     row->setSpacing(0);
     if (window) {
         auto* icon = new QLabel(this);

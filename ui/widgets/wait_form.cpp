@@ -1,11 +1,17 @@
 #include "ui/widgets/wait_form.h"
 
 #include <QEvent>
+#include <QFrame>
 #include <QVBoxLayout>
 
 #include "ui/widgets/spinner.h"
 
 namespace zorvanelink::ui {
+namespace {
+
+constexpr int kPanelWidth = 260;
+
+}  // namespace
 
 WaitForm::WaitForm(QWidget* parent, int topMargin)
     : QWidget(parent), topMargin_(topMargin), text_(new QLabel(this)) {
@@ -15,13 +21,16 @@ WaitForm::WaitForm(QWidget* parent, int topMargin)
     text_->setObjectName(QStringLiteral("wait_text_"));
     text_->setTextFormat(Qt::PlainText);
     text_->setAlignment(Qt::AlignCenter);
-    text_->setWordWrap(true);
-    auto* column = new QVBoxLayout(this);
+    auto* panel = new QFrame(this);
+    panel->setObjectName(QStringLiteral("wait_panel_"));
+    panel->setMinimumWidth(kPanelWidth);
+    auto* column = new QVBoxLayout(panel);
+    column->setContentsMargins(24, 24, 24, 20);
     column->setSpacing(16);
-    column->addStretch();
-    column->addWidget(new Spinner(32, 3, this), 0, Qt::AlignHCenter);
+    column->addWidget(new Spinner(32, 3, panel), 0, Qt::AlignHCenter);
     column->addWidget(text_);
-    column->addStretch();
+    auto* outer = new QVBoxLayout(this);
+    outer->addWidget(panel, 0, Qt::AlignCenter);
     parent->installEventFilter(this);
     hide();
 }

@@ -2,15 +2,13 @@
 
 #include <cstdlib>
 
-#include "components/utils/auth_type_list.h"
+#include "common/auth_type_list.h"
 #include "components/utils/paths.h"
 #include "components/utils/process_check.h"
 #include "components/utils/text.h"
 
 namespace zorvanelink::components::utils {
 namespace {
-
-using common::SupportedAuthType;
 
 TEST(Text, SmallHelpers) {
     std::string path = "a////b//c";
@@ -29,18 +27,6 @@ TEST(Text, SmallHelpers) {
     EXPECT_EQ(GetFileName("/opt/a\\b"), "b");
     EXPECT_EQ(GetFileName("b"), "b");
     EXPECT_EQ(GetFileName("a/"), "");
-}
-
-TEST(Text, AuthTypeLists) {
-    EXPECT_EQ(ConvertSupportedAuthTypeToStrList({SupportedAuthType::kOauth, SupportedAuthType::kPwd,
-                                                 SupportedAuthType::kPwd, SupportedAuthType::kNone,
-                                                 SupportedAuthType::kUnknown}),
-              (std::vector<std::string>{"pwd", "oauth"}));
-    EXPECT_EQ(ConvertStrListToSupportedAuthType({"oauth", "nonsense", "none", "pwd"}),
-              (std::vector{SupportedAuthType::kPwd, SupportedAuthType::kOauth}));
-    EXPECT_EQ(ConvertSupportedAuthTypeStrListToIntBitmap({"pwd", "none", "onlyUkey"}), 2 + 8);
-    EXPECT_TRUE(ConvertIntBitmapToSupportedAuthTypeStrList(1).empty());
-    EXPECT_EQ(ConvertIntBitmapToSupportedAuthTypeStrList(-1).size(), 6U);
 }
 
 TEST(Paths, EnvironmentAndFixedPlaces) {

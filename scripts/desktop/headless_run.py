@@ -1,0 +1,162 @@
+#!/usr/bin/python3
+"""What ./run does without a display: one session in each language on a virtual desktop.
+
+usage: headless_run.py FOLDER-OF-THE-PROGRAMS FOLDER-FOR-THE-RESULTS
+"""
+
+import shutil
+import subprocess
+import sys
+from dataclasses import dataclass
+from pathlib import Path
+
+from processes import end_on_signals
+from steps import Steps
+from virtual_desktop import VirtualDesktop
+from waiting import NotSeen, wait_for
+
+_ONLINE_SECONDS = 15
+_START_KEYS = (
+    "type userDataPath systemTextCode clientType profileName needQueryAuthType keepAuthType "
+    "lastTimeSupportedAuthType uiUUID UIAdmin server port enableGMSSL authType user "
+    "encryptedPassword enableSPA commOptimMode logLevel concurrentTestNum heartbeatTimeout "
+    "optimalChannel gatewayDetect perferredGatewayName enableVerifyServerCert enableAutoReconnect "
+    "enableAutoUpdate hasPromotedUpdate gatewayList clusterList"
+).split()
+
+
+@dataclass(frozen=True)
+class Language:
+    """What the client says, in the order in which a session shows it."""
+
+    suffix: str
+    number: int  # of "LANGUAGE" in the application control file
+    wait: str
+    ready: str
+    disconnected: str
+    connect: str
+    connecting: str
+    online: str
+    disconnect: str
+
+
+_LANGUAGES = (
+    Language("", 2, "Connecting to the backend service", "Ready", "Disconnected", "Connect",
+             "Connecting", "Online", "Disconnect"),
+    Language("-chinese", 1, "正在连接后台服务", "就绪", "未连接", "连接",
+             "连接中", "在线", "断开连接"),
+)  # fmt: skip
+
+
+class Session:
+    """One session of the client: from its window to the end of its process."""
+
+    def __init__(self, steps, desktop, binaries, results, language):
+        from programs import Client, Service
+
+        self._see = steps.see
+        self._desktop = desktop
+        self._results = results
+        self._say = language
+        self._service = Service(desktop, binaries, f"service{language.suffix}")
+        self._client = Client(
+            desktop, binaries, f"client{language.suffix}", {"LANGUAGE": language.number}
+        )
+        self._service.write_profile()
+
+    def run(self):
+        self._start()
+        self._connect()
+        self._stay_online()
+        self._disconnect()
+        self._check_record()
+        self._client.stop()
+        self._service.stop()
+
+    def _start(self):
+        say = self._say
+        self._client.start()
+        self._label("the window waits for the service", say.wait)
+        self._service.start()
+        self._label("the service is found", say.ready)
+        self._label("not connected", say.disconnected)
+        self._screenshot("disconnected")
+
+    def _connect(self):
+        say = self._say
+        button = f"{say.connect} Head office"
+        widgets = self._client.widgets
+        press = self._see(
+            f'button "{say.connect}" of the first card',
+            lambda: widgets.find_enabled("push button", button),
+        )
+        press.click()
+        self._label("the session begins", say.connecting)
+        self._label("the session stands", say.online)
+
+    def _stay_online(self):
+        def counters():
+            return [text for text in self._client.widgets.texts() if text.endswith(("KB", "MB"))]
+
+        self._see("counters of the tunnel", lambda: wait_for("counters", counters, _ONLINE_SECONDS))
+        for _ in range(2):
+            before = counters()
+            self._see(
+                "counters grow",
+                lambda: wait_for("other counters", lambda: counters() != before, _ONLINE_SECONDS),
+            )
+        self._screenshot("online")
+
+    def _disconnect(self):
+        say = self._say
+        button = f"{say.disconnect} Head office"
+        self._client.widgets.find_enabled("push button", button).click()
+        self._label("the session has ended", say.disconnected)
+        self._screenshot("ended")
+
+    def _check_record(self):
+        def start():
+            messages = self._service.messages("start")
+            assert len(messages) == 1, f"{len(messages)} start messages"
+            keys = list(messages[0])
+            assert keys == _START_KEYS, f"keys of the start message: {keys}"
+
+        def stop():
+            count = len(self._service.messages("stop"))
+            assert count == 1, f"{count} stop messages"
+
+        self._see("the service got one start, its keys in order", start)
+        self._see("the service got one stop", stop)
+
+    def _label(self, meaning, text):
+        widgets = self._client.widgets
+        self._see(f'"{text}": {meaning}', lambda: widgets.find("label", text))
+
+    def _screenshot(self, name):
+        self._desktop.screenshot(self._results / f"{name}{self._say.suffix}.png")
+
+
+def _run(binaries, results):
+    steps = Steps()
+    folder = results / "desktop"
+    shutil.rmtree(folder, ignore_errors=True)
+    try:
+        with VirtualDesktop(folder, size="1100x760") as desktop:
+            try:
+                for language in _LANGUAGES:
+                    Session(steps, desktop, binaries, results, language).run()
+            except (NotSeen, AssertionError):
+                desktop.screenshot(results / "failed.png")
+    except (NotSeen, OSError, RuntimeError, subprocess.SubprocessError) as problem:
+        steps.failed = True
+        print(f"    {problem}", flush=True)
+    steps.total()
+    print(f"Screenshots and logs: {results}", flush=True)
+    return 1 if steps.failed else 0
+
+
+if __name__ == "__main__":
+    if len(sys.argv) != 3:
+        sys.exit(__doc__)
+    end_on_signals()
+    sys.exit(_run(Path(sys.argv[1]), Path(sys.argv[2])))

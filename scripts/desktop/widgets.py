@@ -1,0 +1,114 @@
+"""The widgets of a program as its accessibility tree shows them.
+
+Import this only inside a VirtualDesktop: the accessibility library takes its bus from os.environ.
+"""
+
+import re
+import subprocess
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402  (the version has to be required first)
+
+from waiting import wait_for  # noqa: E402
+
+SECONDS = 10  # how long a widget is waited for, unless told
+
+
+class Widget:
+    def __init__(self, node):
+        self._node = node
+        self.role = node.get_role_name()
+        self.name = node.get_name() or ""
+
+    def shows(self):
+        return self._has(Atspi.StateType.SHOWING)
+
+    def enabled(self):
+        return self._has(Atspi.StateType.SENSITIVE)
+
+    def _has(self, state):
+        try:
+            return self._node.get_state_set().contains(state)
+        except GLib.Error:  # it is gone
+            return False
+
+    def press(self):
+        """By its accessible action, as a screen reader would."""
+        actions = self._node.get_action_iface()
+        for index in range(actions.get_n_actions() if actions else 0):
+            if actions.get_action_name(index) in ("Press", "Toggle"):
+                return actions.do_action(index)
+        raise LookupError(f"{self.role} {self.name!r} has no action to press it")
+
+    def click(self):
+        """With the mouse, in the middle."""
+        box = self._node.get_extents(Atspi.CoordType.SCREEN)
+        at = [str(box.x + box.width // 2), str(box.y + box.height // 2)]
+        subprocess.run(["xdotool", "mousemove", *at, "click", "1"], check=True, timeout=20)
+
+    def children(self):
+        for index in range(self._node.get_child_count()):
+            child = self._node.get_child_at_index(index)
+            if child is not None:
+                yield Widget(child)
+
+
+class Program:
+    """The widgets of the process `pid`."""
+
+    def __init__(self, pid):
+        self._pid = pid
+
+    def all(self):
+        """Every widget of the program that shows at the moment."""
+        found = []
+        pending = [root for root in [self._root()] if root is not None]
+        while pending:
+            try:
+                children = list(pending.pop().children())
+                shown = [child for child in children if child.shows()]
+            except GLib.Error:  # it went away while we looked
+                continue
+            found += shown
+            pending += shown
+        return found
+
+    def texts(self):
+        return [widget.name for widget in self.all() if widget.role == "label" and widget.name]
+
+    def look(self, role, name):
+        """The first shown widget of that role whose whole name matches the pattern, or None."""
+        for widget in self.all():
+            if widget.role == role and re.fullmatch(name, widget.name):
+                return widget
+        return None
+
+    def find(self, role, name, seconds=SECONDS):
+        """As look, but waits for it."""
+        return wait_for(f"{role} {name!r}", lambda: self.look(role, name), seconds)
+
+    def find_enabled(self, role, name, seconds=SECONDS):
+        def probe():
+            widget = self.look(role, name)
+            return widget if widget is not None and widget.enabled() else None
+
+        return wait_for(f"usable {role} {name!r}", probe, seconds)
+
+    def gone(self, role, name, seconds=SECONDS):
+        wait_for(f"end of {role} {name!r}", lambda: self.look(role, name) is None, seconds)
+
+    def _root(self):
+        # What the library remembers of the desktop is out of date without a main loop.
+        desktop = Atspi.get_desktop(0)
+        desktop.set_cache_mask(Atspi.Cache.NONE)
+        desktop.clear_cache()
+        for index in range(desktop.get_child_count()):
+            program = desktop.get_child_at_index(index)
+            try:
+                if program is not None and program.get_process_id() == self._pid:
+                    return Widget(program)
+            except GLib.Error:
+                continue
+        return None

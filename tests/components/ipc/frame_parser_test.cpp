@@ -1,0 +1,155 @@
+#include "components/ipc/frame_parser.h"
+
+#include <gmock/gmock.h>
+
+#include <limits>
+
+#include "tests/components/ipc/frame_model.h"
+
+namespace zorvanelink::test {
+namespace {
+
+using components::ipc::FrameParser;
+using components::ipc::IPCMsgType;
+
+std::vector<ShownFrame> receive(FrameParser& parser, std::string const& bytes) {
+    std::memcpy(parser.Prepare(bytes.size()), bytes.data(), bytes.size());
+    parser.Commit(bytes.size());
+    std::vector<ShownFrame> shown;
+    parser.Parse([&](IPCMsgType type, char const* payload, int length) {
+        shown.push_back({type, length, {payload, static_cast<std::size_t>(std::max(length, 0))}});
+        return true;
+    });
+    return shown;
+}
+
+std::string zeros(std::size_t count) {
+    return std::string(count, '\0');
+}
+
+struct Case {
+    char const* name;
+    std::vector<std::string> reads;
+    std::vector<ShownFrame> shown;
+};
+
+std::vector<Case> cases() {
+    std::string const hello = MakeFrame("hello");
+    std::string const big(5000, 'x');
+    std::string const big_frame = MakeFrame(big);
+    auto const ones = MakeFrame(std::string(40, '1'));
+    return {
+        {"two frames in one read, in order",
+         {hello + MakeFrame(0, 0, "")},
+         {{2, 5, "hello"}, {0, 0, ""}}},
+        {"junk ahead is skipped", {"dedeadeaxfd" + hello}, {{2, 5, "hello"}}},
+        {"header split", {hello.substr(0, 7), hello.substr(7)}, {{2, 5, "hello"}}},
+        {"preamble split behind junk", {"junkjunkde", hello.substr(2)}, {{2, 5, "hello"}}},
+        {"5000 bytes in two reads",
+         {big_frame.substr(0, 4028), big_frame.substr(4028)},
+         {{2, 5000, big}}},
+        {"tail missing, its late bytes are junk",
+         {MakeFrame(2, 20, "0123456789"), "late bytes" + hello},
+         {{2, 20, "0123456789" + zeros(10)}, {2, 5, "hello"}}},
+        {"behind another one, all of its payload missing",
+         {ones + MakeFrame(2, 60, "")},
+         {{2, 40, std::string(40, '1')}, {2, 60, zeros(60)}}},
+        {"one byte above what is there waits", {MakeFrame(2, 13, "")}, {}},
+        {"negative lengths move by a header",
+         {MakeFrame(2, -1, "") + MakeFrame(2, std::numeric_limits<std::int32_t>::min(), "") +
+          hello},
+         {{2, -1, ""}, {2, std::numeric_limits<std::int32_t>::min(), ""}, {2, 5, "hello"}}},
+        {"unknown types come through",
+         {MakeFrame(-7, 0, "") + hello},
+         {{-7, 0, ""}, {2, 5, "hello"}}},
+    };
+}
+
+TEST(FrameParser, Cases) {
+    for (auto const& row : cases()) {
+        SCOPED_TRACE(row.name);
+        FrameParser parser;
+        FrameModel model;
+        std::vector<ShownFrame> shown;
+        for (auto const& read : row.reads) {
+            auto const now = receive(parser, read);
+            EXPECT_EQ(now, model.Receive(read));
+            shown.insert(shown.end(), now.begin(), now.end());
+        }
+        EXPECT_EQ(shown, row.shown);
+    }
+}
+
+TEST(FrameParser, HugeLengthWaitsAndAllocatesNothingAhead) {
+    FrameParser parser;
+    auto const frame = MakeFrame(2, std::numeric_limits<std::int32_t>::max(), "");
+    EXPECT_TRUE(receive(parser, frame).empty());
+    for (int i = 0; i < 1000; ++i) {
+        EXPECT_TRUE(receive(parser, MakeFrame("swallowed")).empty());
+    }
+    EXPECT_EQ(parser.Unread(), 12U + 1000U * 21U);
+    EXPECT_LT(parser.Capacity(), 100'000U);
+}
+
+// Waiting frames and junk must not be moved or looked at again at each read.
+TEST(FrameParser, MegabytesInSmallReads) {
+    std::string const payload(8 << 20, 'd');
+    auto const stream = std::string(8 << 20, 'd') + MakeFrame(payload) + MakeFrame("end");
+    FrameParser parser;
+    std::vector<ShownFrame> shown;
+    for (std::size_t at = 0; at < stream.size(); at += 100) {
+        auto const now = receive(parser, stream.substr(at, 100));
+        shown.insert(shown.end(), now.begin(), now.end());
+    }
+    ASSERT_EQ(shown.size(), 2U);
+    EXPECT_EQ(shown[0].payload, payload);
+    EXPECT_EQ(shown[1].payload, "end");
+    parser.Prepare(1);
+    EXPECT_LT(parser.Capacity(), 1U << 20) << "memory of a large frame is given back";
+}
+
+TEST(FrameParser, StopsEarlyAndGoesOnLater) {
+    FrameParser parser;
+    auto const bytes = MakeFrame("one") + MakeFrame("two");
+    std::memcpy(parser.Prepare(bytes.size()), bytes.data(), bytes.size());
+    parser.Commit(bytes.size());
+    parser.Parse([](IPCMsgType, char const*, int) { return false; });
+    EXPECT_EQ(receive(parser, ""), (std::vector<ShownFrame>{{2, 3, "two"}}));
+}
+
+TEST(Frame, ConstantsAsOnTheWire) {
+    using namespace components::ipc;
+    for (auto const& [frame, type] :
+         {std::pair{kIPCHeartbeatMsg, 0}, {kIPCQuitMsg, 1}, {kIPCACKMsg, 3}}) {
+        EXPECT_EQ(std::string(reinterpret_cast<char const*>(&frame), sizeof frame),
+                  MakeFrame(type, 0, ""));
+    }
+}
+
+TEST(Frame, FirstCallbackOfATypeStands) {
+    components::ipc::IPC ipc;
+    std::string seen;
+    for (char const* name : {"first", "second"}) {
+        ipc.RegisterIPCMsgCallback(components::ipc::kIPCCommon,
+                                   [&seen, name](char const*, int) { seen += name; });
+    }
+    ipc.ProcessIPCMsg(components::ipc::kIPCQuitMsg);
+    ipc.ProcessIPCMsg(components::ipc::MakeIPCMsgHeader(components::ipc::kIPCCommon, 0));
+    EXPECT_EQ(seen, "first");
+}
+
+TEST(LinkTexts, ReadingEmptiesAndGrowthIsBounded) {
+    components::ipc::LinkTexts texts;
+    texts.Append(texts.kDebug, "a");
+    texts.Append(texts.kDebug, "b");
+    EXPECT_FALSE(texts.Empty());
+    EXPECT_EQ(texts.Take(texts.kDebug), "ab");
+    EXPECT_TRUE(texts.Empty());
+    for (int i = 0; i < 100; ++i) {
+        texts.Append(texts.kError, std::string(1000, 'x'));
+    }
+    EXPECT_EQ(texts.Take(texts.kError).size(), texts.kMaxSize);
+}
+
+}  // namespace
+}  // namespace zorvanelink::test

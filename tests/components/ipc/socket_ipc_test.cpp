@@ -1,0 +1,243 @@
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+
+#include <boost/asio/io_context.hpp>
+#include <fstream>
+
+#include "tests/components/ipc/link_fixture.h"
+
+namespace zorvanelink::test {
+namespace {
+
+using namespace components::ipc;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+TEST_F(LinkTest, MessagesTravelBothWays) {
+    auto const server = makeServer();
+    ASSERT_TRUE(server->Run());
+    auto const client = makeClient();
+    ASSERT_TRUE(client->Run());
+    std::string const big(300'000, 'b');
+    EXPECT_TRUE(send(*client, "{\"a\":1}"));
+    EXPECT_TRUE(send(*client, big));
+    ASSERT_TRUE(server_messages.WaitFor(2));
+    EXPECT_THAT(server_messages.All(), ElementsAre("{\"a\":1}", big));
+    EXPECT_TRUE(send(*server, "reply"));
+    ASSERT_TRUE(client_messages.WaitFor(1));
+    EXPECT_THAT(client_messages.All(), ElementsAre("reply"));
+    EXPECT_THAT(client->TakeInfoText(), HasSubstr("init ok in ipc\n"));
+    EXPECT_TRUE(client_errors.All().empty());
+}
+
+// What the server sends in the first moment is lost when callbacks come after Run.
+TEST_F(LinkTest, FirstMessageOfTheServerIsSeen) {
+    auto const server = makeServer();
+    server->SetClientConnectedHandler([&] { send(*server, "welcome"); });
+    ASSERT_TRUE(server->Run());
+    auto const client = makeClient();
+    ASSERT_TRUE(client->Run());
+    EXPECT_TRUE(client_messages.WaitFor(1));
+}
+
+TEST_F(LinkTest, TakenPortsAreProbedUpwards) {
+    auto const first = makeServer();
+    ASSERT_TRUE(first->Run());
+    auto const second = makeServer();
+    ASSERT_TRUE(second->Run());
+    EXPECT_GT(second->Port(), first->Port());
+    auto const client = makeClient();
+    ASSERT_TRUE(client->Run());
+    EXPECT_EQ(client->Port(), second->Port());
+}
+
+TEST_F(LinkTest, PortFileDecidesTheClientsPort) {
+    struct {
+        char const* text;
+        std::uint16_t port;
+    } const rows[] = {{nullptr, 35421}, {"0\n", 35421},     {"65535\n", 35421},
+                      {"text", 35421},  {"65534\n", 65534}, {"1", 1}};
+    for (auto const& row : rows) {
+        unlink(place.file.c_str());
+        if (row.text != nullptr) {
+            std::ofstream(place.file) << row.text;
+        }
+        auto const client = makeClient();
+        EXPECT_FALSE(client->Run());
+        EXPECT_EQ(client->Port(), row.port);
+        EXPECT_THAT(client->TakeErrorText(), HasSubstr("refused"));
+        EXPECT_THAT(client->TakeInfoText(), HasSubstr("init failed in ipc\n"));
+        client->Stop();
+    }
+}
+
+TEST_F(LinkTest, PortsEndAt65534) {
+    place.port = 65535;
+    auto const server = makeServer();
+    EXPECT_FALSE(server->Run());
+    EXPECT_EQ(server->TakeErrorText(), "Failed to bind port for ipc server");
+}
+
+TEST_F(LinkTest, SecondClientIsClosedAndTheFirstStays) {
+    auto const server = makeServer();
+    ASSERT_TRUE(server->Run());
+    auto const client = makeClient();
+    ASSERT_TRUE(client->Run());
+    ASSERT_TRUE(connected.WaitFor(1));
+    BarePeer const second(server->Port());
+    EXPECT_EQ(second.Receive(1), "");
+    EXPECT_TRUE(send(*client, "still here"));
+    EXPECT_TRUE(server_messages.WaitFor(1));
+    EXPECT_EQ(connected.All().size(), 1U);
+}
+
+TEST_F(LinkTest, QuitFreesThePlaceInTheOrderOfTheHandlers) {
+    auto const server = makeServer();
+    Reports<std::string> left;
+    server->SetClientDisconnectedHandler("b", [&] { left.Add("b"); });
+    server->SetClientDisconnectedHandler("a", [&] { left.Add("a"); });
+    ASSERT_TRUE(server->Run());
+    for (std::size_t round = 1; round <= 2; ++round) {
+        auto const client = makeClient();
+        ASSERT_TRUE(client->Run());
+        ASSERT_TRUE(connected.WaitFor(round));
+        client->Quit();
+        ASSERT_TRUE(left.WaitFor(2));
+        EXPECT_FALSE(send(*client, "gone"));
+        ASSERT_TRUE(Eventually([&] {
+            return server->TakeDebugText().find("Will disconnect ipc client\n") !=
+                   std::string::npos;
+        }));
+    }
+    EXPECT_THAT(left.All(), ElementsAre("a", "b")) << "handlers are forgotten after their call";
+    EXPECT_TRUE(server_errors.All().empty());
+}
+
+TEST_F(LinkTest, VanishedClientHoldsThePlaceUntilTheOwnerActs) {
+    auto const server = makeServer();
+    ASSERT_TRUE(server->Run());
+    auto peer = std::make_unique<BarePeer>(server->Port());
+    ASSERT_TRUE(connected.WaitFor(1));
+    peer.reset();
+    ASSERT_TRUE(server_errors.WaitFor(1));
+    EXPECT_THAT(server_errors.All(), ElementsAre(2));
+    EXPECT_THAT(server->TakeDebugText(), HasSubstr("IPC close with [code:2] size[0]"));
+    EXPECT_EQ(BarePeer(server->Port()).Receive(1), "");
+    server->DisconnectClient();
+    auto const client = makeClient();
+    ASSERT_TRUE(client->Run());
+    EXPECT_TRUE(connected.WaitFor(2));
+}
+
+TEST_F(LinkTest, HostileBytesDoNotDisturb) {
+    auto const server = makeServer();
+    server->RegisterIPCMsgCallback(kIPCAck,
+                                   [](char const*, int) { throw std::runtime_error("owner"); });
+    ASSERT_TRUE(server->Run());
+    BarePeer const peer(server->Port());
+    auto const bytes =
+        std::string(9000, 'd') + MakeFrame(99, 0, "") + MakeFrame(3, -5, "") + MakeFrame("first");
+    for (char const byte : bytes) {
+        peer.Send({byte});
+    }
+    ASSERT_TRUE(server_messages.WaitFor(1));
+    EXPECT_EQ(server_messages.All()[0].size(), 5U);
+    EXPECT_THAT(server->TakeErrorText(), HasSubstr("Exception in ipc callback: owner\n"));
+    EXPECT_TRUE(server_errors.All().empty());
+}
+
+// A peer that takes nothing: the send runs into its time, reading goes on, and all bytes arrive in
+// order once the peer reads.
+TEST_F(LinkTest, TimedOutSendOwnsItsBytes) {
+    auto const server = makeServer();
+    ASSERT_TRUE(server->Run());
+    BarePeer const peer(server->Port());
+    ASSERT_TRUE(connected.WaitFor(1));
+    std::string big(16 << 20, 'x');
+    EXPECT_FALSE(server->SendCommonIPCMsgTimeout(big.data(), big.size(), 10));
+    std::fill(big.begin(), big.end(), 'y');
+    EXPECT_FALSE(server->SendCommonIPCMsgTimeout("z", 1, 1));
+    peer.Send(MakeFrame("read meanwhile"));
+    EXPECT_TRUE(server_messages.WaitFor(1));
+    std::fill(big.begin(), big.end(), 'x');
+    auto const expected = MakeFrame(big) + MakeFrame("z");
+    EXPECT_TRUE(peer.Receive(expected.size()) == expected);
+    EXPECT_TRUE(server->AsyncSend(kIPCHeartbeatMsg));
+    EXPECT_EQ(peer.Receive(12), MakeFrame(0, 0, ""));
+}
+
+TEST_F(LinkTest, SendsWithoutAPeer) {
+    auto const server = makeServer();
+    ASSERT_TRUE(server->Run());
+    unsigned long reply_len = 1;
+    char reply[] = "x";
+    EXPECT_FALSE(server->SendTimeout(kIPCHeartbeatMsg, 100));
+    EXPECT_EQ(server->TakeErrorText(), "Get null deadline socket in send timeout");
+    EXPECT_FALSE(server->AsyncSend(kIPCHeartbeatMsg));
+    EXPECT_EQ(server->TakeErrorText(), "Get null deadline socket in async send");
+    EXPECT_FALSE(server->SendAndRecvTimeout(kIPCHeartbeatMsg, reply, reply_len, 100));
+    EXPECT_EQ(server->TakeErrorText(), "Get null deadline socket in send and recv timeout");
+    EXPECT_EQ(makeClient()->Ping(), -1);
+}
+
+TEST_F(LinkTest, HeartbeatCountsTimeoutsUntilASignOfLife) {
+    auto const server = makeServer();
+    Reports<int> timeouts;
+    server->SetHeartbeatTimeoutHandler([&](int count) { timeouts.Add(count); });
+    ASSERT_TRUE(server->Run());
+    server->StartHeartbeat();
+    server->StartHeartbeat();
+    BarePeer const peer(server->Port());
+    EXPECT_EQ(peer.Receive(24), MakeFrame(0, 0, "") + MakeFrame(0, 0, ""));
+    ASSERT_TRUE(timeouts.WaitFor(2));
+    peer.Send(MakeFrame(0, 0, ""));
+    ASSERT_TRUE(Eventually([&] {
+        auto const all = timeouts.All();
+        return std::count(all.begin(), all.end(), 1) == 2;
+    }));
+    auto const all = timeouts.All();
+    EXPECT_THAT(std::vector<int>(all.begin(), all.begin() + 2), ElementsAre(1, 2));
+    EXPECT_THAT(server->TakeErrorText(), HasSubstr("ipc heartbeat timeout\n"));
+}
+
+TEST_F(LinkTest, OutsideContextRunsTheLinkOnItsThread) {
+    boost::asio::io_context context;
+    auto const server = std::make_shared<Server>(&context, place);
+    server->RegisterIPCMsgCallback(kIPCCommon, [&](char const*, int) { server->Stop(); });
+    ASSERT_TRUE(server->Run());
+    BarePeer const peer(server->Port());
+    peer.Send(MakeFrame("stop"));
+    context.run_for(kPatience);
+    EXPECT_TRUE(context.stopped());
+    EXPECT_EQ(server.use_count(), 1);
+}
+
+// The worker of an outside context that nobody runs never connects.
+TEST_F(LinkTest, ConnectIsBoundedWhateverTheWorkerDoes) {
+    auto const server = makeServer();
+    ASSERT_TRUE(server->Run());
+    boost::asio::io_context context;
+    auto const client = std::make_shared<Client>("test", &context, place);
+    EXPECT_FALSE(client->Run());
+    EXPECT_EQ(client->TakeErrorText(), "Connect time out");
+    client->Stop();
+}
+
+#if !defined(__SANITIZE_ADDRESS__)  // whose own checks need a descriptor
+TEST_F(LinkTest, WithoutDescriptorsRunFailsQuietly) {
+    rlimit old{};
+    getrlimit(RLIMIT_NOFILE, &old);
+    rlimit const none{3, old.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    auto const client = makeClient();
+    EXPECT_FALSE(client->Run());
+    setrlimit(RLIMIT_NOFILE, &old);
+    EXPECT_EQ(client->TakeErrorText(), "Failed to new heartbeat");
+    client->StartHeartbeat();
+    client->Quit();
+    EXPECT_FALSE(send(*client, "nothing"));
+}
+#endif
+
+}  // namespace
+}  // namespace zorvanelink::test

@@ -1,0 +1,148 @@
+// Bytes of a peer that means harm, or that is broken.
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "core/clmsg.h"
+#include "core/clmsg_json.h"
+#include "core/clmsg_reply_json.h"
+#include "core/json_text.h"
+#include "tests/core/sample_records.h"
+
+namespace zorvanelink::test {
+namespace {
+
+using namespace core::sslvpn;
+using core::CLMsgJsonParse;
+
+// A megabyte, far beyond what a stack would stand.
+constexpr std::size_t kDepth = 1'000'000;
+
+std::string nested(char const* open, char const* close) {
+    std::string text = R"({"profileName":"p","statusCode":1,"supportedAuthType":)";
+    for (std::size_t i = 0; i < kDepth; ++i) {
+        text += open;
+    }
+    text += "1";
+    for (std::size_t i = 0; i < kDepth; ++i) {
+        text += close;
+    }
+    return text + "}";
+}
+
+TEST(Hostile, DepthDoesNotReachTheStack) {
+    CLMsgCommonReplyData data;
+    EXPECT_TRUE(CLMsgReplyJson::Parse(nested("[", "]"), &data));
+    EXPECT_TRUE(CLMsgReplyJson::Parse(nested("{\"a\":", "}"), &data));
+    EXPECT_FALSE(CLMsgReplyJson::Parse(nested("[", ""), &data));
+    EXPECT_TRUE(data.supportedAuthType.empty());
+}
+
+TEST(Hostile, EveryPrefixIsRefused) {
+    std::string const whole = CLMsgReplyJson::Build(SampleCommon(common::MsgCode::ONLINE));
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        CLMsgCommonReplyData data;
+        EXPECT_FALSE(CLMsgReplyJson::Parse(whole.substr(0, length), &data)) << length;
+    }
+}
+
+TEST(Hostile, BytesThatAreNoTextStayOutOfRecordsAndMessages) {
+    std::string const zero("a\0b", 3);
+    struct Row {
+        std::string value;  // as it stands in the message
+        std::string read;
+    };
+    Row const rows[] = {
+        {"\xFF", "\uFFFD"},
+        {"\xC3", "\uFFFD"},
+        {"\xC0\x80", "\uFFFD\uFFFD"},            // zero in two bytes
+        {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"},  // half a surrogate pair
+        {"\\udc00", "\uFFFD\uFFFD\uFFFD"},
+        {"\xF4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"},  // beyond Unicode
+        {"x\xE5\x8C", "x\uFFFD\uFFFD"},                    // cut
+        {"北京 \xF0\x9F\x94\x92", "北京 \xF0\x9F\x94\x92"},
+        {"a\\u0000b", zero},
+    };
+    for (Row const& row : rows) {
+        SCOPED_TRACE(row.value);
+        CLMsgGatewayDetectStopData data;
+        ASSERT_TRUE(
+            CLMsgReplyJson::Parse(R"({"profileName":"p","reason":")" + row.value + "\"}", &data));
+        EXPECT_EQ(data.reason, row.read);
+    }
+    CLMsgGatewayDetectStopData broken;
+    broken.profileName = "cut \xE5\x8C";
+    std::string const message = CLMsgReplyJson::Build(broken);
+    EXPECT_TRUE(core::json::IsUtf8(message));
+    EXPECT_TRUE(CLMsgReplyJson::Parse(message, &broken));
+    EXPECT_EQ(broken.profileName, "cut \uFFFD\uFFFD");
+}
+
+TEST(Hostile, TextsThatAreNoMessage) {
+    std::string const rows[] = {"null",
+                                "\"a\"",
+                                "1",
+                                "[{}]",
+                                "{",
+                                "}",
+                                "{\"a\":NaN}",
+                                "{\"a\":1e999}",
+                                "{'a':1}",
+                                "{\"a\":1,}",
+                                "{\"a\":01}",
+                                "// x\n{}",
+                                "{}{}",
+                                std::string("{}\0x", 4),
+                                "\xEF\xBB\xBF[]",
+                                "{\"a\":\"\x01\"}",
+                                "{\"a\":\"\\ud800\"}"};
+    for (std::string const& row : rows) {
+        CLMsgVINCState state;
+        EXPECT_FALSE(CLMsgReplyJson::Parse(row, &state)) << row;
+        EXPECT_EQ(CLMsgJsonParse::err_str_, "Failed to parse clmsgjson[" + row + "]");
+    }
+    EXPECT_FALSE(core::json_str_.empty());
+    CLMsgVINCState state;
+    EXPECT_TRUE(CLMsgReplyJson::Parse(std::string("{\"state\":true}\0", 15), &state));
+}
+
+TEST(Hostile, RefusedMessagesShowNoSecret) {
+    struct Row {
+        char const* text;
+        char const* masked;
+    };
+    Row const rows[] = {
+        {R"({"user":"ada","encryptedPassword":"s,e\"c","port":1)",
+         R"({"user":"ada","encryptedPassword":"****","port":1)"},
+        {R"({"secondAuthCode" : "123456)", R"({"secondAuthCode" : "****")"},
+        {R"({"newPassword":"a","currentPassword":"b"}x)",
+         R"({"newPassword":"****","currentPassword":"****"}x)"},
+        {R"({"pinCode":1234,"certData":"REVS"]})", R"({"pinCode":"****","certData":"****"]})"},
+        {R"({"user":"password","a":"b)", R"({"user":"password","a":"b)"},
+        {R"({"password")", R"({"password")"},
+        {R"({"a":"\"password\":\"x)", R"({"a":"\"password\":\"x)"},
+    };
+    for (Row const& row : rows) {
+        EXPECT_EQ(core::json::MaskSecrets(row.text), row.masked);
+        CLMsgStartData data;
+        EXPECT_FALSE(CLMsgJson::Parse(row.text, &data));
+        EXPECT_EQ(CLMsgJsonParse::err_str_,
+                  std::string("Failed to parse clmsgjson[") + row.masked + "]");
+    }
+}
+
+TEST(Hostile, FailureTextsBelongToTheirThread) {
+    CLMsgStopData stop;
+    EXPECT_FALSE(CLMsgJson::Parse("{}", &stop));
+    std::string other;
+    std::thread([&other] {
+        CLMsgGatewayDetectStopData data;
+        CLMsgReplyJson::Parse(R"({"profileName":"p"})", &data);
+        other = CLMsgJsonParse::err_str_;
+    }).join();
+    EXPECT_EQ(CLMsgJsonParse::err_str_, "Failed to find key profileName in clmsgjson parse");
+    EXPECT_EQ(other, "Failed to find key reason in clmsgjson parse");
+}
+
+}  // namespace
+}  // namespace zorvanelink::test

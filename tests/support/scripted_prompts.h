@@ -1,0 +1,92 @@
+// Prompts that a test answers from a queue. An unexpected prompt, or one that never came, fails
+// the test.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <variant>
+
+#include "ui/widgets/prompts.h"
+
+namespace zorvanelink::test {
+
+class ScriptedPrompts : public ui::Prompts {
+  public:
+    ~ScriptedPrompts() override {
+        EXPECT_TRUE(answers_.empty()) << answers_.size() << " expected prompts never came";
+    }
+
+    // The next prompt must be a box whose text is this one.
+    // `during` runs while the box stands, as what arrives in its nested event loop would.
+    void ExpectBox(QString text, int answer, std::function<void()> during = {}) {
+        answers_.push_back(BoxAnswer{std::move(text), answer, std::move(during)});
+    }
+    void ExpectSecret(std::optional<ui::SecretAnswer> answer, std::function<void()> during = {}) {
+        answers_.push_back(Secret{std::move(answer), std::move(during)});
+    }
+    void ExpectFile(std::optional<QString> answer) { answers_.push_back(std::move(answer)); }
+
+    bool Finished() const { return answers_.empty(); }
+    std::vector<ui::BoxRequest> const& Boxes() const { return boxes_; }
+    std::vector<ui::SecretRequest> const& Secrets() const { return secrets_; }
+
+    int Box(ui::BoxRequest const& request) override {
+        boxes_.push_back(request);
+        auto const answer = next<BoxAnswer>(request.text);
+        if (!answer) {
+            return -1;
+        }
+        EXPECT_EQ(request.text.toStdString(), answer->text.toStdString());
+        if (answer->during) {
+            answer->during();
+        }
+        return answer->button;
+    }
+
+    std::optional<ui::SecretAnswer> InputSecret(ui::SecretRequest const& request) override {
+        secrets_.push_back(request);
+        auto answer = next<Secret>(request.title);
+        if (!answer) {
+            return std::nullopt;
+        }
+        if (answer->during) {
+            answer->during();
+        }
+        return answer->answer;
+    }
+
+    std::optional<QString> ChooseFile(ui::FileRequest const& request) override {
+        auto answer = next<std::optional<QString>>(request.title);
+        return answer ? *answer : std::nullopt;
+    }
+
+  private:
+    struct BoxAnswer {
+        QString text;
+        int button;
+        std::function<void()> during;
+    };
+    struct Secret {
+        std::optional<ui::SecretAnswer> answer;
+        std::function<void()> during;
+    };
+    using Answer = std::variant<BoxAnswer, Secret, std::optional<QString>>;
+
+    template <class T>
+    std::optional<T> next(QString const& what) {
+        if (answers_.empty() || !std::holds_alternative<T>(answers_.front())) {
+            ADD_FAILURE() << "unexpected prompt: " << what.toStdString();
+            return std::nullopt;
+        }
+        T answer = std::get<T>(std::move(answers_.front()));
+        answers_.pop_front();
+        return answer;
+    }
+
+    std::deque<Answer> answers_;
+    std::vector<ui::BoxRequest> boxes_;
+    std::vector<ui::SecretRequest> secrets_;
+};
+
+}  // namespace zorvanelink::test

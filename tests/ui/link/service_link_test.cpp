@@ -1,0 +1,180 @@
+#include "ui/link/service_link.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include "tests/support/fake_ipc.h"
+#include "tests/support/wait.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using test::FakeIpc;
+using test::WaitUntil;
+
+// Hands out links as the test lays them down, the last one again and again.
+class Links {
+  public:
+    explicit Links(std::vector<std::shared_ptr<FakeIpc>> links) : links_(std::move(links)) {}
+
+    LinkCore::LinkFactory Factory() {
+        return [this]() -> LinkCore::Link {
+            std::size_t const index = std::min<std::size_t>(made++, links_.size() - 1);
+            return links_[index];
+        };
+    }
+
+    std::atomic<std::size_t> made{0};
+
+  private:
+    std::vector<std::shared_ptr<FakeIpc>> links_;
+};
+
+std::shared_ptr<FakeIpc> good() { return std::make_shared<FakeIpc>(); }
+std::shared_ptr<FakeIpc> bad() { return std::make_shared<FakeIpc>(false); }
+
+constexpr ServiceLink::Pauses kNoPause{std::chrono::milliseconds(1), std::chrono::milliseconds(1)};
+
+bool linked(ServiceLink const& link) { return link.State() == LinkState::kLinked; }
+
+class ServiceLinkTest : public testing::Test {
+  protected:
+    // A link that is up, and the calls it has made on the way.
+    void Begin(std::vector<std::shared_ptr<FakeIpc>> list) {
+        links = std::make_unique<Links>(std::move(list));
+        link = std::make_unique<ServiceLink>(links->Factory(), kNoPause);
+        loading = std::make_unique<QSignalSpy>(link.get(), &ServiceLink::Loading);
+        auto_login = std::make_unique<QSignalSpy>(link.get(), &ServiceLink::SignalAutoLogin);
+        lost = std::make_unique<QSignalSpy>(link.get(), &ServiceLink::Lost);
+        link->Start();
+        ASSERT_TRUE(WaitUntil([this] { return linked(*link); }));
+    }
+
+    std::unique_ptr<Links> links;
+    std::unique_ptr<ServiceLink> link;
+    std::unique_ptr<QSignalSpy> loading;
+    std::unique_ptr<QSignalSpy> auto_login;
+    std::unique_ptr<QSignalSpy> lost;
+};
+
+TEST_F(ServiceLinkTest, KnocksUntilTheServiceAnswers) {
+    Begin({bad(), bad(), bad(), good()});
+    EXPECT_EQ(links->made, 4U);
+    ASSERT_EQ(loading->size(), 2);
+    EXPECT_EQ(loading->at(0).at(0).toInt(), 0);
+    EXPECT_EQ(loading->at(1).at(0).toInt(), 1);
+    EXPECT_EQ(auto_login->size(), 1);
+}
+
+TEST_F(ServiceLinkTest, ALinkThatEndsWithoutAByteIsAFailedTry) {
+    // The service has another client: it accepts and closes at once.
+    class ClosedAtOnce : public FakeIpc {
+      public:
+        ClosedAtOnce() : FakeIpc(true, false) {}
+        bool Run() override {
+            FailRead(2);
+            return true;
+        }
+    };
+    auto const closed = std::make_shared<ClosedAtOnce>();
+    Begin({closed, good()});
+    EXPECT_TRUE(closed->stopped);
+    EXPECT_EQ(auto_login->size(), 1);
+    EXPECT_EQ(lost->size(), 0);
+}
+
+TEST_F(ServiceLinkTest, ALossReconnectsOnceAndTellsTheSession) {
+    auto const first = good();
+    Begin({first, bad(), good()});
+    bool ready_when_told = true;
+    QObject::connect(link.get(), &ServiceLink::Lost,
+                     [&] { ready_when_told = link->IsReady(); });
+    first->FailRead(2);
+    first->FailRead(2);  // the second report is of a link that is gone
+    ASSERT_TRUE(WaitUntil([this] { return lost->size() == 1 && linked(*link); }));
+    EXPECT_FALSE(ready_when_told);
+    EXPECT_TRUE(first->stopped);
+    EXPECT_EQ(links->made, 3U);
+    EXPECT_EQ(auto_login->size(), 1) << "a reconnect logs nobody in";
+}
+
+TEST_F(ServiceLinkTest, TheFourthTimeOutInARowEndsTheLink) {
+    auto const first = good();
+    Begin({first, good()});
+    for (int count = 1; count <= 3; ++count) {
+        first->TimeOut(count);
+    }
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(link->IsReady());
+    first->TimeOut(4);
+    ASSERT_TRUE(WaitUntil([this] { return lost->size() == 1 && linked(*link); }));
+    EXPECT_TRUE(first->stopped);
+}
+
+TEST_F(ServiceLinkTest, AFloodDropsTheOldestAndKeepsTheOrder) {
+    auto const service = good();
+    Begin({service});
+    std::vector<std::string> seen;
+    QObject::connect(link.get(), &ServiceLink::MessageArrived,
+                     [&](std::string const& json) { seen.push_back(json); });
+    for (int i = 0; i < 10000; ++i) {
+        service->Deliver(std::to_string(i));
+    }
+    ASSERT_TRUE(WaitUntil([&] { return !seen.empty() && seen.back() == "9999"; }));
+    ASSERT_EQ(seen.size(), LinkCore::kServiceDataLimit + 1);
+    EXPECT_EQ(seen.front(), "9899");
+    service->Deliver("");
+    service->Deliver("after an empty one");
+    EXPECT_TRUE(WaitUntil([&] { return seen.back() == "after an empty one"; }));
+}
+
+TEST_F(ServiceLinkTest, WhatAReplacedLinkSaysIsDropped) {
+    auto const old = good();
+    Begin({old, good()});
+    int texts = 0;
+    QObject::connect(link.get(), &ServiceLink::MessageArrived, [&](std::string const&) { ++texts; });
+    old->FailRead(2);
+    ASSERT_TRUE(WaitUntil([this] { return lost->size() == 1 && linked(*link); }));
+    old->Deliver("late");
+    old->FailRead(2);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(texts, 0);
+    EXPECT_TRUE(link->IsReady());
+}
+
+TEST_F(ServiceLinkTest, SendsOnlyWhileReady) {
+    auto const service = good();
+    Begin({service, bad()});
+    EXPECT_TRUE(link->SendToService(QStringLiteral("\u4f60\u597d")));
+    EXPECT_EQ(service->Sent().back(), "\xe4\xbd\xa0\xe5\xa5\xbd");
+    service->accepts = false;
+    EXPECT_FALSE(link->SendToService(QStringLiteral("x")));
+    EXPECT_TRUE(link->IsReady()) << "a failed send is no loss";
+    service->FailRead(104);
+    ASSERT_TRUE(WaitUntil([this] { return lost->size() == 1; }));
+    EXPECT_FALSE(link->SendToService(QStringLiteral("x")));
+}
+
+TEST_F(ServiceLinkTest, QuittingAtAnyMomentOfAReconnectStormIsSafe) {
+    for (int round = 0; round < 100; ++round) {
+        auto const first = good();
+        Links storm({first, bad(), good(), bad()});
+        ServiceLink quick(storm.Factory(), kNoPause);
+        quick.Start();
+        if (round % 3 != 0) {
+            ASSERT_TRUE(WaitUntil([&] { return linked(quick); }));
+            first->Deliver("text");
+            first->FailRead(2);
+        }
+        if (round % 3 == 2) {
+            QCoreApplication::processEvents();
+        }
+        if (round % 2 == 0) {
+            quick.Stop();
+        }
+    }
+}
+
+}  // namespace
+}  // namespace zorvanelink::ui

@@ -1,0 +1,182 @@
+#include "tests/ui/session/session_fixture.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+using common::SupportedAuthType;
+using test::WaitUntil;
+
+class ConnectFlowTest : public test::SessionFixture {
+  protected:
+    std::shared_ptr<Profile> profile = Add("Head office");
+
+    ConnectStatus LastNotified() const {
+        return notified.isEmpty() ? ConnectStatus::Connected
+                                  : notified.last().at(1).value<ConnectStatus>();
+    }
+};
+
+TEST_F(ConnectFlowTest, AStoredPasswordGoesOutWithoutAPromptAndNeverInClear) {
+    Click();
+    ASSERT_EQ(Sent("start"), 1);
+    std::string const json = service->Sent().back();
+    EXPECT_NE(json.find("\"encryptedPassword\":\"" + profile->password + "\""), std::string::npos);
+    EXPECT_EQ(json.find("correct horse"), std::string::npos);
+    EXPECT_NE(json.find("\"hasPromotedUpdate\":false"), std::string::npos);
+    EXPECT_EQ(state.status, ConnectStatus::Disconnected) << "a start only asks";
+    EXPECT_EQ(state.startingProfileName, "Head office");
+
+    Receive(MsgCode::OFFLINE);
+    Click();
+    EXPECT_NE(service->Sent().back().find("\"hasPromotedUpdate\":true"), std::string::npos);
+}
+
+TEST_F(ConnectFlowTest, AMissingPasswordIsAskedForOnceAndForgotten) {
+    profile->password.clear();
+    profile->rememberPassword = false;
+    prompts.ExpectSecret(SecretAnswer{QStringLiteral("typed"), false});
+    Click();
+    EXPECT_EQ(Sent("start"), 1);
+    EXPECT_TRUE(profile->password.empty());
+    EXPECT_EQ(prompts.Secrets().front().maxUtf8Length, 31);
+}
+
+TEST_F(ConnectFlowTest, ACancelledPromptGivesTheButtonBack) {
+    profile->password.clear();
+    prompts.ExpectSecret(std::nullopt);
+    Click();
+    EXPECT_EQ(Sent("start"), 0);
+    EXPECT_EQ(LastNotified(), ConnectStatus::Disconnected);
+    EXPECT_TRUE(state.Idle());
+    EXPECT_EQ(g_running_client, 0);
+}
+
+TEST_F(ConnectFlowTest, ACertificateThatIsNotThereStopsTheStart) {
+    profile->authType = SupportedAuthType::kOnlyUkey;
+    prompts.ExpectBox(Text(MsgCode::UI_ERROR_NO_CERT), 0);
+    Click();
+    EXPECT_EQ(Sent("start"), 0);
+    EXPECT_TRUE(state.Idle());
+
+    // The record is known, its file has gone since.
+    profile->fileCert.commonName = "Alice";
+    prompts.ExpectBox(Text(MsgCode::UI_ERROR_NO_CERT), 0);
+    Click();
+    EXPECT_EQ(Sent("start"), 0);
+    EXPECT_TRUE(state.Idle());
+    EXPECT_TRUE(state.manualDisconnected);
+}
+
+TEST_F(ConnectFlowTest, RefusalsEndInDisconnected) {
+    struct Case {
+        char const* name;
+        std::function<void()> prepare;
+        MsgCode text;
+    };
+    Case const cases[] = {
+        {"Nobody", [] {}, MsgCode::UI_ERROR_PROFILE_NOT_EXIST},
+        {"",  [] {}, MsgCode::UI_ERROR_PROFILE_NOT_EXIST},
+        {"Head office",
+         [this] {
+             service_there = false;
+             service->FailRead(2);
+             ASSERT_TRUE(WaitUntil([this] { return !link.IsReady(); }));
+         },
+         MsgCode::UI_INFO_CONNECT_SERVER_FAIL},
+    };
+    for (Case const& c : cases) {
+        c.prepare();
+        // A click behind the box adds no second one.
+        prompts.ExpectBox(Text(c.text), 0, [this, &c] {
+            if (c.text == MsgCode::UI_INFO_CONNECT_SERVER_FAIL) {
+                Click(c.name);
+            }
+        });
+        Click(c.name);
+        EXPECT_EQ(Sent("start"), 0) << c.name;
+        EXPECT_EQ(LastNotified(), ConnectStatus::Disconnected) << c.name;
+        EXPECT_TRUE(state.Idle()) << c.name;
+    }
+}
+
+TEST_F(ConnectFlowTest, MoreThan32ProfilesRefuseAStartButNotAStop) {
+    GoOnline();
+    for (int i = 0; i < 32; ++i) {
+        Add("extra " + std::to_string(i));
+    }
+    prompts.ExpectBox(Text(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(32), 0);
+    Click("extra 1");
+    EXPECT_EQ(Sent("start"), 1);
+    flow.onStopConnect(QStringLiteral("Head office"));
+    EXPECT_EQ(Sent("stop"), 1);
+}
+
+TEST_F(ConnectFlowTest, ASecondProfileIsRefusedWhileOneRuns) {
+    Add("Lab");
+    GoOnline();
+    prompts.ExpectBox(Text(MsgCode::UI_ERROR_RUNNING_PROFILE_ALREADY_EXISTS), 0);
+    Click("Lab");
+    EXPECT_EQ(Sent("start"), 1);
+    EXPECT_EQ(state.currentProfileName, "Head office");
+    EXPECT_EQ(state.status, ConnectStatus::Connected);
+    EXPECT_EQ(g_running_client, 1);
+}
+
+TEST_F(ConnectFlowTest, StoppingTwiceSendsOneStop) {
+    GoOnline();
+    flow.StopConnect();
+    flow.StopConnect();
+    EXPECT_EQ(Sent("stop"), 1);
+    EXPECT_EQ(state.status, ConnectStatus::Disconnected);
+
+    GoOnline();
+    flow.onStopConnect(QStringLiteral("Head office"));
+    Receive(MsgCode::OFFLINE);
+    EXPECT_EQ(Sent("stop"), 2);
+    EXPECT_TRUE(state.currentProfileName.empty());
+}
+
+TEST_F(ConnectFlowTest, ALostLinkDisconnectsWithoutABoxAndWithoutAStop) {
+    GoOnline();
+    service->FailRead(2);
+    ASSERT_TRUE(WaitUntil([this] { return state.status == ConnectStatus::Disconnected; }));
+    EXPECT_EQ(Sent("stop"), 0);
+    EXPECT_TRUE(prompts.Boxes().empty());
+}
+
+TEST_F(ConnectFlowTest, ALateOfflineOfTheStoppedAttemptDoesNotEndTheNewOne) {
+    GoOnline();
+    flow.StopConnect();
+    Click();
+    Receive(MsgCode::OFFLINE);
+    EXPECT_EQ(state.startingProfileName, "Head office");
+    Receive(MsgCode::CONNECTING);
+    EXPECT_EQ(state.status, ConnectStatus::Connecting);
+}
+
+TEST_F(ConnectFlowTest, ACardThatGaveUpWaitingMayTryAgain) {
+    Click();
+    flow.ForgetPendingRequest(QStringLiteral("Head office"));
+    EXPECT_TRUE(state.Idle());
+    EXPECT_EQ(g_running_client, 0);
+    Click();
+    EXPECT_EQ(Sent("start"), 2);
+}
+
+TEST_F(ConnectFlowTest, WhatHappensBehindAPromptCounts) {
+    profile->password.clear();
+    // The link goes while the user types: no start leaves, one box says why.
+    prompts.ExpectSecret(SecretAnswer{QStringLiteral("typed"), false}, [this] {
+        service_there = false;
+        service->FailRead(2);
+        ASSERT_TRUE(WaitUntil([this] { return !link.IsReady(); }));
+    });
+    prompts.ExpectBox(Text(MsgCode::UI_INFO_CONNECT_SERVER_FAIL), 0);
+    Click();
+    EXPECT_EQ(Sent("start"), 0);
+    EXPECT_TRUE(state.Idle());
+}
+
+}  // namespace
+}  // namespace zorvanelink::ui

@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QtTest/QTest>
+
+#include "tests/support/qt_helpers.h"
+#include "ui/widgets/automation_hooks.h"
+#include "ui/widgets/zvl_message_box.h"
+
+using namespace zorvanelink;
+using test::Find;
+using test::WaitFor;
+using test::WhenModal;
+using ui::MessageText;
+using ui::ZVLMessageBox;
+using ui::ZVLMsgBoxType;
+
+namespace {
+
+QString text(char const* latin) {
+    return QString::fromUtf8(latin);
+}
+
+int askWith(std::function<void(ZVLMessageBox&)> act) {
+    WhenModal<ZVLMessageBox>(std::move(act));
+    return ZVLMessageBox::warning(nullptr, text("Title"), text("Text"),
+                                  {text("First"), text("Second"), text("Third")});
+}
+
+}  // namespace
+
+TEST(MessageBox, AnswersByTheIndexOfThePressedButton) {
+    for (int wanted = 0; wanted < 3; ++wanted) {
+        EXPECT_EQ(wanted, askWith([wanted](ZVLMessageBox& box) {
+                      auto const name = QStringLiteral("button_%1_").arg(wanted).toLatin1();
+                      Find<ui::QPushButtonExt>(box, name.constData()).click();
+                  }));
+    }
+}
+
+TEST(MessageBox, ClosingAndEscapeAreNoAnswer) {
+    EXPECT_EQ(-1, askWith([](ZVLMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }));
+    EXPECT_EQ(-1, askWith([](ZVLMessageBox& box) { box.close(); }));
+    EXPECT_EQ(-1,
+              askWith([](ZVLMessageBox& box) { Find<QToolButton>(box, "btn_close_").click(); }));
+}
+
+TEST(MessageBox, ReturnTakesTheDefaultButton) {
+    auto const pressReturn = [](ZVLMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); };
+    EXPECT_EQ(0, askWith(pressReturn));
+    WhenModal<ZVLMessageBox>(pressReturn);
+    EXPECT_EQ(1, ZVLMessageBox::question(nullptr, text("T"), text("Delete?"), 0,
+                                         {text("Yes"), text("No")}, {}, 1));
+}
+
+TEST(MessageBox, SplitsHeadlineAndDetail) {
+    struct Row {
+        char const* text;
+        char const* main;
+        char const* detail;
+        bool detailShown;
+    };
+    for (auto const& row :
+         {Row{"one line", "one line", "", false}, Row{"head#@@#detail", "head", "detail", true},
+          Row{"head#@@#a#@@#b", "head", "a#@@#b", true},
+          Row{"<b>no</b> markup", "<b>no</b> markup", "", false}}) {
+        ZVLMessageBox box(nullptr, ZVLMsgBoxType::kCritical, text("T"), text(row.text),
+                          {text("OK")});
+        box.show();
+        EXPECT_EQ(Find<MessageText>(box, "main_label_").toPlainText(), text(row.main));
+        EXPECT_EQ(Find<MessageText>(box, "detail_label_").toPlainText(), text(row.detail));
+        EXPECT_EQ(Find<MessageText>(box, "detail_label_").isVisible(), row.detailShown) << row.text;
+    }
+}
+
+TEST(MessageBox, LongWordsWrapAndLongTextsScrollInsteadOfBeingCut) {
+    ZVLMessageBox box(
+        nullptr, ZVLMsgBoxType::kWarning, text("T"),
+        QString(400, QLatin1Char('w')) + text("#@@#") + text("many words ").repeated(400),
+        {text("OK")});
+    box.show();
+    auto& main = Find<MessageText>(box, "main_label_");
+    auto& detail = Find<MessageText>(box, "detail_label_");
+    EXPECT_LE(main.document()->idealWidth(), main.width());
+    EXPECT_GE(main.height(), static_cast<int>(main.document()->size().height()));
+    EXPECT_LT(detail.height(), static_cast<int>(detail.document()->size().height()));
+    EXPECT_EQ(detail.verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+}
+
+TEST(MessageBox, AQuestionTimesOutAndCallsBack) {
+    int calls = 0;
+    ZVLMessageBox box(nullptr, ZVLMsgBoxType::kWarning, text("T"), text("Now?"), {text("Yes")});
+    box.SetTimeout(std::chrono::milliseconds(1), [&calls] { ++calls; });
+    EXPECT_EQ(box.Ask(), -1);
+    EXPECT_EQ(calls, 1);
+
+    ZVLMessageBox answered(nullptr, ZVLMsgBoxType::kWarning, text("T"), text("Now?"),
+                           {text("Yes")});
+    answered.SetTimeout(std::chrono::hours(1), [&calls] { ++calls; });
+    WhenModal<ZVLMessageBox>(
+        [](ZVLMessageBox& shown) { Find<ui::QPushButtonExt>(shown, "button_0_").click(); });
+    EXPECT_EQ(answered.Ask(), 0);
+    EXPECT_EQ(calls, 1);
+}
+
+TEST(MessageBox, OnlyAnAllowedLinkIsALink) {
+    ZVLMessageBox box(nullptr, ZVLMsgBoxType::kInformation, text("T"),
+                      text("Click <a href='https://example.com/'>here</a>"), {text("OK")});
+    box.AllowLink([](QString const&) {});
+    EXPECT_EQ(Find<MessageText>(box, "main_label_").toPlainText(), text("Click here"));
+    EXPECT_TRUE(Find<MessageText>(box, "main_label_").toHtml().contains(text("example.com")));
+}
+
+TEST(MessageBox, TellsAutomationItsTextWithoutNumbers) {
+    QString heard;
+    QString answer;
+    ui::automationHooks().dialogOpened = [&heard](QDialog& dialog, QString const& said) {
+        heard = said;
+        dynamic_cast<ZVLMessageBox&>(dialog).AutoRefused();
+    };
+    ui::automationHooks().setResult = [&answer](int, QString const& said) { answer = said; };
+    EXPECT_EQ(-1,
+              ZVLMessageBox::critical(nullptr, text("T"), text("Try in 20%1 seconds"), text("OK")));
+    ui::automationHooks() = {};
+    EXPECT_EQ(heard, text("ERROR: Try in  seconds"));
+    EXPECT_EQ(answer, text("REFUSED MESSAGE BOX"));
+}
+
+TEST(MessageBox, WithBackgroundCoversItsParent) {
+    QWidget parent;
+    parent.resize(500, 400);
+    parent.show();
+    QRect covered;
+    WhenModal<ui::ZVLMessageBoxWithBackground>([&](ui::ZVLMessageBoxWithBackground& box) {
+        covered = box.geometry();
+        Find<ui::QPushButtonExt>(box, "button_0_").click();
+    });
+    EXPECT_EQ(0, ui::ZVLMessageBoxWithBackground::box(&parent, ZVLMsgBoxType::kWarning, text("T"),
+                                                      text("Text"), {text("OK")}));
+    EXPECT_EQ(covered, parent.frameGeometry());
+}

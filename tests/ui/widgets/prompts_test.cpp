@@ -1,0 +1,71 @@
+#include <gtest/gtest-spi.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/qt_helpers.h"
+#include "tests/support/scripted_prompts.h"
+#include "ui/widgets/input_dialog.h"
+#include "ui/widgets/zvl_message_box.h"
+
+using namespace zorvanelink;
+using test::Find;
+using test::WhenModal;
+using ui::Prompts;
+
+namespace {
+
+bool askDelete(Prompts& prompts) {
+    return prompts.Question(nullptr, QStringLiteral("Warning"), QStringLiteral("Delete?"),
+                            QStringLiteral("Yes"), QStringLiteral("No"), Prompts::Default::kNo);
+}
+
+}  // namespace
+
+TEST(Prompts, OnlyAPressedYesIsYes) {
+    ui::DialogPrompts prompts;
+    WhenModal<ui::ZVLMessageBox>(
+        [](ui::ZVLMessageBox& box) { Find<QPushButton>(box, "button_0_").click(); });
+    EXPECT_TRUE(askDelete(prompts));
+    WhenModal<ui::ZVLMessageBox>([](ui::ZVLMessageBox& box) { box.close(); });
+    EXPECT_FALSE(askDelete(prompts));
+    bool noIsDefault = false;
+    WhenModal<ui::ZVLMessageBox>([&noIsDefault](ui::ZVLMessageBox& box) {
+        noIsDefault = Find<QPushButton>(box, "button_1_").isDefault();
+        box.reject();
+    });
+    EXPECT_FALSE(askDelete(prompts));
+    EXPECT_TRUE(noIsDefault);
+}
+
+TEST(Prompts, SecretComesBackWithItsMark) {
+    ui::DialogPrompts prompts;
+    ui::SecretRequest request;
+    request.rememberText = QStringLiteral("Remember");
+    request.maxUtf8Length = 127;
+    WhenModal<ui::InputDialog>(
+        [](ui::InputDialog& dialog) { dialog.AutoConfirmPwd(QStringLiteral("pin"), true); });
+    auto const answer = prompts.InputSecret(request);
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->text, QStringLiteral("pin"));
+    EXPECT_TRUE(answer->remember);
+    WhenModal<ui::InputDialog>([](ui::InputDialog& dialog) { dialog.reject(); });
+    EXPECT_FALSE(prompts.InputSecret(request));
+}
+
+TEST(ScriptedPrompts, FailOnWhatWasNotExpectedAndOnWhatNeverCame) {
+    EXPECT_NONFATAL_FAILURE(
+        {
+            test::ScriptedPrompts prompts;
+            askDelete(prompts);
+        },
+        "unexpected prompt: Delete?");
+    EXPECT_NONFATAL_FAILURE(
+        {
+            test::ScriptedPrompts prompts;
+            prompts.ExpectBox(QStringLiteral("Delete?"), 0);
+        },
+        "never came");
+    test::ScriptedPrompts prompts;
+    prompts.ExpectBox(QStringLiteral("Delete?"), 0);
+    EXPECT_TRUE(askDelete(prompts));
+    EXPECT_TRUE(prompts.Finished());
+}

@@ -1,0 +1,202 @@
+// Renders windows and dialogs in their states to PNG files.
+// zvl_gallery FOLDER en|zh SCALE [NAME]
+#include <QApplication>
+#include <QImage>
+#include <QPainter>
+#include <QTranslator>
+#include <cstdio>
+#include <functional>
+
+#include "app/environment/app_ctrl.h"
+#include "tools/gallery/sample_window.h"
+#include "ui/text/texts.h"
+#include "ui/widgets/fonts.h"
+#include "ui/widgets/input_dialog.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/wait_form.h"
+#include "ui/widgets/zvl_message_box.h"
+
+namespace zorvanelink::gallery {
+namespace {
+
+using common::MsgCode;
+using ui::ConnectStatus;
+using ui::GetTrMsg;
+using ui::ZVLMessageBox;
+using ui::ZVLMsgBoxType;
+
+constexpr int kMargin = 32;  // of backdrop around a window
+
+QString g_folder;
+QString g_suffix;
+
+void settle() {
+    for (int i = 0; i < 3; ++i) {
+        QApplication::sendPostedEvents();
+        QApplication::processEvents();
+    }
+}
+
+void drawShadow(QPainter& painter, QRect const& window) {
+    painter.setPen(Qt::NoPen);
+    for (int i = 20; i > 0; i -= 2) {
+        QColor shade(Qt::black);
+        shade.setAlphaF(0.012);
+        painter.setBrush(shade);
+        painter.drawRoundedRect(window.adjusted(-i, -i + 6, i, i + 6), 8 + i, 8 + i);
+    }
+}
+
+// The window and what stands in front of it, on a backdrop.
+void save(QString const& name, QWidget& window, QWidget* front = nullptr) {
+    settle();
+    if (front != nullptr) {
+        // The offscreen platform's screen is smaller than some windows, so dialogs land askew.
+        front->move(window.geometry().center() - front->rect().center());
+    }
+    QRect area = window.geometry();
+    if (front != nullptr) {
+        area = area.united(front->geometry());
+    }
+    qreal const ratio = qApp->devicePixelRatio();
+    QImage image((area.size() + QSize(2 * kMargin, 2 * kMargin)) * ratio, QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    image.fill(QColor(Qt::lightGray).lighter(108));
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(QPoint(kMargin, kMargin) - area.topLeft());
+    for (QWidget* shown : {&window, front}) {
+        if (shown != nullptr) {
+            drawShadow(painter, shown->geometry());
+            shown->render(&painter, shown->pos(), {}, QWidget::DrawChildren);
+        }
+    }
+    painter.end();
+    image.save(QStringLiteral("%1/%2%3.png").arg(g_folder, name, g_suffix));
+}
+
+std::unique_ptr<SampleWindow> sample(ConnectStatus status) {
+    auto window = std::make_unique<SampleWindow>();
+    bool const chinese = ui::IsChineseDisplayLangguage();
+    window->AddCard(chinese ? "总部" : "Head office", "vpn.example.com", "alice", false, true);
+    window->AddCard(chinese ? "杭州实验室" : "Lab Hangzhou", "203.0.113.9", "alice.chen", true);
+    window->AddCard("Emergency access with a very long name of a connection",
+                    "a-very-long-gateway-name.region-7.example.com",
+                    "a.user.name.that.is.much.longer.than.its.place@example.com");
+    window->SetStatus(status);
+    if (status != ConnectStatus::Disconnected) {
+        window->FillTunnel();
+    }
+    window->show();
+    return window;
+}
+
+void windows() {
+    save(QStringLiteral("window-disconnected"), *sample(ConnectStatus::Disconnected));
+    save(QStringLiteral("window-connecting"), *sample(ConnectStatus::Connecting));
+    save(QStringLiteral("window-reconnecting"), *sample(ConnectStatus::Reconnecting));
+    auto online = sample(ConnectStatus::Connected);
+    online->Tunnel().SetWarning(GetTrMsg(MsgCode::WARNING_NO_IPV6_ADDR));
+    save(QStringLiteral("window-statistics"), *online);
+    online->Tunnel().SetWarning({});
+    online->Tunnel().ShowTab(ui::TunnelView::kInterface);
+    save(QStringLiteral("window-interface"), *online);
+    online->Tunnel().ShowTab(ui::TunnelView::kRoute);
+    online->Tunnel().Routes().onRouteItemClicked(0);
+    save(QStringLiteral("window-routes"), *online);
+    auto guide = std::make_unique<SampleWindow>();
+    guide->ShowGuide();
+    guide->show();
+    save(QStringLiteral("window-guide"), *guide);
+    auto waiting = sample(ConnectStatus::Disconnected);
+    ui::WaitForm wait(waiting.get(), 44);
+    wait.SetDesc(GetTrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE));
+    wait.show();
+    save(QStringLiteral("window-wait"), *waiting);
+}
+
+void box(QString const& name, ZVLMsgBoxType kind, QString const& title, QString const& text,
+         ZVLMessageBox::Buttons const& buttons, int preset = 0) {
+    auto window = sample(ConnectStatus::Disconnected);
+    ZVLMessageBox shown(window.get(), kind, title, text, buttons);
+    shown.SetDefaultButton(preset);
+    shown.show();
+    save(name, *window, &shown);
+}
+
+void boxes() {
+    QString const ok = GetTrMsg(MsgCode::UI_INFO_OK);
+    QString const yes = GetTrMsg(MsgCode::UI_INFO_YES);
+    QString const no = GetTrMsg(MsgCode::UI_INFO_NO);
+    box(QStringLiteral("box-critical"), ZVLMsgBoxType::kCritical, GetTrMsg(MsgCode::UI_ERROR),
+        GetTrMsg(MsgCode::UI_INFO_FAIL_EXPORT_LOG), {ok});
+    box(QStringLiteral("box-information"), ZVLMsgBoxType::kInformation, GetTrMsg(MsgCode::UI_INFO),
+        GetTrMsg(MsgCode::UI_INFO_FINISH_EXPORT_LOG), {ok});
+    box(QStringLiteral("box-delete"), ZVLMsgBoxType::kWarning, GetTrMsg(MsgCode::UI_WARNING),
+        GetTrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION), {yes, no}, 1);
+    box(QStringLiteral("box-update"), ZVLMsgBoxType::kInformation, GetTrMsg(MsgCode::UI_INFO),
+        GetTrMsg(MsgCode::UPDATE_DETECTED),
+        {GetTrMsg(MsgCode::UI_TR_UPDATE_NOW), GetTrMsg(MsgCode::UI_TR_UPDATE_NEXT),
+         GetTrMsg(MsgCode::UI_TR_UPDATE_NEVER)});
+    box(QStringLiteral("box-long"), ZVLMsgBoxType::kWarning, GetTrMsg(MsgCode::UI_WARNING),
+        QStringLiteral("https://%1.example.com/").arg(QString(120, QLatin1Char('w'))) +
+            QStringLiteral("#@@#") +
+            GetTrMsg(MsgCode::UI_TR_VERITY_SERVER_CERTIFICATE_FAILED).repeated(8),
+        {ok});
+}
+
+void dialogs() {
+    auto window = sample(ConnectStatus::Connecting);
+    ui::InputDialog input(window.get());
+    input.setWindowTitle(GetTrMsg(MsgCode::UI_INFO_INPUT_PINCODE));
+    input.setLabelText(GetTrMsg(MsgCode::UI_TR_PLEASE_INPUT_CERT_PWD));
+    input.setLabel2Text(QStringLiteral("alice-chen.p12"));
+    input.setPlaceholderText(GetTrMsg(MsgCode::UI_INFO_PLEASE_INPUT_PWD));
+    input.setCheckBoxText(GetTrMsg(MsgCode::UI_INFO_REMEMBER_PWD));
+    input.setRemember(true);
+    input.show();
+    save(QStringLiteral("dialog-input"), *window, &input);
+    ZVLMessageBox over(&input, ZVLMsgBoxType::kCritical, GetTrMsg(MsgCode::UI_ERROR),
+                       GetTrMsg(MsgCode::UI_TR_ERR_PWD_LENGTH), {GetTrMsg(MsgCode::UI_INFO_OK)});
+    over.show();
+    save(QStringLiteral("dialog-input-dimmed"), input, &over);
+}
+
+void installTranslators() {
+    ui::InitAssets();
+    if (!ui::IsChineseDisplayLangguage()) {
+        return;
+    }
+    for (auto const* name : {":/translations/zh_Hans.qm", ":/translations/qt_zh_CN.qm"}) {
+        auto* translator = new QTranslator(qApp);
+        if (translator->load(QLatin1String(name))) {
+            QCoreApplication::installTranslator(translator);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace zorvanelink::gallery
+
+int main(int argc, char** argv) {
+    using namespace zorvanelink;
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication const application(argc, argv);
+    QStringList const arguments = QApplication::arguments();
+    if (arguments.size() < 4) {
+        std::fputs("zvl_gallery FOLDER en|zh SCALE\n", stderr);
+        return 2;
+    }
+    gallery::g_folder = arguments[1];
+    gallery::g_suffix = QStringLiteral("-%1-%2x").arg(arguments[2], arguments[3]);
+    bool const chinese = arguments[2] == QLatin1String("zh");
+    ui::AppCtrl::Instance().language =
+        chinese ? ui::SysLang::kSimplifiedChinese : ui::SysLang::kEnglish;
+    gallery::installTranslators();
+    ui::SetApplicationFont();
+    ui::SetApplicationStyle();
+    gallery::windows();
+    gallery::boxes();
+    gallery::dialogs();
+    return 0;
+}

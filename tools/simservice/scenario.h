@@ -1,0 +1,73 @@
+// What the simulated gateway is like: read from a JSON file of a dozen lines. Every key has a
+// default, so that an empty object is a scenario.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "core/reply_records.h"
+#include "tools/simservice/action.h"
+
+namespace zorvanelink::simservice {
+
+// Of the gateway's made-up user list; the password stands in clear, as in the scenario file.
+struct User {
+    std::string name;
+    std::string password;
+    std::string profile;  // name of the connection that --write-profile makes for this user
+    std::string server = "vpn.example.com";
+    int port = 443;
+};
+
+// Growth a second, and how often it is told.
+struct Counters {
+    double inbound_bytes = 48'000;
+    double outbound_bytes = 9'500;
+    double inbound_packets = 52;
+    double outbound_packets = 31;
+    double inbound_comp_ratio = 12.5;  // per cent
+    double outbound_comp_ratio = 8.25;
+    int interval_ms = 1000;
+};
+
+// Milliseconds.
+struct Delays {
+    int answer_ms = 50;       // from "start" to CONNECTING
+    int connecting_ms = 600;  // from CONNECTING to the verdict on the login
+    int online_ms = 400;      // from the verdict to ONLINE
+    int stop_ms = 100;        // from "stop" to OFFLINE
+};
+
+// What happens on the way of a session, in the order in which it does.
+enum class Moment { kLink, kStart, kOnline, kSessionEnd, kLinkEnd, kSignal };
+
+struct Fault {
+    Moment on = Moment::kLink;
+    int after_ms = 0;
+    int times = 1;  // how often it may happen; 0: always
+    Action action;
+};
+
+struct Scenario {
+    std::string description;
+    std::vector<User> users;
+    bool vnic = true;  // whether the virtual network card is usable
+    core::sslvpn::CLMsgReplyNetConfigData netconfig;
+    // What the key exchange tells; nothing is sent when all of it is empty.
+    core::sslvpn::CLMsgCommonReplyData session;
+    std::vector<int> warnings;  // codes that come with ONLINE
+    Counters counters;
+    Delays delays;
+    std::vector<Fault> faults;
+};
+
+// `file` is how errors call the text. False, with "FILE:LINE: KEY: what is wrong" in `error`.
+bool ParseScenario(std::string const& text, std::string const& file, Scenario& scenario,
+                   std::string& error);
+bool LoadScenario(std::string const& path, Scenario& scenario, std::string& error);
+
+// The scenario that runs when none is named.
+Scenario BuiltInScenario();
+
+}  // namespace zorvanelink::simservice

@@ -1,0 +1,165 @@
+#include "ui/tunnel/route_view.h"
+
+#include <QCursor>
+#include <QHeaderView>
+#include <QToolTip>
+#include <QVBoxLayout>
+
+#include "components/logger/logger.h"
+#include "ui/text/texts.h"
+#include "ui/widgets/style.h"
+
+namespace zorvanelink::ui {
+
+using common::MsgCode;
+
+namespace {
+
+constexpr int kRowHeight = 38;
+constexpr int kHeadHeight = 36;
+constexpr int kCellPadding = 24;  // left and right together
+// Parts of the width that the columns take; an IPv4 address fits each.
+constexpr int kWeights[RouteModel::kColumnCount] = {32, 23, 17, 17, 11};
+constexpr int kWeightSum = 100;
+
+}  // namespace
+
+RouteView::RouteView(QWidget* parent)
+    : QWidget(parent),
+      ipv4_(new RouteModel(this)),
+      ipv6_(new RouteModel(this)),
+      families_(new TabBar(TabBar::Kind::kPlain, 16, this)),
+      search_(new QLineEdit(this)),
+      empty_(new QLabel(this)),
+      tableIpv4_(addTable(ipv4_, "route_table_ipv4_")),
+      tableIpv6_(addTable(ipv6_, "route_table_ipv6_")) {
+    families_->AddTab(GetTrMsg(MsgCode::UI_TR_IPV4_ROUTE), "tab_ipv4_route_");
+    families_->AddTab(GetTrMsg(MsgCode::UI_TR_IPV6_ROUTE), "tab_ipv6_route_");
+    search_->setObjectName(QStringLiteral("route_search_"));
+    search_->setProperty("compact", true);
+    search_->setFixedWidth(200);
+    search_->setClearButtonEnabled(true);
+    search_->setPlaceholderText(Translate(QT_TRANSLATE_NOOP("ui", "Search")));
+    search_->setAccessibleName(search_->placeholderText());
+    empty_->setObjectName(QStringLiteral("route_empty_"));
+    empty_->setProperty("role", QStringLiteral("secondary"));
+    empty_->setAlignment(Qt::AlignCenter);
+
+    auto* top = new QHBoxLayout;
+    top->setSpacing(12);
+    top->addWidget(families_, 1);
+    top->addWidget(search_);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(10);
+    column->addLayout(top);
+    column->addWidget(tableIpv4_, 1000);
+    column->addWidget(tableIpv6_, 1000);
+    column->addWidget(empty_);
+    column->addStretch(1);
+    tableIpv6_->hide();
+
+    connect(families_, &TabBar::CurrentChanged, this, [this](int index) {
+        tableIpv4_->setVisible(index == 0);
+        tableIpv6_->setVisible(index == 1);
+        fit();
+    });
+    connect(search_, &QLineEdit::textChanged, this, [this](QString const& text) {
+        ipv4_->SetFilter(text);
+        ipv6_->SetFilter(text);
+        fit();
+    });
+    fit();
+}
+
+QTableView* RouteView::addTable(RouteModel* model, char const* name) {
+    auto* table = new QTableView(this);
+    table->setObjectName(QLatin1String(name));
+    table->setAccessibleName(GetTrMsg(MsgCode::UI_TR_ROUTE));
+    table->setModel(model);
+    table->setShowGrid(false);
+    table->setFrameShape(QFrame::NoFrame);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setTabKeyNavigation(false);
+    table->setWordWrap(false);
+    table->setMouseTracking(true);
+    table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->verticalHeader()->setDefaultSectionSize(kRowHeight);
+    auto* head = table->horizontalHeader();
+    head->setFixedHeight(kHeadHeight);
+    head->setSectionsClickable(true);
+    head->setHighlightSections(false);
+    head->setStretchLastSection(true);
+    head->setMinimumSectionSize(40);
+    connect(head, &QHeaderView::sectionClicked, this, &RouteView::onRouteItemClicked);
+    connect(table, &QTableView::entered, this, &RouteView::OnRouteQTableViewCellEntered);
+    return table;
+}
+
+void RouteView::Set(std::vector<RouteRow> ipv4, std::vector<RouteRow> ipv6) {
+    ipv4_->Set(std::move(ipv4));
+    ipv6_->Set(std::move(ipv6));
+    fit();
+}
+
+void RouteView::Append(std::vector<RouteRow> const& ipv4, std::vector<RouteRow> const& ipv6) {
+    ipv4_->Append(ipv4);
+    ipv6_->Append(ipv6);
+    fit();
+}
+
+void RouteView::Clear() {
+    Set({}, {});
+}
+
+RouteModel& RouteView::visibleModel() {
+    return families_->Current() == 1 ? *ipv6_ : *ipv4_;
+}
+
+// A table is as tall as its rows, up to the room there is.
+void RouteView::fit() {
+    for (auto* table : {tableIpv4_, tableIpv6_}) {
+        int const rows = qMin(table->model()->rowCount(), 1000);
+        table->setMaximumHeight(kHeadHeight + rows * kRowHeight + 2);
+        for (int i = 0; i + 1 < RouteModel::kColumnCount; ++i) {
+            table->setColumnWidth(i, width() * kWeights[i] / kWeightSum);
+        }
+    }
+    bool const empty = visibleModel().rowCount() == 0;
+    empty_->setText(search_->text().isEmpty()
+                        ? Translate(QT_TRANSLATE_NOOP("ui", "No routes"))
+                        : Translate(QT_TRANSLATE_NOOP("ui", "No matching routes")));
+    empty_->setVisible(empty);
+}
+
+void RouteView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    fit();
+}
+
+void RouteView::onRouteItemClicked(int) {
+    RouteModel& model = visibleModel();
+    if (model.Order() == RouteOrder::kUnsorted) {
+        components::logger::Log().info("Show sorted route items");
+        SortRouteItemModel(model, true);
+    } else {
+        components::logger::Log().info("Show unsorted route items");
+        model.Sort(RouteOrder::kUnsorted);
+    }
+}
+
+void RouteView::OnRouteQTableViewCellEntered(QModelIndex const& index) {
+    QString const text = index.data().toString();
+    bool const address = text.contains(QLatin1Char('.')) || text.contains(QLatin1Char(':'));
+    auto const* table = &visibleModel() == ipv6_ ? tableIpv6_ : tableIpv4_;
+    int const room = table->columnWidth(index.column()) - kCellPadding;
+    if (address && table->fontMetrics().horizontalAdvance(text) > room) {
+        QToolTip::showText(QCursor::pos(), text);
+    }
+}
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,128 @@
+#include "ui/tunnel/tunnel_view.h"
+
+#include <QVBoxLayout>
+
+#include "ui/text/texts.h"
+#include "ui/widgets/style.h"
+
+namespace zorvanelink::ui {
+
+using common::MsgCode;
+
+TunnelView::TunnelView(QWidget* parent) : QWidget(parent), pages_(new QStackedWidget(this)) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(pages_);
+    pages_->addWidget(buildHero());
+    pages_->addWidget(buildDetails());
+    SetState(ConnectStatus::Disconnected, GetTrMsg(MsgCode::UI_INFO_DISCONNECT), {});
+}
+
+QWidget* TunnelView::buildHero() {
+    auto* page = new QWidget(pages_);
+    heroShield_ = new QLabel(page);
+    heroShield_->setObjectName(QStringLiteral("hero_shield_"));
+    heroTitle_ = new QLabel(page);
+    heroTitle_->setObjectName(QStringLiteral("hero_title_"));
+    heroHint_ = new QLabel(page);
+    heroHint_->setObjectName(QStringLiteral("hero_hint_"));
+    heroHint_->setAlignment(Qt::AlignCenter);
+    heroHint_->setWordWrap(true);
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(24, 0, 24, 0);
+    column->setSpacing(12);
+    column->addStretch();
+    column->addWidget(heroShield_, 0, Qt::AlignHCenter);
+    column->addWidget(heroTitle_, 0, Qt::AlignHCenter);
+    column->addWidget(heroHint_);
+    column->addStretch();
+    return page;
+}
+
+QWidget* TunnelView::buildDetails() {
+    auto* page = new QWidget(pages_);
+    header_ = new StateHeader(page);
+    warning_ = new WarningStrip(page);
+    tabs_ = new TabWidgetPlus(page);
+    statistics_ = new StatisticsView(tabs_);
+    interface_ = new InterfaceView(tabs_);
+    routes_ = new RouteView(tabs_);
+    tabs_->addTab(statistics_, GetTrMsg(MsgCode::UI_TR_STATISTICS), "tab_statistics_");
+    tabs_->addTab(interface_, GetTrMsg(MsgCode::UI_TR_INTERFACE), "tab_interface_");
+    tabs_->addTab(routes_, GetTrMsg(MsgCode::UI_TR_ROUTE), "tab_route_");
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(24, 20, 24, 16);
+    column->setSpacing(16);
+    column->addWidget(header_);
+    column->addWidget(warning_);
+    column->addWidget(tabs_, 1);
+    column->addStretch();
+    return page;
+}
+
+void TunnelView::SetState(ConnectStatus status, QString const& stateText,
+                          QString const& profileName) {
+    bool const hero = status == ConnectStatus::Disconnected && profileName.isEmpty();
+    heroShield_->setPixmap(LoadImage(ShieldImage(status, true)));
+    heroShield_->setAccessibleName(stateText);
+    heroTitle_->setText(stateText);
+    header_->SetState(status, stateText, profileName);
+    if (status != ConnectStatus::Connected) {
+        header_->SetDuration({});
+    }
+    // Before the first ONLINE of a session there is nothing to show below the header.
+    tabs_->setVisible(status != ConnectStatus::Disconnected && status != ConnectStatus::Connecting);
+    pages_->setCurrentIndex(hero ? 0 : 1);
+}
+
+void TunnelView::SetHint(QString const& text) {
+    heroHint_->setText(text);
+    heroHint_->setVisible(!text.isEmpty());
+}
+
+void TunnelView::SetDuration(QString const& text) {
+    header_->SetDuration(text);
+}
+
+void TunnelView::SetWarning(QString const& text) {
+    warning_->SetText(text);
+}
+
+void TunnelView::SetStatistics(Statistics const& values) {
+    statistics_->Set(values);
+}
+
+void TunnelView::SetInterface(InterfaceRows const& rows) {
+    interface_->Set(rows);
+}
+
+void TunnelView::SetRoutes(std::vector<RouteRow> ipv4, std::vector<RouteRow> ipv6) {
+    routes_->Set(std::move(ipv4), std::move(ipv6));
+}
+
+void TunnelView::AddRoutes(std::vector<RouteRow> const& ipv4, std::vector<RouteRow> const& ipv6) {
+    routes_->Append(ipv4, ipv6);
+}
+
+void TunnelView::ClearStaticsInfo() {
+    statistics_->Clear();
+    header_->SetDuration({});
+}
+
+void TunnelView::ClearInterfaceInfo() {
+    interface_->Clear();
+}
+
+void TunnelView::ClearRouteInfo() {
+    routes_->Clear();
+}
+
+void TunnelView::ShowTab(Tab tab) {
+    tabs_->setCurrentIndex(tab);
+}
+
+TunnelView::Tab TunnelView::CurrentTab() const {
+    return static_cast<Tab>(tabs_->currentIndex());
+}
+
+}  // namespace zorvanelink::ui
