@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "app/environment/paths.h"
+#include "app/environment/settings_file.h"
 #include "components/logger/logger.h"
 
 namespace zorvanelink::ui {
@@ -161,7 +162,8 @@ class TreeCopy {
                 return false;
             }
         }
-        return source.error() == QFileDevice::NoError && copy.commit();
+        // Only flush tells of a full disk; commit alone would rename what broke off.
+        return source.error() == QFileDevice::NoError && copy.flush() && copy.commit();
     }
 
     bool overwrite_;
@@ -238,25 +240,24 @@ void MigrateOldAppConfigFile() {
         return;
     }
     QSettings old_settings(old_path, QSettings::NativeFormat);
-    QSettings new_settings(GetAppConfigFilePath(), QSettings::IniFormat);
     old_settings.setIniCodec("UTF-8");
-    new_settings.setIniCodec("UTF-8");
     // Sections are parsed when they are first asked for; only then does the status count.
     QStringList const keys = old_settings.allKeys();
-    static_cast<void>(new_settings.allKeys());
-    if (old_settings.status() != QSettings::NoError ||
-        new_settings.status() != QSettings::NoError || keys.isEmpty()) {
+    if (old_settings.status() != QSettings::NoError || keys.isEmpty()) {
         return;
     }
-    if (!MakePrivateFile(GetAppConfigFilePath())) {
-        Log().error("Unable migrate old config [{}]", old_path.toStdString());
-        return;
-    }
-    for (QString const& key : keys) {
-        new_settings.setValue(key, old_settings.value(key));
-    }
-    new_settings.sync();
-    if (new_settings.status() != QSettings::NoError) {
+    MakePrivateDir(GetAppConfigDirPath());
+    bool const written = RewriteSettings(GetAppConfigFilePath(), [&](QSettings& new_settings) {
+        static_cast<void>(new_settings.allKeys());
+        if (new_settings.status() != QSettings::NoError) {
+            return false;
+        }
+        for (QString const& key : keys) {
+            new_settings.setValue(key, old_settings.value(key));
+        }
+        return true;
+    });
+    if (!written) {
         Log().error("Unable migrate old config [{}]", old_path.toStdString());
         return;
     }

@@ -1,13 +1,8 @@
 #include "app/environment/paths.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QStandardPaths>
 
 #include "app/environment/app_ctrl.h"
@@ -98,20 +93,6 @@ bool MakePrivateDir(QString const& path) {
     return QDir().mkpath(path) &&
            QFile::setPermissions(
                path, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-}
-
-bool MakePrivateFile(QString const& path) {
-    if (!MakePrivateDir(QFileInfo(path).path())) {
-        return false;
-    }
-    int const file = open(QFile::encodeName(path).constData(),
-                          O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, S_IRUSR | S_IWUSR);
-    if (file < 0) {
-        return false;
-    }
-    bool const isPrivate = fchmod(file, S_IRUSR | S_IWUSR) == 0;
-    close(file);
-    return isPrivate;
 }
 
 }  // namespace zorvanelink::ui

@@ -1,5 +1,5 @@
 // Where the GUI's files lie. All answers are absolute paths joined with "/"; nothing is created
-// here but by the two functions at the end.
+// here but by MakePrivateDir.
 #pragma once
 
 #include <QString>
@@ -35,8 +35,5 @@ QString GetOldAppConfigFilePath();
 
 // Makes the folder, readable by its owner only (0700), with its parents. False when it cannot.
 bool MakePrivateDir(QString const& path);
-// Makes sure that the file exists, with its folder, and that only its owner can read it (0600). A
-// new one is empty. False when it cannot.
-bool MakePrivateFile(QString const& path);
 
 }  // namespace zorvanelink::ui

@@ -40,8 +40,8 @@ constexpr std::size_t kMaxNameBytes = 1023;
 // Older files are encrypted with RC2, which only the legacy provider knows. Without it they stay
 // unreadable, and all others are read.
 void loadLegacyProvider() {
-    static OSSL_PROVIDER const* const provider = OSSL_PROVIDER_try_load(nullptr, "legacy", 1);
-    static_cast<void>(provider);
+    static std::unique_ptr<OSSL_PROVIDER, Freeing<&OSSL_PROVIDER_unload>> const provider(
+        OSSL_PROVIDER_try_load(nullptr, "legacy", 1));
 }
 
 Pkcs12Ptr decodePkcs12(std::string const& bytes) {

@@ -46,11 +46,14 @@ class Masker {
             look(hit);
             std::size_t next = hit + word_.size();
             if (inKey()) {
+                if (colons_.AtOrAfter(hit) == kNone) {
+                    return maskWithoutColons(hit);
+                }
                 next = std::max(next, mask(hit));
             }
             hit = next < json_.size() ? json_.find(word_, next) : kNone;
         }
-        return out_.append(json_.substr(std::min(copied_, json_.size())));
+        return out_.append(json_.substr(copied_));
     }
 
   private:
@@ -78,13 +81,6 @@ class Masker {
         if (comma == kNone && last_brace_ != kNone && last_brace_ >= copied_) {
             end = last_brace_;
         }
-        if (colon == kNone) {
-            end = std::min(end, json_.size());
-            out_.clear();
-            replace(0, end);
-            last_colon_ = last_comma_ = kNone;
-            return end;
-        }
         std::size_t const start = colon + 1;
         if (end < start && comma != kNone) {
             return 0;  // an element of a list: no value of its own
@@ -96,9 +92,32 @@ class Masker {
         return end;
     }
 
+    // Behind the last colon a hit takes with it all that stands ahead of its end. No message of
+    // ours comes here.
+    std::string maskWithoutColons(std::size_t hit) {
+        std::size_t position = out_.size() + hit - copied_;
+        std::string text = out_.append(json_.substr(copied_));
+        for (; position < text.size(); position = text.find(word_, position)) {
+            std::size_t const colon = text.rfind(':', position);
+            std::size_t const comma = text.rfind(',', position);
+            std::size_t const ahead = position;
+            position += word_.size();
+            if (colon != kNone && (comma == kNone || comma < colon)) {
+                continue;
+            }
+            std::size_t const next = text.find(',', ahead);
+            std::size_t const end = std::min(next == kNone ? text.rfind('}') : next, text.size());
+            text.replace(0, end, maskFor(std::string_view(text).substr(0, end)));
+        }
+        return text;
+    }
+
+    static std::string_view maskFor(std::string_view value) {
+        return value.find('"') != kNone ? "\"****\"" : "****";
+    }
+
     void replace(std::size_t start, std::size_t end) {
-        bool const isText = json_.substr(start, end - start).find('"') != kNone;
-        out_.append(isText ? "\"****\"" : "****");
+        out_.append(maskFor(json_.substr(start, end - start)));
         copied_ = looked_ = end;
     }
 

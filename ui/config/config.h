@@ -93,13 +93,12 @@ class Config {
     std::shared_ptr<Profile> loadProfile(QSettings& settings, QString const& key,
                                          std::string const& name) const;
     // config_save.cpp
-    bool keepBadFile(QSettings& settings);
+    bool keepBadFile(QSettings const& settings, QString const& path) const;
     void saveSwitches(QSettings& settings) const;
     void saveProfiles(QSettings& settings) const;
     void saveClientCerts(QSettings& settings) const;
 
     bool clearPending_ = false;  // a profile was deleted since the last good save
-    bool badFile_ = false;       // the file did not parse and its copy is still to be made
 };
 
 }  // namespace zorvanelink::ui

@@ -12,34 +12,39 @@ std::vector<Row<Config>> const& SwitchRows();
 // From SPAMode to PerferredGatewayName.
 std::vector<Row<Profile>> const& ProfileRows();
 
-inline constexpr QLatin1String kConnectionName{"ConnectionName"};
-inline constexpr QLatin1String kKeepAuthType{"KeepAuthType"};
-inline constexpr QLatin1String kLastAuthType{"LastAuthType"};
-inline constexpr QLatin1String kUserName{"UserName"};
-inline constexpr QLatin1String kPassword{"Password"};
-inline constexpr QLatin1String kRememberPwd{"RememberPwd"};
-inline constexpr QLatin1String kServer{"Server"};
-inline constexpr QLatin1String kPort{"Port"};
-inline constexpr QLatin1String kLoginMode{"LoginMode"};
-inline constexpr QLatin1String kSFMode{"SFMode"};
-inline constexpr QLatin1String kGatewayCount{"GatewayCount"};
-inline constexpr QLatin1String kGatewayList{"GatewayList"};
-inline constexpr QLatin1String kClusterCount{"ClusterCount"};
-inline constexpr QLatin1String kClusterList{"ClusterList"};
-inline constexpr QLatin1String kName{"Name"};
-inline constexpr QLatin1String kAddr{"Addr"};
-inline constexpr QLatin1String kDetectPort{"detectPort"};
-inline constexpr QLatin1String kSslPort{"sslPort"};
-inline constexpr QLatin1String kCertFingerprint{"CertFingerprint"};
-inline constexpr QLatin1String kCertPinCode{"CertPinCode"};
-inline constexpr QLatin1String kVerifyServerCert{"VerifyServerCert"};
-inline constexpr QLatin1String kSupportedAuthType{"SupportedAuthType"};
-inline constexpr QLatin1String kVersionInfo{"VersionInfo"};
-inline constexpr QLatin1String kProfileList{"ProfileList"};
-inline constexpr QLatin1String kProfileNameFormat{"ProfileNameFormat"};
-inline constexpr QLatin1String kClientCertFile{"ClientCertFile"};
-inline constexpr QLatin1String kSubject{"Subject"};
-inline constexpr QLatin1String kPinCode{"PinCode"};
-inline constexpr QLatin1String kFileName{"FileName"};
+template <int Size>
+constexpr QLatin1String Key(char const (&text)[Size]) {
+    return QLatin1String(text, Size - 1);
+}
+
+inline constexpr QLatin1String kConnectionName = Key("ConnectionName");
+inline constexpr QLatin1String kKeepAuthType = Key("KeepAuthType");
+inline constexpr QLatin1String kLastAuthType = Key("LastAuthType");
+inline constexpr QLatin1String kUserName = Key("UserName");
+inline constexpr QLatin1String kPassword = Key("Password");
+inline constexpr QLatin1String kRememberPwd = Key("RememberPwd");
+inline constexpr QLatin1String kServer = Key("Server");
+inline constexpr QLatin1String kPort = Key("Port");
+inline constexpr QLatin1String kLoginMode = Key("LoginMode");
+inline constexpr QLatin1String kSFMode = Key("SFMode");
+inline constexpr QLatin1String kGatewayCount = Key("GatewayCount");
+inline constexpr QLatin1String kGatewayList = Key("GatewayList");
+inline constexpr QLatin1String kClusterCount = Key("ClusterCount");
+inline constexpr QLatin1String kClusterList = Key("ClusterList");
+inline constexpr QLatin1String kName = Key("Name");
+inline constexpr QLatin1String kAddr = Key("Addr");
+inline constexpr QLatin1String kDetectPort = Key("detectPort");
+inline constexpr QLatin1String kSslPort = Key("sslPort");
+inline constexpr QLatin1String kCertFingerprint = Key("CertFingerprint");
+inline constexpr QLatin1String kCertPinCode = Key("CertPinCode");
+inline constexpr QLatin1String kVerifyServerCert = Key("VerifyServerCert");
+inline constexpr QLatin1String kSupportedAuthType = Key("SupportedAuthType");
+inline constexpr QLatin1String kVersionInfo = Key("VersionInfo");
+inline constexpr QLatin1String kProfileList = Key("ProfileList");
+inline constexpr QLatin1String kProfileNameFormat = Key("ProfileNameFormat");
+inline constexpr QLatin1String kClientCertFile = Key("ClientCertFile");
+inline constexpr QLatin1String kSubject = Key("Subject");
+inline constexpr QLatin1String kPinCode = Key("PinCode");
+inline constexpr QLatin1String kFileName = Key("FileName");
 
 }  // namespace zorvanelink::ui::settings

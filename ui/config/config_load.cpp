@@ -5,6 +5,7 @@
 
 #include "app/environment/migration.h"
 #include "app/environment/paths.h"
+#include "app/environment/settings_file.h"
 #include "components/cert/pkcs12.h"
 #include "components/logger/logger.h"
 #include "components/utils/sensitive_value.h"
@@ -149,12 +150,13 @@ void Config::Load(bool automationActive) {
     MigrateOldAppConfigFile();
     QString const path = GetAppConfigFilePath();
     Log().info("Load config {}", path.toStdString());
+    RemoveSettingsDrafts(path);
     if (QFile::exists(path)) {
-        MakePrivateFile(path);
+        QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     }
     QSettings file(path, QSettings::IniFormat);
     file.setIniCodec("UTF-8");
-    keepBadFile(file);
+    keepBadFile(file, path);
 
     bool const firstRun = file.value(QLatin1String("AutoLogin")).isNull();
     if (firstRun) {

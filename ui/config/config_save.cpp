@@ -1,6 +1,5 @@
-#include <QFile>
-
 #include "app/environment/paths.h"
+#include "app/environment/settings_file.h"
 #include "components/logger/logger.h"
 #include "components/utils/file.h"
 #include "components/utils/sensitive_value.h"
@@ -109,52 +108,49 @@ void saveRest(QSettings& file, Profile const& profile) {
 void Config::Save() {
     QString const path = GetAppConfigFilePath();
     Log().info("Begin to save config");
-    if (!MakePrivateFile(path)) {
-        Log().warning("Config [{}] can not be made private", path.toStdString());
+    if (!MakePrivateDir(GetAppConfigDirPath())) {
+        Log().warning("Config folder [{}] can not be made private",
+                      GetAppConfigDirPath().toStdString());
     }
-    {
-        // An object that has met a broken file can no longer tell whether it wrote a good one.
-        QSettings old_file(path, QSettings::IniFormat);
-        if (!keepBadFile(old_file)) {
-            Log().error("Failed to save config [{}]", path.toStdString());
-            return;
+    bool const saved = RewriteSettings(path, [this, &path](QSettings& file) {
+        if (!keepBadFile(file, path)) {
+            return false;
         }
-    }
-    QSettings file(path, QSettings::IniFormat);
-    file.setIniCodec("UTF-8");
-    if (clearPending_) {
-        file.clear();
-    }
-    saveSwitches(file);
-    saveProfiles(file);
-    saveClientCerts(file);
-    file.sync();
-    if (file.status() != QSettings::NoError) {
+        if (clearPending_) {
+            file.clear();
+        }
+        saveSwitches(file);
+        saveProfiles(file);
+        saveClientCerts(file);
+        return true;
+    });
+    if (!saved) {
         Log().error("Failed to save config [{}]", path.toStdString());
         return;
     }
     clearPending_ = false;
 }
 
-bool Config::keepBadFile(QSettings& file) {
+bool Config::keepBadFile(QSettings const& file, QString const& path) const {
     // Sections are parsed when they are first asked for; only then does the status count.
     static_cast<void>(file.allKeys());
-    if (file.status() == QSettings::AccessError) {
-        return false;
-    }
-    badFile_ = badFile_ || file.status() == QSettings::FormatError;
-    if (!badFile_) {
+    if (file.status() != QSettings::FormatError) {
         return true;
     }
-    std::string const path = file.fileName().toStdString();
+    std::string const bad = path.toStdString();
     std::string content;
-    if (!components::utils::ReadContentFromFile(path, content) ||
-        !components::utils::WritePrivateFile(path + ".bad", content)) {
-        Log().error("Config [{}] does not parse and can not be copied", path);
+    std::string kept;
+    if (!components::utils::ReadContentFromFile(bad, content)) {
         return false;
     }
-    Log().error("Config [{}] does not parse, copied to [{}.bad]", path, path);
-    badFile_ = false;
+    if (components::utils::ReadContentFromFile(bad + ".bad", kept) && kept == content) {
+        return true;
+    }
+    if (!components::utils::WritePrivateFile(bad + ".bad", content)) {
+        Log().error("Config [{}] does not parse and can not be copied", bad);
+        return false;
+    }
+    Log().error("Config [{}] does not parse, copied to [{}.bad]", bad, bad);
     return true;
 }
 

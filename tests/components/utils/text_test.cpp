@@ -10,8 +10,6 @@
 namespace zorvanelink::components::utils {
 namespace {
 
-using common::SupportedAuthType;
-
 TEST(Text, SmallHelpers) {
     std::string path = "a////b//c";
     replace_all(path, "//", "/");
@@ -29,18 +27,6 @@ TEST(Text, SmallHelpers) {
     EXPECT_EQ(GetFileName("/opt/a\\b"), "b");
     EXPECT_EQ(GetFileName("b"), "b");
     EXPECT_EQ(GetFileName("a/"), "");
-}
-
-TEST(Text, AuthTypeLists) {
-    EXPECT_EQ(ConvertSupportedAuthTypeToStrList({SupportedAuthType::kOauth, SupportedAuthType::kPwd,
-                                                 SupportedAuthType::kPwd, SupportedAuthType::kNone,
-                                                 SupportedAuthType::kUnknown}),
-              (std::vector<std::string>{"pwd", "oauth"}));
-    EXPECT_EQ(ConvertStrListToSupportedAuthType({"oauth", "nonsense", "none", "pwd"}),
-              (std::vector{SupportedAuthType::kPwd, SupportedAuthType::kOauth}));
-    EXPECT_EQ(ConvertSupportedAuthTypeStrListToIntBitmap({"pwd", "none", "onlyUkey"}), 2 + 8);
-    EXPECT_TRUE(ConvertIntBitmapToSupportedAuthTypeStrList(1).empty());
-    EXPECT_EQ(ConvertIntBitmapToSupportedAuthTypeStrList(-1).size(), 6U);
 }
 
 TEST(Paths, EnvironmentAndFixedPlaces) {

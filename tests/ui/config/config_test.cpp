@@ -1,4 +1,7 @@
 // The store's operations, and the file that it writes.
+#include <signal.h>
+#include <sys/resource.h>
+
 #include "components/cert/pkcs12.h"
 #include "components/utils/sensitive_value.h"
 #include "tests/ui/config/config_fixture.h"
@@ -9,6 +12,23 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::LogCapture;
+
+// Makes the disk look full.
+class FileSizeLimit {
+  public:
+    explicit FileSizeLimit(rlim_t bytes) {
+        signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &before_);
+        rlimit const limit{bytes, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &before_); }
+    FileSizeLimit(FileSizeLimit const&) = delete;
+    FileSizeLimit& operator=(FileSizeLimit const&) = delete;
+
+  private:
+    rlimit before_{};
+};
 
 TEST_F(ConfigTest, WritesTheFileAsItStands) {
     Config config;
@@ -123,14 +143,13 @@ TEST_F(ConfigTest, FailedSaveLeavesTheOldFileAndIsMadeUpFor) {
     config.Save();
     std::string const before = fileText();
     config.DeleteProfile("first");
-    // A folder in the lock's place: no save can take it.
-    fs::path const lock = file_.string() + ".lock";
-    fs::create_directories(lock / "in the way");
     LogCapture const log;
-    config.Save();
+    {
+        FileSizeLimit const limit(256);  // room for the lock, not for the settings
+        config.Save();
+    }
     EXPECT_TRUE(log.Has("Failed to save config"));
     EXPECT_EQ(fileText(), before);
-    fs::remove_all(lock);
     config.Save();
     EXPECT_FALSE(fileHas("[first]"));
     EXPECT_TRUE(fileHas("[second]"));
