@@ -22,8 +22,8 @@ class ScriptedPrompts : public ui::Prompts {
     void ExpectBox(QString text, int answer, std::function<void()> during = {}) {
         answers_.push_back(BoxAnswer{std::move(text), answer, std::move(during)});
     }
-    void ExpectSecret(std::optional<ui::SecretAnswer> answer) {
-        answers_.push_back(std::move(answer));
+    void ExpectSecret(std::optional<ui::SecretAnswer> answer, std::function<void()> during = {}) {
+        answers_.push_back(Secret{std::move(answer), std::move(during)});
     }
     void ExpectFile(std::optional<QString> answer) { answers_.push_back(std::move(answer)); }
 
@@ -46,8 +46,14 @@ class ScriptedPrompts : public ui::Prompts {
 
     std::optional<ui::SecretAnswer> InputSecret(ui::SecretRequest const& request) override {
         secrets_.push_back(request);
-        auto answer = next<std::optional<ui::SecretAnswer>>(request.title);
-        return answer ? *answer : std::nullopt;
+        auto answer = next<Secret>(request.title);
+        if (!answer) {
+            return std::nullopt;
+        }
+        if (answer->during) {
+            answer->during();
+        }
+        return answer->answer;
     }
 
     std::optional<QString> ChooseFile(ui::FileRequest const& request) override {
@@ -61,7 +67,11 @@ class ScriptedPrompts : public ui::Prompts {
         int button;
         std::function<void()> during;
     };
-    using Answer = std::variant<BoxAnswer, std::optional<ui::SecretAnswer>, std::optional<QString>>;
+    struct Secret {
+        std::optional<ui::SecretAnswer> answer;
+        std::function<void()> during;
+    };
+    using Answer = std::variant<BoxAnswer, Secret, std::optional<QString>>;
 
     template <class T>
     std::optional<T> next(QString const& what) {

@@ -30,7 +30,7 @@ struct Action {
     ActionKind kind = ActionKind::kHelp;
     int first = 0;
     int second = 0;
-    std::string text;
+    std::string text{};
     bool operator==(Action const&) const = default;
 };
 

@@ -143,6 +143,9 @@ bool ControlChannel::serve(Peer& peer) {
         return true;
     }
     if (size <= 0 || peer.unread.size() > kMaxLine) {
+        if (size == 0 && !peer.unread.empty()) {
+            order(peer.socket, peer.unread);  // a last line without its end
+        }
         return false;
     }
     peer.unread.append(buffer.data(), static_cast<std::size_t>(size));

@@ -68,6 +68,7 @@ bool Server::openLink(std::string& error) {
     }
     drainTexts();
     if (runs && components::ipc::ReadPortFile(options_.port_file) != port_) {
+        closeLink();
         error = fmt::format("{}: cannot be written", options_.port_file);
         return false;
     }
@@ -184,7 +185,7 @@ void Server::restart(int delay_ms, int port) {
     loop_.After(Scheduler::Milliseconds(delay_ms), [this, stopped = generation_] {
         std::string error;
         if (stopped != generation_) {
-            return;  // a second restart came in between
+            return;  // another restart was quicker
         }
         if (openLink(error)) {
             terminal_.Say(fmt::format("started again on port {}", port_));

@@ -167,13 +167,12 @@ TEST_F(ConnectFlowTest, ACardThatGaveUpWaitingMayTryAgain) {
 TEST_F(ConnectFlowTest, WhatHappensBehindAPromptCounts) {
     profile->password.clear();
     // The link goes while the user types: no start leaves, one box says why.
-    prompts.ExpectSecret(SecretAnswer{QStringLiteral("typed"), false});
-    prompts.ExpectBox(Text(MsgCode::UI_INFO_CONNECT_SERVER_FAIL), 0);
-    prompts.OnSecret([this] {
+    prompts.ExpectSecret(SecretAnswer{QStringLiteral("typed"), false}, [this] {
         service_there = false;
         service->FailRead(2);
         ASSERT_TRUE(WaitUntil([this] { return !link.IsReady(); }));
     });
+    prompts.ExpectBox(Text(MsgCode::UI_INFO_CONNECT_SERVER_FAIL), 0);
     Click();
     EXPECT_EQ(Sent("start"), 0);
     EXPECT_TRUE(state.Idle());

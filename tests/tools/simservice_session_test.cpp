@@ -1,0 +1,222 @@
+// The gateway's side of the conversation, without a socket and on a clock that the test moves.
+#include <gmock/gmock.h>
+
+#include "components/utils/sensitive_value.h"
+#include "core/clmsg_json.h"
+#include "core/clmsg_reply_json.h"
+#include "tests/tools/fake_scheduler.h"
+#include "tools/simservice/session.h"
+
+namespace zorvanelink::simservice {
+namespace {
+
+using common::MsgCode;
+using common::SupportedAuthType;
+using core::sslvpn::CLMsgJson;
+using core::sslvpn::CLMsgReplyJson;
+using testing::ElementsAre;
+
+// A message by what tells it apart: the number of its status, else its subtype.
+std::string kindOf(std::string const& json) {
+    core::CLMsg::Type type{};
+    core::CLMsg::SubType subtype{};
+    MsgCode status{};
+    EXPECT_TRUE(core::CLMsgJsonParse::Parse(json, &type, &subtype, &status)) << json;
+    return status == MsgCode::UNSPECIFIED ? core::CLMsg::SubTypeToString(subtype)
+                                          : std::to_string(static_cast<int>(status));
+}
+
+core::sslvpn::CLMsgStartData startOf(std::string const& user, std::string const& password) {
+    core::sslvpn::CLMsgStartData start;
+    start.profileName = "Office";
+    start.server = "vpn.example.com";
+    start.port = 443;
+    start.authType = SupportedAuthType::kPwd;
+    start.user = user;
+    start.encryptedPassword = components::utils::EncodeSensitiveValue(password);
+    return start;
+}
+
+class SessionTest : public testing::Test {
+  protected:
+    SessionTest() {
+        std::string error;
+        EXPECT_TRUE(ParseScenario(R"({"users": [{"name": "alice", "password": "made-up"}],
+            "delays": {"answer_ms": 10, "connecting_ms": 100, "online_ms": 1000, "stop_ms": 10},
+            "session": {"cipherAlg": "AES"}, "warnings": [61441],
+            "counters": {"inbound_bytes": 1000, "outbound_comp_ratio": 50}})",
+                                  "f", scenario, error))
+            << error;
+    }
+
+    std::vector<std::string> take() {
+        std::vector<std::string> kinds;
+        for (auto const& json : std::exchange(sent, {})) {
+            kinds.push_back(kindOf(json));
+            last = json;
+        }
+        return kinds;
+    }
+    void goOnline() {
+        session.Receive(CLMsgJson::BuildStart(startOf("alice", "made-up")));
+        scheduler.Advance(1110);
+        sent.clear();
+    }
+
+    Scenario scenario;
+    test::FakeScheduler scheduler;
+    std::vector<std::string> sent;
+    std::vector<std::string> said;
+    std::vector<Moment> moments;
+    std::string last;
+    Session session{scenario,
+                    scheduler,
+                    {[this](std::string const& json) { sent.push_back(json); },
+                     [this](std::string const& line) { said.push_back(line); },
+                     [this](Moment moment) { moments.push_back(moment); }}};
+};
+
+TEST_F(SessionTest, LoginGoesOnlineAndCountsUntilTheStop) {
+    session.LinkUp();
+    EXPECT_THAT(take(), ElementsAre("vnicState"));
+    session.Receive(CLMsgJson::BuildStart(startOf("alice", "made-up")));
+    EXPECT_THAT(take(), ElementsAre());
+    scheduler.Advance(10);
+    EXPECT_THAT(take(), ElementsAre("40976"));
+    scheduler.Advance(100);
+    EXPECT_THAT(take(), ElementsAre("40994", "netconfig"));
+    scheduler.Advance(1000);
+    EXPECT_THAT(take(), ElementsAre("40971"));
+    core::sslvpn::CLMsgCommonReplyData online;
+    ASSERT_TRUE(CLMsgReplyJson::Parse(last, &online));
+    EXPECT_EQ(online.profileName, "Office");
+    EXPECT_EQ(online.receivedUserName, "alice");
+    EXPECT_THAT(online.warningCode, ElementsAre(61441));
+
+    scheduler.Advance(2000);
+    EXPECT_THAT(take(), ElementsAre("tunnelStatistics", "tunnelStatistics"));
+    core::sslvpn::CLMsgReplyTunnelStatisticsData statistics;
+    ASSERT_TRUE(CLMsgReplyJson::Parse(last, &statistics));
+    EXPECT_EQ(statistics.inbound_bytes, 2000U);
+    EXPECT_EQ(statistics.outbound_comp_ratio, 50.0F);
+
+    session.Receive(CLMsgJson::BuildStop(startOf("", "")));
+    scheduler.Advance(5000);
+    EXPECT_THAT(take(), ElementsAre("40973"));
+    EXPECT_THAT(moments,
+                ElementsAre(Moment::kLink, Moment::kStart, Moment::kOnline, Moment::kSessionEnd));
+}
+
+TEST_F(SessionTest, RefusedLoginEndsOffline) {
+    auto const wrong_value = [] {
+        auto start = startOf("alice", "made-up");
+        start.encryptedPassword = "made-up";
+        return start;
+    };
+    for (auto const& start : {startOf("alice", "other"), startOf("bob", "made-up"),
+                              startOf("alice", ""), startOf("", ""), wrong_value()}) {
+        session.Receive(CLMsgJson::BuildStart(start));
+        scheduler.Advance(5000);
+        EXPECT_THAT(take(), ElementsAre("40976", "-3", "40973")) << start.user;
+    }
+}
+
+TEST_F(SessionTest, AnotherTypeIsAskedToSelect) {
+    auto start = startOf("alice", "made-up");
+    start.needQueryAuthType = true;
+    start.authType = SupportedAuthType::kNone;
+    session.Receive(CLMsgJson::BuildStart(start));
+    scheduler.Advance(5000);
+    EXPECT_THAT(take(), ElementsAre("40976", "41032"));
+    core::sslvpn::CLMsgCommonReplyData offer;
+    ASSERT_TRUE(CLMsgReplyJson::Parse(last, &offer));
+    EXPECT_THAT(offer.supportedAuthType, ElementsAre("pwd"));
+
+    start.authType = SupportedAuthType::kPwd;
+    session.Receive(CLMsgJson::BuildStart(start));
+    scheduler.Advance(1110);
+    EXPECT_THAT(take(), ElementsAre("40976", "40994", "netconfig", "40971"));
+}
+
+TEST_F(SessionTest, StopInTheMiddleOfALoginLeavesNothingBehind) {
+    session.Receive(CLMsgJson::BuildStart(startOf("alice", "made-up")));
+    scheduler.Advance(50);
+    session.Receive(CLMsgJson::BuildStop(startOf("", "")));
+    scheduler.Advance(5000);
+    EXPECT_THAT(take(), ElementsAre("40976", "40973"));
+}
+
+TEST_F(SessionTest, StopForAnotherProfileLeavesTheSessionAlone) {
+    goOnline();
+    auto other = startOf("", "");
+    other.profileName = "Elsewhere";
+    session.Receive(CLMsgJson::BuildStop(other));
+    scheduler.Advance(10);
+    EXPECT_THAT(take(), ElementsAre("40973"));
+    EXPECT_NE(last.find("Elsewhere"), std::string::npos);
+    scheduler.Advance(1000);
+    EXPECT_THAT(take(), ElementsAre("tunnelStatistics"));
+}
+
+TEST_F(SessionTest, ALinkThatEndsTakesTheSessionWithIt) {
+    goOnline();
+    session.Receive(CLMsgJson::BuildStop(startOf("", "")));
+    session.LinkDown();
+    scheduler.Advance(5000);
+    EXPECT_THAT(take(), ElementsAre());
+
+    goOnline();
+    said.clear();
+    session.LinkDown();
+    EXPECT_THAT(said, ElementsAre("client left without a stop, Office ends"));
+    scheduler.Advance(5000);
+    EXPECT_THAT(take(), ElementsAre());
+}
+
+TEST_F(SessionTest, QuestionsAndOrders) {
+    goOnline();
+    using core::sslvpn::GetType;
+    for (auto const& [type, kind] :
+         {std::pair{GetType::kState, "40971"}, std::pair{GetType::kStatistics, "tunnelStatistics"},
+          std::pair{GetType::kConfig, "netconfig"}}) {
+        session.Receive(CLMsgJson::BuildGet({"Office", type}));
+        EXPECT_THAT(take(), ElementsAre(kind));
+    }
+    session.Receive(CLMsgJson::BuildCertRequest(false));
+    session.Receive(CLMsgJson::BuildCertRequest(true));
+    EXPECT_THAT(take(), ElementsAre("certRespond", "gmCertRespond"));
+    core::sslvpn::CLMsgUpdateRequestData inquiry;
+    inquiry.command = core::sslvpn::UpdateCommand::kInquire;
+    session.Receive(CLMsgJson::BuildUpdate(inquiry));
+    EXPECT_THAT(take(), ElementsAre("update"));
+
+    session.SetVnic(false);
+    session.Flood(3, MsgCode::RECONNECTING);
+    EXPECT_THAT(take(), ElementsAre("vnicState", "41007", "41007", "41007"));
+    session.SendStatus(MsgCode::OFFLINE);
+    scheduler.Advance(5000);
+    EXPECT_THAT(take(), ElementsAre("40973"));
+}
+
+TEST_F(SessionTest, NonsenseIsDropped) {
+    for (auto const* const json :
+         {"", "{", "[]", "{\"type\":\"start\"}", "{\"type\":\"start\",\"clientType\":\"zlvpn\"}",
+          "{\"type\":\"stop\"}", "{\"type\":\"nonsense\"}"}) {
+        session.Receive(json);
+        scheduler.Advance(5000);
+        EXPECT_THAT(take(), ElementsAre()) << json;
+    }
+    EXPECT_EQ(session.GetState(), Session::State::kIdle);
+}
+
+TEST_F(SessionTest, NoSecretIsSaid) {
+    session.Receive(CLMsgJson::BuildStart(startOf("alice", "made-up")));
+    scheduler.Advance(5000);
+    for (auto const& line : said) {
+        EXPECT_EQ(line.find("made-up"), std::string::npos) << line;
+    }
+    EXPECT_THAT(said, ElementsAre("start Office (alice)", "online 10.8.0.2"));
+}
+
+}  // namespace
+}  // namespace zorvanelink::simservice
