@@ -11,6 +11,7 @@ from dataclasses import dataclass
 from pathlib import Path
 
 from processes import end_on_signals
+from programs import Client, Service
 from steps import Steps
 from virtual_desktop import VirtualDesktop
 from waiting import NotSeen, wait_for
@@ -52,8 +53,6 @@ class Session:
     """One session of the client: from its window to the end of its process."""
 
     def __init__(self, steps, desktop, binaries, results, language):
-        from programs import Client, Service
-
         self._see = steps.see
         self._desktop = desktop
         self._results = results

@@ -24,7 +24,7 @@ class Service:
         self.record = desktop.folder / f"{name}-record.jsonl"
         self.log = desktop.log(name)
         self._control = desktop.sockets / f"{name}.sock"
-        self._process = None
+        self.process = None
 
     def write_profile(self):
         """The connections of the scenario's users, with stored passwords, as the client's settings."""
@@ -36,15 +36,15 @@ class Service:
         argv = [self._program, "--record", str(self.record), "--control", str(self._control)]
         argv += ["--log-dir", str(self._desktop.folder / "service-log"), *options]
         self._control.unlink(missing_ok=True)
-        self._process = self._desktop.processes.start(argv, self.log)
+        self.process = self._desktop.processes.start(argv, self.log)
         wait_for("the service's control socket", self._answers, 10)
 
     def stop(self):
-        return self._desktop.processes.stop(self._process)
+        return self._desktop.processes.stop(self.process)
 
     def kill(self):
-        self._process.kill()
-        self._desktop.processes.stop(self._process)
+        self.process.kill()
+        self._desktop.processes.stop(self.process)
 
     def order(self, line):
         """Carries out one control line; raises when the service refuses it."""
@@ -80,7 +80,7 @@ class Service:
         return int(PORT_FILE.read_text())
 
     def _answers(self):
-        if self._process.poll() is not None:
+        if self.process.poll() is not None:
             raise RuntimeError(f"the service ended: {tail(self.log)}")
         try:
             return "ok" in self.order("state")

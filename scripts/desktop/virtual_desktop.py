@@ -21,11 +21,11 @@ class VirtualDesktop:
     paths must be short: they are in a folder of their own that goes with the desktop.
     """
 
-    def __init__(self, folder, size="1280x800", dpi=96, window_manager=True):
+    def __init__(self, folder, size="1280x800", dpi=96, accessibility=True):
         self.folder = Path(folder)
         self.processes = Processes()
         self._screen = (f"{size}x24", str(dpi))
-        self._window_manager = window_manager
+        self._accessibility = accessibility
         self._saved = dict(os.environ)
 
     def __enter__(self):
@@ -35,9 +35,9 @@ class VirtualDesktop:
             self._set_folders()
             self._start_display()
             self._start_session_bus()
-            self._start_accessibility()
-            if self._window_manager:
-                self._start_window_manager()
+            if self._accessibility:
+                self._start_accessibility()
+            self._start_window_manager()
         except BaseException:
             self.__exit__()
             raise
@@ -67,7 +67,7 @@ class VirtualDesktop:
             XDG_CACHE_HOME=str(home / "cache"),
             XDG_RUNTIME_DIR=str(self.sockets),
             LANG="C.UTF-8",
-            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1" if self._accessibility else "0",
         )
         home.mkdir(exist_ok=True)
 

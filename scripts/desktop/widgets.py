@@ -1,6 +1,6 @@
 """The widgets of a program as its accessibility tree shows them.
 
-Import this only inside a VirtualDesktop: the accessibility library takes its bus from os.environ.
+Use it only inside a VirtualDesktop: the library takes its bus from os.environ when it first asks.
 """
 
 import re
@@ -36,11 +36,9 @@ class Widget:
 
     def press(self):
         """By its accessible action, as a screen reader would."""
-        actions = self._node.get_action_iface()
-        for index in range(actions.get_n_actions() if actions else 0):
-            if actions.get_action_name(index) in ("Press", "Toggle"):
-                return actions.do_action(index)
-        raise LookupError(f"{self.role} {self.name!r} has no action to press it")
+        # Qt names what a button does first, then what every widget does.
+        if not self._node.do_action(0):
+            raise LookupError(f"{self.role} {self.name!r} cannot be pressed")
 
     def click(self):
         """With the mouse, in the middle."""

@@ -96,6 +96,9 @@ void MainWindow::wireLink() {
     connect(&link_, &ServiceLink::Lost, &flow_, &ConnectFlow::StopConnect);
     connect(&link_, &ServiceLink::StateChanged, this, [this] {
         state_.link = link_.State();
+        if (state_.link == LinkState::kLinked) {
+            state_.sessionEnded = false;  // what ended belonged to the link before
+        }
         render();
     });
 }

@@ -29,7 +29,12 @@ TabBar::TabBar(Kind kind, int gap, QWidget* parent)
     row_->setContentsMargins(0, 0, 0, 0);
     row_->setSpacing(gap);
     row_->addStretch();
-    connect(group_, &QButtonGroup::idClicked, this, &TabBar::CurrentChanged);
+    // Not idClicked: assistive programs toggle a tab without a click.
+    connect(group_, &QButtonGroup::idToggled, this, [this](int index, bool checked) {
+        if (checked) {
+            Q_EMIT CurrentChanged(index);
+        }
+    });
 }
 
 int TabBar::AddTab(QString const& text, char const* objectName) {

@@ -1,0 +1,53 @@
+"""A second client, odd port files, broken resources."""
+
+import os
+
+import road
+from waiting import wait_for
+
+
+class Environment(road.Road):
+    def test_a_second_client_is_refused(self):
+        _, client = self.online()
+        second = self.client("second")
+        second.widgets.find("text", "The client is running", road.SECONDS)
+        second.widgets.find("push button", "OK").press()
+        wait_for("the end of the second client", lambda: not second.alive(), road.SECONDS)
+        self.assertEqual(second.process.returncode, 0)
+        self.sees_online(client)
+
+    def test_odd_port_files_leave_the_standard_port(self):
+        self.service("--port-file", str(self.desktop.sockets / "port"))
+        elsewhere = self.desktop.sockets / "elsewhere"
+        elsewhere.write_text("40000\n")
+        for meaning, make in {
+            "missing": lambda: None,
+            "text": lambda: road.PORT_FILE.write_text("service\n"),
+            "no port": lambda: road.PORT_FILE.write_text("0\n"),
+            "the last port": lambda: road.PORT_FILE.write_text("65535\n"),
+            "a link": lambda: road.PORT_FILE.symlink_to(elsewhere),
+            "a pipe": lambda: os.mkfifo(road.PORT_FILE),
+        }.items():
+            with self.subTest(meaning):
+                road.PORT_FILE.unlink(missing_ok=True)
+                make()
+                client = self.client()
+                self.sees(client, "Ready")
+                client.stop()
+
+    def test_broken_resources_do_not_stop_the_start(self):
+        self.service()
+        with self.subTest("control file without JSON"):
+            client = self.client(control='{"LANGUAGE": 1')
+            self.sees(client, "Ready")
+            client.stop()
+        with self.subTest("resource folder that cannot be read"):
+            client = self.client("unreadable", start=False)
+            client.resources.rmdir()
+            client.resources.write_text("no folder\n")
+            client.start()
+            self.sees(client, "Ready")
+
+
+if __name__ == "__main__":
+    road.main()

@@ -1,0 +1,141 @@
+"""What every end-to-end road stands on: a desktop, the binaries under test, and a report of what
+was on the screen and in the logs when a road fails."""
+
+import base64
+import os
+import shutil
+import sys
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts" / "desktop"))
+
+from programs import PORT_FILE, Client, Service, tail  # noqa: E402
+from processes import end_on_signals  # noqa: E402
+from virtual_desktop import VirtualDesktop  # noqa: E402
+from waiting import wait_for  # noqa: E402
+
+BINARIES = Path(os.environ["ZVL_BINARIES"])
+PASSWORDS = ("alice-demo", "bob-demo")  # of the scenarios' users
+# Sanitizers and a busy machine make everything slow.
+SECONDS = 20
+CONNECT = "Connect Head office"
+DISCONNECT = "Disconnect Head office"
+LOOKING = "Connecting to the backend service"
+
+
+class Road(unittest.TestCase):
+    """One class a process, since a process has one desktop."""
+
+    @classmethod
+    def setUpClass(cls):
+        name = Path(sys.argv[0]).stem
+        folder = Path(os.environ["ZVL_FOLDER"], name)
+        shutil.rmtree(folder, ignore_errors=True)
+        cls.desktop = VirtualDesktop(folder)
+        cls.desktop.__enter__()
+        cls.addClassCleanup(cls.desktop.__exit__)
+
+    def setUp(self):
+        PORT_FILE.unlink(missing_ok=True)
+        self.addCleanup(PORT_FILE.unlink, missing_ok=True)
+        self._programs = []
+        self.addCleanup(self._stop_programs)
+        self.addCleanup(self._report_failure)
+
+    # Starting.
+
+    def service(self, *options, name="service"):
+        service = self._own(Service(self.desktop, BINARIES, self._name(name)))
+        service.start(*options)
+        return service
+
+    def client(self, name="client", control=None, start=True):
+        client = self._own(Client(self.desktop, BINARIES, self._name(name), control))
+        if start:
+            client.start()
+        return client
+
+    def write_profile(self):
+        Service(self.desktop, BINARIES).write_profile()
+
+    def online(self):
+        """A service and a client that is connected to "Head office"."""
+        self.write_profile()
+        service = self.service()
+        client = self.client()
+        self.go_online(client)
+        return service, client
+
+    # What users do and see.
+
+    def go_online(self, client):
+        client.widgets.find_enabled("push button", CONNECT, SECONDS).click()
+        self.sees_online(client)
+
+    def sees_online(self, client):
+        self.sees(client, "Connected", "Online")
+        client.widgets.find_enabled("push button", DISCONNECT, SECONDS)
+
+    def sees(self, client, *texts):
+        """All of the texts stand on the screen at one moment."""
+
+        def probe():
+            self.assertTrue(client.alive(), "the client has ended")
+            return set(texts) <= set(client.widgets.texts())
+
+        wait_for(" and ".join(texts), probe, SECONDS)
+
+    def sees_counters_grow(self, client):
+        def counters():
+            return [text for text in client.widgets.texts() if text.endswith((" KB", " MB"))]
+
+        first = wait_for("counters", counters, SECONDS)
+        wait_for("growing counters", lambda: counters() not in ([], first), SECONDS)
+
+    def press_tab(self, client, name):
+        client.widgets.find("check box", name, SECONDS).press()
+
+    # Ending.
+
+    def _own(self, program):
+        self._programs.append(program)
+        return program
+
+    def _name(self, name):
+        return f"{self._testMethodName}-{name}"
+
+    def _stop_programs(self):
+        for program in reversed(self._programs):
+            if program.process is not None:
+                program.stop()
+        self._no_secret()
+
+    def _no_secret(self):
+        """No log, settings, record or core file of the road holds a password in clear."""
+        for path in self.desktop.folder.rglob("*"):
+            if not path.is_file() or path.is_symlink() or path.parent.name == "bin":
+                continue
+            content = path.read_bytes()
+            for password in PASSWORDS:
+                for form in (password.encode(), base64.b64encode(password.encode()).rstrip(b"=")):
+                    self.assertNotIn(form, content, f"{path} holds a password")
+
+    def _report_failure(self):
+        result = self._outcome.result
+        if not any(test is self for test, _ in result.failures + result.errors) and (
+            self._outcome.success
+        ):
+            return
+        picture = self.desktop.folder / f"{self._testMethodName}.png"
+        self.desktop.screenshot(picture)
+        print(f"\n{self.id()} failed. Screenshot: {picture}", file=sys.stderr)
+        for program in self._programs:
+            print(f"--- {program.log}\n{tail(program.log, 30)}", file=sys.stderr)
+            if getattr(program, "widgets", None) is not None:
+                print(f"--- on the screen: {program.widgets.texts()}", file=sys.stderr)
+
+
+def main():
+    end_on_signals()
+    unittest.main(verbosity=2)

@@ -1,0 +1,40 @@
+"""Junk, pieces of frames, floods and strangers on the wire."""
+
+import socket
+
+import road
+
+
+class RoughWire(road.Road):
+    def test_junk_and_broken_pieces_end_with_the_truth(self):
+        service, client = self.online()
+        service.order("junk 7")
+        self.sees_counters_grow(client)
+        # A frame may be taken before its last twelve bytes are there: such pieces spoil messages,
+        # and nothing else.
+        service.order("split 5")
+        service.order("flood 50")
+        service.order("split off")
+        self.sees_counters_grow(client)
+        service.order("offline")
+        self.sees(client, "Disconnected")
+
+    def test_the_truth_is_shown_right_after_a_flood(self):
+        service, client = self.online()
+        service.order("flood 10000")
+        self.sees_counters_grow(client)
+        service.order("offline")
+        self.sees(client, "Disconnected")
+        client.widgets.find_enabled("push button", road.CONNECT, road.SECONDS)
+        self.go_online(client)
+
+    def test_a_stranger_on_the_port_disturbs_nobody(self):
+        service, client = self.online()
+        with socket.create_connection(("127.0.0.1", service.port()), road.SECONDS) as stranger:
+            self.assertEqual(stranger.recv(1), b"", "a second client was not closed")
+        self.sees_online(client)
+        self.sees_counters_grow(client)
+
+
+if __name__ == "__main__":
+    road.main()
