@@ -125,6 +125,7 @@ void InitDefaultFont() {
         LoadExternFontFile(GetResourceFontDirPath().toStdString() + "/" + file);
     }
     SetApplicationFont();
+    SetApplicationStyle();
 }
 
 void LoadExternFontFile(std::string const& path) {

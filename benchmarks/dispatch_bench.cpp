@@ -1,0 +1,75 @@
+// Messages of the service handled a second on the GUI's thread, from the text to its effect on the
+// connection's state; without widgets, and with the log at its usual level.
+#include <QCoreApplication>
+
+#include "benchmarks/bench_table.h"
+#include "components/logger/logger.h"
+#include "core/clmsg_reply_json.h"
+#include "ui/session/message_dispatcher.h"
+
+namespace {
+
+using namespace zorvanelink;
+using namespace zorvanelink::ui;
+using core::sslvpn::CLMsgReplyJson;
+
+constexpr int kMessages = 20000;
+// A flood of 10,000 statuses must not hold the window for a second.
+constexpr double kLeastStatuses = 10000;
+
+// No box is expected.
+class NoPrompts : public Prompts {
+  public:
+    int Box(BoxRequest const&) override { std::abort(); }
+    std::optional<SecretAnswer> InputSecret(SecretRequest const&) override { std::abort(); }
+    std::optional<QString> ChooseFile(FileRequest const&) override { std::abort(); }
+};
+
+class NoLink : public components::ipc::IPC {};
+
+double messagesPerSecond(MessageDispatcher& dispatcher, std::string const& json) {
+    return kMessages / bench::SecondsOf([&] {
+               for (int i = 0; i < kMessages; ++i) {
+                   dispatcher.ProcessServiceMsg(json);
+               }
+           });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication const application(argc, argv);
+    // Lines go to a file, as in the program; the terminal keeps the table.
+    components::logger::Logger::enable_console_log_ = false;
+    components::logger::Logger::SetDefaultLogPath("/dev/null.log");
+
+    Config config;
+    auto const profile = std::make_shared<Profile>();
+    profile->name = "Head office";
+    config.AddProfile(profile, true);
+    ConnectionState state;
+    state.currentProfileName = profile->name;
+    NoPrompts prompts;
+    StatusUpdater updater(state);
+    ServiceLink link([] { return std::make_shared<NoLink>(); }, {});
+    ConnectFlow flow({state, updater, config, link, prompts, nullptr,
+                      [&](std::string const& name) { return name == profile->name; }});
+    FailurePresenter failures(state, flow, prompts, nullptr);
+    StatusHandler statuses(state, updater, flow, failures);
+    MessageDispatcher dispatcher(state, statuses, failures, config);
+
+    core::sslvpn::CLMsgCommonReplyData status;
+    status.profileName = profile->name;
+    status.statusCode = common::MsgCode::RECONNECTING;
+    core::sslvpn::CLMsgReplyTunnelStatisticsData statistics;
+    statistics.profileName = profile->name;
+
+    bench::BenchTable table("Dispatch on the GUI's thread");
+    table.AddAtLeast("statuses handled",
+                     messagesPerSecond(dispatcher, CLMsgReplyJson::Build(status)), "/s",
+                     kLeastStatuses, 1.0);
+    table.AddAtLeast("statistics handled",
+                     messagesPerSecond(dispatcher, CLMsgReplyJson::Build(statistics)), "/s",
+                     kLeastStatuses, 1.0);
+    return table.Print();
+}
