@@ -115,6 +115,7 @@ TEST_F(ConnectFlowTest, MoreThan32ProfilesRefuseAStartButNotAStop) {
 TEST_F(ConnectFlowTest, ASecondProfileIsRefusedWhileOneRuns) {
     Add("Lab");
     GoOnline();
+    g_running_client = 1;  // as its card has set it
     prompts.ExpectBox(Text(MsgCode::UI_ERROR_RUNNING_PROFILE_ALREADY_EXISTS), 0);
     Click("Lab");
     EXPECT_EQ(Sent("start"), 1);
