@@ -51,9 +51,9 @@ void copyResources() {
 void installTranslators() {
     InitAssets();
     g_is_chinese = IsChineseDisplayLangguage();
-    // They live as long as the process.
-    auto* const own = new QTranslator;
-    auto* const qt = new QTranslator;
+    // They live as long as the application.
+    auto* const own = new QTranslator(qApp);
+    auto* const qt = new QTranslator(qApp);
     if (g_is_chinese && !(own->load(QStringLiteral(":/translations/zh_Hans.qm")) &&
                           qt->load(QStringLiteral(":/translations/qt_zh_CN.qm")))) {
         Log().error("Failed to load the translations");

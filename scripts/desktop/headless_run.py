@@ -79,17 +79,17 @@ class Session:
         self._service.start()
         self._label("the service is found", say.ready)
         self._label("not connected", say.disconnected)
+        self._client.settle(_ONLINE_SECONDS)
         self._screenshot("disconnected")
 
     def _connect(self):
         say = self._say
         button = f"{say.connect} Head office"
         widgets = self._client.widgets
-        press = self._see(
-            f'button "{say.connect}" of the first card',
-            lambda: widgets.find_enabled("push button", button),
+        self._see(
+            f'click on "{say.connect}" of the card "Head office"',
+            lambda: widgets.click("push button", button),
         )
-        press.click()
         self._label("the session begins", say.connecting)
         self._label("the session stands", say.online)
 
@@ -109,7 +109,7 @@ class Session:
     def _disconnect(self):
         say = self._say
         button = f"{say.disconnect} Head office"
-        self._client.widgets.find_enabled("push button", button).click()
+        self._client.widgets.click("push button", button)
         self._label("the session has ended", say.disconnected)
         self._screenshot("ended")
 

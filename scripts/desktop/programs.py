@@ -119,11 +119,13 @@ class Client:
     def stop(self):
         return self._desktop.processes.stop(self.process)
 
+    def settle(self, seconds):
+        """Waits for the end of the first contact with the service: then the cards are made anew."""
+        told = "Auto login is"
+        wait_for("settled cards", lambda: told in self.log.read_text(errors="replace"), seconds)
+
     def alive(self):
         return self.process.poll() is None
-
-    def log_files(self):
-        return sorted(Path(os.environ["XDG_DATA_HOME"], "ZorvaneLink", "log").glob("*"))
 
 
 def _place(source, target):

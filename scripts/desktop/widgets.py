@@ -87,12 +87,29 @@ class Program:
         """As look, but waits for it."""
         return wait_for(f"{role} {name!r}", lambda: self.look(role, name), seconds)
 
-    def find_enabled(self, role, name, seconds=SECONDS):
-        def probe():
-            widget = self.look(role, name)
-            return widget if widget is not None and widget.enabled() else None
+    def click(self, role, name, seconds=SECONDS):
+        """Clicks it once it can be used."""
+        self._once_usable(Widget.click, role, name, seconds)
 
-        return wait_for(f"usable {role} {name!r}", probe, seconds)
+    def press(self, role, name, seconds=SECONDS):
+        """Presses it once it can be used."""
+        self._once_usable(Widget.press, role, name, seconds)
+
+    def usable(self, role, name, seconds=SECONDS):
+        self._once_usable(lambda widget: None, role, name, seconds)
+
+    def _once_usable(self, act, role, name, seconds):
+        def attempt():
+            widget = self.look(role, name)
+            if widget is None or not widget.enabled():
+                return False
+            try:
+                act(widget)
+            except GLib.Error:  # replaced by another one since we looked
+                return False
+            return True
+
+        wait_for(f"usable {role} {name!r}", attempt, seconds)
 
     def gone(self, role, name, seconds=SECONDS):
         wait_for(f"end of {role} {name!r}", lambda: self.look(role, name) is None, seconds)

@@ -11,7 +11,7 @@ class Environment(road.Road):
         _, client = self.online()
         second = self.client("second")
         second.widgets.find("text", "The client is running", road.SECONDS)
-        second.widgets.find("push button", "OK").press()
+        second.widgets.press("push button", "OK")
         wait_for("the end of the second client", lambda: not second.alive(), road.SECONDS)
         self.assertEqual(second.process.returncode, 0)
         self.sees_online(client)

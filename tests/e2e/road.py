@@ -70,12 +70,13 @@ class Road(unittest.TestCase):
     # What users do and see.
 
     def go_online(self, client):
-        client.widgets.find_enabled("push button", CONNECT, SECONDS).click()
+        client.settle(SECONDS)
+        client.widgets.click("push button", CONNECT, SECONDS)
         self.sees_online(client)
 
     def sees_online(self, client):
         self.sees(client, "Connected", "Online")
-        client.widgets.find_enabled("push button", DISCONNECT, SECONDS)
+        client.widgets.usable("push button", DISCONNECT, SECONDS)
 
     def sees(self, client, *texts):
         """All of the texts stand on the screen at one moment."""
@@ -94,7 +95,7 @@ class Road(unittest.TestCase):
         wait_for("growing counters", lambda: counters() not in ([], first), SECONDS)
 
     def press_tab(self, client, name):
-        client.widgets.find("check box", name, SECONDS).press()
+        client.widgets.press("check box", name, SECONDS)
 
     # Ending.
 

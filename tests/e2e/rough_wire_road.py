@@ -25,7 +25,7 @@ class RoughWire(road.Road):
         self.sees_counters_grow(client)
         service.order("offline")
         self.sees(client, "Disconnected")
-        client.widgets.find_enabled("push button", road.CONNECT, road.SECONDS)
+        client.widgets.usable("push button", road.CONNECT, road.SECONDS)
         self.go_online(client)
 
     def test_a_stranger_on_the_port_disturbs_nobody(self):

@@ -13,9 +13,9 @@ class Session(road.Road):
         self.press_tab(client, "Route")
         client.widgets.find("table cell", "10.20.0.0", road.SECONDS)
 
-        client.widgets.find_enabled("push button", road.DISCONNECT).press()
+        client.widgets.press("push button", road.DISCONNECT)
         self.sees(client, "Disconnected")
-        client.widgets.find_enabled("push button", road.CONNECT, road.SECONDS)
+        client.widgets.usable("push button", road.CONNECT, road.SECONDS)
         self.assertNotIn("10.8.0.2", client.widgets.texts())
 
         # The same once more: nothing of the first session is left.
@@ -30,9 +30,9 @@ class Session(road.Road):
 
     def test_leaving_while_online_sends_one_stop(self):
         service, client = self.online()
-        client.widgets.find("push button", "Close").click()
+        client.widgets.click("push button", "Close")
         client.widgets.find("dialog", ".*", road.SECONDS)
-        client.widgets.find("push button", "OK").press()
+        client.widgets.press("push button", "OK")
         wait_for("the client's end", lambda: not client.alive(), road.SECONDS)
         self.assertEqual(client.process.returncode, 0)
         wait_for("a stop", lambda: service.messages("stop"), road.SECONDS)
