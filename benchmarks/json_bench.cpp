@@ -55,8 +55,8 @@ void measure(zorvanelink::bench::BenchTable& table, std::string const& name, Rec
         read.Parse(message.data(), message.size());
         used += read.MemberCount();
     });
-    table.AddAtLeast(name + ", built", ratePerSecond([&] { used += build(record).size(); }),
-                     "/s", library_writes, kLeastOfLibrary);
+    table.AddAtLeast(name + ", built", ratePerSecond([&] { used += build(record).size(); }), "/s",
+                     library_writes, kLeastOfLibrary);
     table.AddAtLeast(name + ", parsed", ratePerSecond([&] {
                          Record read;
                          used += Json::Parse(message, &read) ? 1 : 0;
@@ -119,4 +119,6 @@ int runJsonBench() {
 
 }  // namespace
 
-int main() { return runJsonBench(); }
+int main() {
+    return runJsonBench();
+}

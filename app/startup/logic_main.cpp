@@ -135,6 +135,7 @@ void LoadExternFontFile(std::string const& path) {
 }
 
 // Nothing to do on Linux; the place where another platform sets things up.
-void InitPlatformSetting() {}
+void InitPlatformSetting() {
+}
 
 }  // namespace zorvanelink::ui

@@ -9,7 +9,8 @@
 
 namespace zorvanelink::test {
 
-// Runs the event loop until the condition holds; false when the deadline (milliseconds) comes first.
+// Runs the event loop until the condition holds; false when the deadline (milliseconds) comes
+// first.
 inline bool WaitUntil(std::function<bool()> const& condition, int deadline_ms = 10000) {
     QDeadlineTimer const deadline(deadline_ms);
     while (!condition()) {

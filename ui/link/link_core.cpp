@@ -12,7 +12,8 @@ using components::logger::Log;
 }  // namespace
 
 LinkCore::LinkCore(LinkFactory factory, LinkEvents* events)
-    : factory_(std::move(factory)), events_(events) {}
+    : factory_(std::move(factory)), events_(events) {
+}
 
 bool LinkCore::Connect(bool log_failure) {
     Link const link = factory_();

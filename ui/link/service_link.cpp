@@ -66,7 +66,9 @@ ServiceLink::ServiceLink(LinkCore::LinkFactory factory, Pauses pauses, QObject* 
     connect(this, &ServiceLink::LinkedUp, this, &ServiceLink::onLinkedUp, Qt::QueuedConnection);
 }
 
-ServiceLink::~ServiceLink() { Stop(); }
+ServiceLink::~ServiceLink() {
+    Stop();
+}
 
 void ServiceLink::Start() {
     Q_EMIT Loading(0, GetErrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE));
@@ -83,9 +85,13 @@ void ServiceLink::Stop() {
     core_->StopLink();
 }
 
-void ServiceLink::IgnoreLoss() { ignoreLoss_ = true; }
+void ServiceLink::IgnoreLoss() {
+    ignoreLoss_ = true;
+}
 
-bool ServiceLink::InitIPC(bool /*verbose*/, bool logFailure) { return core_->Connect(logFailure); }
+bool ServiceLink::InitIPC(bool /*verbose*/, bool logFailure) {
+    return core_->Connect(logFailure);
+}
 
 void ServiceLink::IPCReconnect() {
     setState(LinkState::kReconnecting);
@@ -93,8 +99,8 @@ void ServiceLink::IPCReconnect() {
         reconnectAgain_ = true;
         return;
     }
-    reconnectThread_ = QThread::create(
-        [core = core_, pause = pauses_.reconnect] { reconnectLoop(core, pause); });
+    reconnectThread_ =
+        QThread::create([core = core_, pause = pauses_.reconnect] { reconnectLoop(core, pause); });
     connect(reconnectThread_, &QThread::finished, this, &ServiceLink::onReconnectFinished);
     reconnectThread_->start(QThread::InheritPriority);
 }
@@ -128,7 +134,9 @@ void ServiceLink::LinkUp(bool first) {
     }
 }
 
-void ServiceLink::MessagesWaiting() { Q_EMIT RecvServiceData(QString()); }
+void ServiceLink::MessagesWaiting() {
+    Q_EMIT RecvServiceData(QString());
+}
 
 void ServiceLink::HeartbeatTimeout(int count, std::uint64_t generation) {
     Q_EMIT IPCTimeout(count, generation);
@@ -185,7 +193,9 @@ void ServiceLink::onRecvServiceData(QString const& /*wakeUp*/) {
     Q_EMIT RecvServiceData(QString());
 }
 
-void ServiceLink::onIPCLogTimerTimeout() { core_->DrainLinkTexts(); }
+void ServiceLink::onIPCLogTimerTimeout() {
+    core_->DrainLinkTexts();
+}
 
 // The link's texts follow its activity, so an idle link needs no timer.
 void ServiceLink::drainTextsSoon() {

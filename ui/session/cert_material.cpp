@@ -43,8 +43,7 @@ std::string InitCert(Profile const& profile, Config const& config) {
         return utils::Base64Encode(profile.systemCert.certData, false);
     }
     std::string const pair = utils::Base64Encode(profile.gmCert.signCert, false) +
-                             kGmPairSeparator +
-                             utils::Base64Encode(profile.gmCert.encCert, false);
+                             kGmPairSeparator + utils::Base64Encode(profile.gmCert.encCert, false);
     Log().info("encode cert:{}", pair);
     return pair;
 }

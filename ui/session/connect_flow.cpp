@@ -41,7 +41,8 @@ ConnectFlow::ConnectFlow(Services services, QObject* parent)
       link_(services.link),
       prompts_(services.prompts),
       dialog_parent_(services.dialog_parent),
-      has_tab_(std::move(services.has_tab)) {}
+      has_tab_(std::move(services.has_tab)) {
+}
 
 std::shared_ptr<Profile> ConnectFlow::RunningProfile() const {
     std::string const& name = state_.currentProfileName;
@@ -55,7 +56,9 @@ void ConnectFlow::onStartConnect(QString const& name, bool queryAuthType) {
     StartOrStopConnect(true, name, queryAuthType);
 }
 
-void ConnectFlow::onStopConnect(QString const& name) { StartOrStopConnect(false, name, false); }
+void ConnectFlow::onStopConnect(QString const& name) {
+    StartOrStopConnect(false, name, false);
+}
 
 void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool queryAuthType) {
     std::string const key = name.toStdString();

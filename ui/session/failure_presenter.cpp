@@ -41,13 +41,16 @@ QString firstNonEmpty(std::initializer_list<QString> texts) {
     return {};
 }
 
-QString utf8(std::string const& text) { return QString::fromStdString(text); }
+QString utf8(std::string const& text) {
+    return QString::fromStdString(text);
+}
 
 }  // namespace
 
 FailurePresenter::FailurePresenter(ConnectionState& state, ConnectFlow& flow, Prompts& prompts,
                                    QWidget* window, QObject* parent)
-    : QObject(parent), state_(state), flow_(flow), prompts_(prompts), window_(window) {}
+    : QObject(parent), state_(state), flow_(flow), prompts_(prompts), window_(window) {
+}
 
 bool FailurePresenter::HandleErrMsg(CLMsgCommonReplyData const& data) {
     common::IPCMessage const row = common::g_IPCMessageMap.Get(data.statusCode);
@@ -121,8 +124,9 @@ void FailurePresenter::HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgDat
         Log().debug("status code invalid");
         return;
     }
-    QString text = firstNonEmpty({IsChineseDisplayLangguage() ? utf8(data.errorMsgChinese) : QString(),
-                                  utf8(data.errorMsgEnglish), GetErrMsg(data.statusCode)});
+    QString text =
+        firstNonEmpty({IsChineseDisplayLangguage() ? utf8(data.errorMsgChinese) : QString(),
+                       utf8(data.errorMsgEnglish), GetErrMsg(data.statusCode)});
     if (text.isEmpty()) {
         Log().warning("Recv server custom error msg, but is empty");
         text = GetErrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG);

@@ -20,7 +20,9 @@ char const* missingFieldOf(std::string const& name, core::sslvpn::Gateway const&
     return gateway.detectPort.empty() || gateway.sslPort.empty() ? "port" : nullptr;
 }
 
-std::uint16_t port(std::string const& text) { return static_cast<std::uint16_t>(String2Int(text)); }
+std::uint16_t port(std::string const& text) {
+    return static_cast<std::uint16_t>(String2Int(text));
+}
 
 }  // namespace
 

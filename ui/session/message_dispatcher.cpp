@@ -42,7 +42,8 @@ MessageDispatcher::Row const MessageDispatcher::kRows[] = {
 
 MessageDispatcher::MessageDispatcher(ConnectionState& state, StatusHandler& statuses,
                                      FailurePresenter& failures, Config& config, QObject* parent)
-    : QObject(parent), statuses_(statuses), failures_(failures), state_(state), config_(config) {}
+    : QObject(parent), statuses_(statuses), failures_(failures), state_(state), config_(config) {
+}
 
 bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
     CLMsg::Type type{};
@@ -162,7 +163,9 @@ bool MessageDispatcher::onDisconnectReason(std::string const& json) {
 }
 
 // Scripts are the service's own business.
-bool MessageDispatcher::onExecScript(std::string const& /*json*/) { return true; }
+bool MessageDispatcher::onExecScript(std::string const& /*json*/) {
+    return true;
+}
 
 bool MessageDispatcher::onCommonReply(std::string const& json) {
     auto const data = read<CLMsgCommonReplyData>(json);

@@ -28,7 +28,8 @@ StatusHandler::Row const StatusHandler::kRows[] = {
 
 StatusHandler::StatusHandler(ConnectionState& state, StatusUpdater& updater, ConnectFlow& flow,
                              FailurePresenter& failures, QObject* parent)
-    : QObject(parent), state_(state), updater_(updater), flow_(flow), failures_(failures) {}
+    : QObject(parent), state_(state), updater_(updater), flow_(flow), failures_(failures) {
+}
 
 std::shared_ptr<Profile> StatusHandler::Addressee(std::string const& profileName) const {
     std::shared_ptr<Profile> profile = flow_.RunningProfile();
@@ -95,8 +96,7 @@ void StatusHandler::onOffline(Data const& /*data*/, Profile& profile) {
 }
 
 void StatusHandler::onConnecting(Data const& data, Profile& profile) {
-    if (!state_.connectingProfileName.empty() &&
-        state_.connectingProfileName != data.profileName) {
+    if (!state_.connectingProfileName.empty() && state_.connectingProfileName != data.profileName) {
         Log().debug("Recv connecting status, ignore name {}", data.profileName);
         return;
     }
@@ -139,6 +139,7 @@ void StatusHandler::onClientAddress(Data const& data, Profile& /*profile*/) {
 }
 
 // The box that the code's own row shows is all there is to it.
-void StatusHandler::onNothing(Data const& /*data*/, Profile& /*profile*/) {}
+void StatusHandler::onNothing(Data const& /*data*/, Profile& /*profile*/) {
+}
 
 }  // namespace zorvanelink::ui

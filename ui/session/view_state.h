@@ -9,10 +9,10 @@ namespace zorvanelink::ui {
 struct ViewState {
     ConnectStatus status = ConnectStatus::Disconnected;  // picks shield, lamp, dot and tray icon
     common::MsgCode stateLabel{};
-    common::MsgCode statusText{};        // of the status bar
-    char const* statusIcon = "";         // resource path; empty for none
-    bool hasStatusText = true;           // false while the wait form speaks instead
-    bool showsTunnel = false;            // the tunnel's views, else the large shield
+    common::MsgCode statusText{};  // of the status bar
+    char const* statusIcon = "";   // resource path; empty for none
+    bool hasStatusText = true;     // false while the wait form speaks instead
+    bool showsTunnel = false;      // the tunnel's views, else the large shield
     bool hasWarning = false;
     common::MsgCode warning{};
 

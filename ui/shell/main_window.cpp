@@ -145,8 +145,9 @@ void MainWindow::wireWindow() {
             &MainWindow::on_btn_main_close__clicked);
     connect(ui_.titleBar->MinButton(), &QToolButton::clicked, this,
             &MainWindow::on_btn_main_min__clicked);
-    connect(qApp, &QGuiApplication::applicationStateChanged, this,
-            [](Qt::ApplicationState now) { g_is_application_active = now == Qt::ApplicationActive; });
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, [](Qt::ApplicationState now) {
+        g_is_application_active = now == Qt::ApplicationActive;
+    });
 }
 
 // Everything that follows from the state, in one place.
@@ -235,9 +236,7 @@ void MainWindow::onDeleteConnectionInfo(QString const& name) {
         prompts_.Critical(this, GetErrMsg(MsgCode::UI_ERROR), GetErrMsg(text),
                           GetErrMsg(MsgCode::UI_INFO_OK));
     };
-    auto const runs = [this, &key] {
-        return !state_.Idle() && state_.currentProfileName == key;
-    };
+    auto const runs = [this, &key] { return !state_.Idle() && state_.currentProfileName == key; };
     if (!config_.GetProfile(key) || !cards_.Has(key)) {
         Log().error("Can not find profile tab by name [{}] when try to delete", key);
         critical(MsgCode::UI_ERROR_PROFILE_NOT_EXIST);
@@ -268,7 +267,9 @@ void MainWindow::on_btn_main_close__clicked() {
     }
 }
 
-void MainWindow::on_btn_main_min__clicked() { showMinimized(); }
+void MainWindow::on_btn_main_min__clicked() {
+    showMinimized();
+}
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     event->accept();
@@ -301,7 +302,9 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
     setMask(QRegion(outline.toFillPolygon().toPolygon()));
 }
 
-MainWindow* getMainWindow() { return g_mainwindow; }
+MainWindow* getMainWindow() {
+    return g_mainwindow;
+}
 
 void ZVShowCriticalMsgBox(common::CodeType type, std::string const& text) {
     if (MainWindow* const window = getMainWindow()) {

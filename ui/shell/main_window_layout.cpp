@@ -50,8 +50,8 @@ MainWindowLayout::MainWindowLayout(QWidget* window) {
     rows->addWidget(statusBar);
 
     waitForm = new WaitForm(frame, kTitleBarHeight);
-    cover = new DimCover(
-        window, QStringLiteral("background-color:rgba(0,0,0,50%);border-radius: 8px;"));
+    cover = new DimCover(window,
+                         QStringLiteral("background-color:rgba(0,0,0,50%);border-radius: 8px;"));
 }
 
 QWidget* MainWindowLayout::buildLeftPanel(QWidget* parent) {

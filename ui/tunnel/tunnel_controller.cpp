@@ -117,8 +117,7 @@ void TunnelController::onUpdateTunnelStatisticsInfo() {
     }
     auto const& data = profile->context.statistics;
     view_.SetStatistics({data.inbound_bytes, data.outbound_bytes, data.inbound_packets,
-                         data.outbound_packets, data.inbound_comp_ratio,
-                         data.outbound_comp_ratio});
+                         data.outbound_packets, data.inbound_comp_ratio, data.outbound_comp_ratio});
     view_.SetDuration(GetDateTimeString(profile->context.connectTime));
 }
 

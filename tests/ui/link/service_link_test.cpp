@@ -31,12 +31,18 @@ class Links {
     std::vector<std::shared_ptr<FakeIpc>> links_;
 };
 
-std::shared_ptr<FakeIpc> good() { return std::make_shared<FakeIpc>(); }
-std::shared_ptr<FakeIpc> bad() { return std::make_shared<FakeIpc>(false); }
+std::shared_ptr<FakeIpc> good() {
+    return std::make_shared<FakeIpc>();
+}
+std::shared_ptr<FakeIpc> bad() {
+    return std::make_shared<FakeIpc>(false);
+}
 
 constexpr ServiceLink::Pauses kNoPause{std::chrono::milliseconds(1), std::chrono::milliseconds(1)};
 
-bool linked(ServiceLink const& link) { return link.State() == LinkState::kLinked; }
+bool linked(ServiceLink const& link) {
+    return link.State() == LinkState::kLinked;
+}
 
 class ServiceLinkTest : public testing::Test {
   protected:
@@ -88,8 +94,7 @@ TEST_F(ServiceLinkTest, ALossReconnectsOnceAndTellsTheSession) {
     auto const first = good();
     Begin({first, bad(), good()});
     bool ready_when_told = true;
-    QObject::connect(link.get(), &ServiceLink::Lost,
-                     [&] { ready_when_told = link->IsReady(); });
+    QObject::connect(link.get(), &ServiceLink::Lost, [&] { ready_when_told = link->IsReady(); });
     first->FailRead(2);
     first->FailRead(2);  // the second report is of a link that is gone
     ASSERT_TRUE(WaitUntil([this] { return lost->size() == 1 && linked(*link); }));
@@ -133,7 +138,8 @@ TEST_F(ServiceLinkTest, WhatAReplacedLinkSaysIsDropped) {
     auto const old = good();
     Begin({old, good()});
     int texts = 0;
-    QObject::connect(link.get(), &ServiceLink::MessageArrived, [&](std::string const&) { ++texts; });
+    QObject::connect(link.get(), &ServiceLink::MessageArrived,
+                     [&](std::string const&) { ++texts; });
     old->FailRead(2);
     ASSERT_TRUE(WaitUntil([this] { return lost->size() == 1 && linked(*link); }));
     old->Deliver("late");

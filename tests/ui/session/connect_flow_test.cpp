@@ -76,7 +76,7 @@ TEST_F(ConnectFlowTest, RefusalsEndInDisconnected) {
     };
     Case const cases[] = {
         {"Nobody", [] {}, MsgCode::UI_ERROR_PROFILE_NOT_EXIST},
-        {"",  [] {}, MsgCode::UI_ERROR_PROFILE_NOT_EXIST},
+        {"", [] {}, MsgCode::UI_ERROR_PROFILE_NOT_EXIST},
         {"Head office",
          [this] {
              service_there = false;

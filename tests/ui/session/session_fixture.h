@@ -92,10 +92,9 @@ class SessionFixture : public testing::Test {
                              return service_there ? service : std::make_shared<FakeIpc>(false);
                          },
                          {std::chrono::milliseconds(1), std::chrono::milliseconds(1)}};
-    ui::ConnectFlow flow{{state, updater, config, link, prompts, &window,
-                          [this](std::string const& name) {
-                              return config.GetProfile().contains(name);
-                          }}};
+    ui::ConnectFlow flow{
+        {state, updater, config, link, prompts, &window,
+         [this](std::string const& name) { return config.GetProfile().contains(name); }}};
     ui::FailurePresenter failures{state, flow, prompts, &window};
     ui::StatusHandler statuses{state, updater, flow, failures};
     ui::MessageDispatcher dispatcher{state, statuses, failures, config};
