@@ -7,7 +7,7 @@
 #include <cstring>
 #include <thread>
 
-#include "bench/bench_table.h"
+#include "benchmarks/bench_table.h"
 #include "components/ipc/socket_ipc_server.h"
 
 namespace {
