@@ -2,6 +2,7 @@
 
 #include "app/environment/globals.h"
 #include "components/logger/logger.h"
+#include "components/utils/log_filter.h"
 #include "core/clmsg_reply_json.h"
 #include "ui/session/gateway_lists.h"
 #include "ui/text/texts.h"
@@ -22,6 +23,12 @@ std::optional<Record> read(std::string const& json) {
         return std::nullopt;
     }
     return record;
+}
+
+// Whoever answers on the port may send our own messages back.
+std::string masked(std::string const& json) {
+    namespace utils = components::utils;
+    return utils::FilterJsonStr(utils::g_message_filter_word, json);
 }
 
 }  // namespace
@@ -50,7 +57,7 @@ bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
     SubType subtype{};
     MsgCode status{};
     if (!CLMsgJsonParse::Parse(json, &type, &subtype, &status) || type != CLMsg::Type::kReply) {
-        Log().error("Not supported type, json: {}", json);
+        Log().error("Not supported type, json: {}", masked(json));
         return false;
     }
     Log().debug("recv {} from service", CLMsg::SubTypeToString(subtype));
@@ -60,7 +67,7 @@ bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
     Log().debug("handle msg with ret {} ", ok);
     if (!ok) {
         Log().error("Failed to handle json string: {}, data: {}", CLMsg::SubTypeToString(subtype),
-                    json);
+                    masked(json));
     }
     return ok;
 }

@@ -1,3 +1,4 @@
+#include "tests/support/log_capture.h"
 #include "tests/ui/session/session_fixture.h"
 
 namespace zorvanelink::ui {
@@ -77,6 +78,17 @@ TEST_F(DispatchTest, MalformedMessagesAreDroppedAndTheNextOneCounts) {
     }
     Receive(MsgCode::CONNECTING);
     EXPECT_EQ(state.status, ConnectStatus::Connecting);
+}
+
+TEST_F(DispatchTest, AMessageThatComesBackShowsNoSecretInTheLog) {
+    test::LogCapture log;
+    Click();
+    for (std::string const& sent : service->Sent()) {
+        EXPECT_FALSE(dispatcher.ProcessServiceMsg(sent));
+        EXPECT_FALSE(dispatcher.ProcessServiceMsg(sent + "x"));
+    }
+    EXPECT_EQ(log.Count("Not supported type, json: {"), 2);
+    EXPECT_FALSE(log.Has(profile->password));
 }
 
 TEST_F(DispatchTest, AFatalStatusEndsTheSessionAndShowsOneBox) {
