@@ -42,6 +42,7 @@ MessageDispatcher::Row const MessageDispatcher::kRows[] = {
     {SubType::kCluster, &MessageDispatcher::onCluster},
     {SubType::kAddRoute, &MessageDispatcher::onAddRoute},
     {SubType::kErrMsgByServer, &MessageDispatcher::onErrMsgByServer},
+    {SubType::kPushStatus, &MessageDispatcher::onPushStatus},
     {SubType::kVnicState, &MessageDispatcher::onVnicState},
     {SubType::kDisconnectReason, &MessageDispatcher::onDisconnectReason},
     {SubType::kExecScript, &MessageDispatcher::onExecScript},
@@ -54,13 +55,14 @@ MessageDispatcher::MessageDispatcher(ConnectionState& state, StatusHandler& stat
 
 bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
     CLMsg::Type type{};
-    SubType subtype{};
+    SubType subtype = SubType::kUnknown;
     MsgCode status{};
-    if (!CLMsgJsonParse::Parse(json, &type, &subtype, &status) || type != CLMsg::Type::kReply) {
+    bool const understood = CLMsgJsonParse::Parse(json, &type, &subtype, &status);
+    Log().debug("recv {} from service", CLMsg::SubTypeToString(subtype));
+    if (!understood || type != CLMsg::Type::kReply) {
         Log().error("Not supported type, json: {}", masked(json));
         return false;
     }
-    Log().debug("recv {} from service", CLMsg::SubTypeToString(subtype));
     auto const* const row = std::find_if(std::begin(kRows), std::end(kRows),
                                          [subtype](Row const& r) { return r.subtype == subtype; });
     bool const ok = row != std::end(kRows) ? (this->*row->handle)(json) : onCommonReply(json);
@@ -147,6 +149,16 @@ bool MessageDispatcher::onErrMsgByServer(std::string const& json) {
     auto const data = read<CLMsgNotifyErrorMsgData>(json);
     if (data && statuses_.Addressee(data->profileName)) {
         failures_.HandleErrMsgByServer(*data);
+    }
+    return data.has_value();
+}
+
+// A report only: the state follows the common replies.
+bool MessageDispatcher::onPushStatus(std::string const& json) {
+    auto const data = read<CLMsgSessionStatus>(json);
+    if (data && statuses_.Addressee(data->profileName)) {
+        Log().info("Recv session status [{}], sub code [{}], ip [{}]", data->status, data->subCode,
+                   data->connecttingIP);
     }
     return data.has_value();
 }

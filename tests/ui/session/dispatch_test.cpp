@@ -76,6 +76,9 @@ TEST_F(DispatchTest, MalformedMessagesAreDroppedAndTheNextOneCounts) {
           "{\"type\":\"reply\",\"statusCode\":1.0,\"profileName\":\"Head office\"}"}) {
         EXPECT_FALSE(dispatcher.ProcessServiceMsg(json)) << json;
     }
+    EXPECT_TRUE(dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(
+        core::sslvpn::CLMsgSessionStatus{"Head office", 4, "192.0.2.1", 2})));
+    EXPECT_EQ(state.status, ConnectStatus::Disconnected) << "a report changes nothing";
     Receive(MsgCode::CONNECTING);
     EXPECT_EQ(state.status, ConnectStatus::Connecting);
 }
