@@ -21,16 +21,6 @@ constexpr std::size_t kMaxProfiles = Config::kMaxConfigNum;
 // As long as the service may take to report the end of a connection that was stopped.
 constexpr std::chrono::seconds kLateAnswerTime{2};
 
-// Keys whose values never reach the log of a sent message.
-std::vector<std::string> const& maskedKeys() {
-    static std::vector<std::string> const keys = [] {
-        std::vector<std::string> words(utils::g_filter_word.begin(), utils::g_filter_word.end());
-        words.insert(words.end(), {"pkcs12CertFileData", "certData", "secondAuthCode"});
-        return words;
-    }();
-    return keys;
-}
-
 }  // namespace
 
 ConnectFlow::ConnectFlow(Services services, QObject* parent)
@@ -197,7 +187,8 @@ bool ConnectFlow::send(QString const& json) {
         link_.SendToService(bytes.constData(), static_cast<unsigned long>(bytes.size()));
     if (Log().level() <= LOG_LEVEL::debug) {
         Log().debug("send to: {}, length: {}",
-                    utils::FilterJsonStr(maskedKeys(), bytes.toStdString()), bytes.size());
+                    utils::FilterJsonStr(utils::g_message_filter_word, bytes.toStdString()),
+                    bytes.size());
     }
     return sent;
 }

@@ -195,9 +195,9 @@ void MainWindow::SetStatusBarInfo() {
     if (count == 0) {
         ui_.statusBar->SetCountText(QString());
     } else if (state_.online) {
-        ui_.statusBar->SetCountText(GetTrMsg(MsgCode::UI_TR_STATUS_CONNECTED)
-                                        .arg(QString::fromStdString(state_.currentProfileName))
-                                        .arg(count));
+        ui_.statusBar->SetCountText(
+            GetTrMsg(MsgCode::UI_TR_STATUS_CONNECTED)
+                .arg(QString::fromStdString(state_.currentProfileName), QString::number(count)));
     } else {
         ui_.statusBar->SetCountText(GetTrMsg(MsgCode::UI_TR_STATUS_NO_CONNECTED).arg(count));
     }

@@ -1,3 +1,4 @@
+#include "tests/support/log_capture.h"
 #include "tests/ui/session/session_fixture.h"
 
 namespace zorvanelink::ui {
@@ -75,8 +76,22 @@ TEST_F(DispatchTest, MalformedMessagesAreDroppedAndTheNextOneCounts) {
           "{\"type\":\"reply\",\"statusCode\":1.0,\"profileName\":\"Head office\"}"}) {
         EXPECT_FALSE(dispatcher.ProcessServiceMsg(json)) << json;
     }
+    EXPECT_TRUE(dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(
+        core::sslvpn::CLMsgSessionStatus{"Head office", 4, "192.0.2.1", 2})));
+    EXPECT_EQ(state.status, ConnectStatus::Disconnected) << "a report changes nothing";
     Receive(MsgCode::CONNECTING);
     EXPECT_EQ(state.status, ConnectStatus::Connecting);
+}
+
+TEST_F(DispatchTest, AMessageThatComesBackShowsNoSecretInTheLog) {
+    test::LogCapture log;
+    Click();
+    for (std::string const& sent : service->Sent()) {
+        EXPECT_FALSE(dispatcher.ProcessServiceMsg(sent));
+        EXPECT_FALSE(dispatcher.ProcessServiceMsg(sent + "x"));
+    }
+    EXPECT_EQ(log.Count("Not supported type, json: {"), 2);
+    EXPECT_FALSE(log.Has(profile->password));
 }
 
 TEST_F(DispatchTest, AFatalStatusEndsTheSessionAndShowsOneBox) {
