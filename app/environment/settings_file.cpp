@@ -29,12 +29,12 @@ class UnitwiseUtf8 : public QTextCodec {
     }
     QByteArray convertFromUnicode(QChar const* units, int size, ConverterState*) const override {
         QString text(units, size);
-        if (!text.isEmpty() && text.front().isLowSurrogate() && !high_half_.isNull()) {
+        if (!text.isEmpty() && text.at(0).isLowSurrogate() && !high_half_.isNull()) {
             text.prepend(high_half_);
         }
         high_half_ = QChar();  // one that found no other half belongs to no text
-        if (!text.isEmpty() && text.back().isHighSurrogate()) {
-            high_half_ = text.back();
+        if (!text.isEmpty() && text.at(text.size() - 1).isHighSurrogate()) {
+            high_half_ = text.at(text.size() - 1);
             text.chop(1);
         }
         return text.toUtf8();
