@@ -3,6 +3,7 @@
 #include "app/environment/globals.h"
 #include "components/logger/logger.h"
 #include "core/clmsg_reply_json.h"
+#include "ui/cert/client_certs.h"
 #include "ui/session/gateway_lists.h"
 #include "ui/text/texts.h"
 
@@ -36,6 +37,7 @@ MessageDispatcher::Row const MessageDispatcher::kRows[] = {
     {SubType::kAddRoute, &MessageDispatcher::onAddRoute},
     {SubType::kErrMsgByServer, &MessageDispatcher::onErrMsgByServer},
     {SubType::kVnicState, &MessageDispatcher::onVnicState},
+    {SubType::kCertRespond, &MessageDispatcher::HandleCertRespond},
     {SubType::kDisconnectReason, &MessageDispatcher::onDisconnectReason},
     {SubType::kExecScript, &MessageDispatcher::onExecScript},
 };
@@ -152,6 +154,14 @@ bool MessageDispatcher::onVnicState(std::string const& json) {
         Q_EMIT AdapterStateChanged(data->state);
     }
     return data.has_value();
+}
+
+bool MessageDispatcher::HandleCertRespond(std::string const& json) {
+    auto const certs = ReadCertRespond(json);
+    if (certs) {
+        Q_EMIT RecvCertInfo(*certs);
+    }
+    return certs.has_value();
 }
 
 bool MessageDispatcher::onDisconnectReason(std::string const& json) {
