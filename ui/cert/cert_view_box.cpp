@@ -86,11 +86,13 @@ void CertViewBox::onSelectCert(CertViewPage* page) {
     Q_EMIT SelectCert(page->Body());
 }
 
+CertViewPage* CertViewBox::TabStop() const {
+    CertViewPage* const selected = PageOf(selected_);
+    return selected != nullptr || order_.empty() ? selected : order_.front();
+}
+
 void CertViewBox::updateTabStop() {
-    CertViewPage const* stop = PageOf(selected_);
-    if (stop == nullptr && !order_.empty()) {
-        stop = order_.front();
-    }
+    CertViewPage const* const stop = TabStop();
     for (CertViewPage* page : order_) {
         page->SetTabStop(page == stop);
     }

@@ -30,6 +30,8 @@ class CertViewBox : public QScrollArea {
     QWidget* SelectedCertWidget() const { return selected_; }
     // Null for a widget without a row.
     CertViewPage* PageOf(QWidget* widget) const;
+    // The row that Tab reaches: the selected one, else the first; null without rows.
+    CertViewPage* TabStop() const;
     // In the order shown.
     std::vector<CertViewPage*> const& Pages() const { return order_; }
 

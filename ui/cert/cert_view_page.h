@@ -18,6 +18,7 @@ class CertViewPage : public QFrame {
     void addWidget(QString const& title, QWidget* widget);
     QWidget* Body() const { return body_; }
     QPushButton* SelectButton() const { return pushButtonSelect; }
+    QToolButton* FoldButton() const { return btnFold_; }
 
     void expand();
     void collapse();

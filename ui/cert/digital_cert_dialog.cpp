@@ -58,16 +58,16 @@ QWidget* DigitalCertDialog::buildHead() {
     auto* row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(8);
-    auto* import = new QPushButtonExt(GetTrMsg(MsgCode::UI_TR_IMPORT), bar);
-    import->setObjectName(QStringLiteral("btn_import_"));
-    import->setProperty("outline", true);
-    auto* remove = new QPushButtonExt(GetTrMsg(MsgCode::UI_TR_DELETE), bar);
-    remove->setObjectName(QStringLiteral("btn_delete_"));
-    row->addWidget(import);
-    row->addWidget(remove);
+    import_ = new QPushButtonExt(GetTrMsg(MsgCode::UI_TR_IMPORT), bar);
+    import_->setObjectName(QStringLiteral("btn_import_"));
+    import_->setProperty("outline", true);
+    delete_ = new QPushButtonExt(GetTrMsg(MsgCode::UI_TR_DELETE), bar);
+    delete_->setObjectName(QStringLiteral("btn_delete_"));
+    row->addWidget(import_);
+    row->addWidget(delete_);
     row->addStretch();
-    connect(import, &QPushButton::clicked, this, &DigitalCertDialog::OnBtnImportClicked);
-    connect(remove, &QPushButton::clicked, this, &DigitalCertDialog::OnBtnDeleteClicked);
+    connect(import_, &QPushButton::clicked, this, &DigitalCertDialog::OnBtnImportClicked);
+    connect(delete_, &QPushButton::clicked, this, &DigitalCertDialog::OnBtnDeleteClicked);
     return bar;
 }
 
@@ -99,6 +99,19 @@ void DigitalCertDialog::InitCertView() {
             OnSelectCert(view);
         }
     }
+    CertViewPage* const stop = certBox_->TabStop();
+    QPushButton* const first = stop != nullptr ? stop->SelectButton() : import_;
+    first->setFocus();
+}
+
+// The rows come between the buttons above and below them, in the order shown.
+void DigitalCertDialog::orderTabs() {
+    QWidget* last = delete_;
+    for (CertViewPage const* page : certBox_->Pages()) {
+        setTabOrder(last, page->SelectButton());
+        setTabOrder(page->SelectButton(), page->FoldButton());
+        last = page->FoldButton();
+    }
 }
 
 QWidget* DigitalCertDialog::AddCertView(CertInfo const& cert) {
@@ -108,6 +121,7 @@ QWidget* DigitalCertDialog::AddCertView(CertInfo const& cert) {
         QString::fromStdString(cert.validFrom), QString::fromStdString(cert.validTo));
     certBox_->addWidget(form->Name(), form);
     certs_[form] = &cert;
+    orderTabs();
     return form;
 }
 

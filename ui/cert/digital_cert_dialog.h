@@ -36,12 +36,15 @@ class DigitalCertDialog : public ZVLDialog {
     // None for a readable certificate that may be imported, else what the user is told.
     std::optional<QString> refusalOf(CertInfo& cert, QString const& path) const;
     void store(CertInfo const& cert);
+    void orderTabs();
     void critical(QString const& text);
 
     CertInfo* const target_;
     Config& config_;
     Prompts& prompts_;
     CertViewBox* certBox_;
+    QPushButton* import_ = nullptr;
+    QPushButton* delete_ = nullptr;
     std::map<QWidget*, CertInfo const*> certs_;  // records of the store, by their view
     QWidget* selected_ = nullptr;
 };

@@ -86,6 +86,7 @@ QWidget* TLSCertDialog::buildPage(Source& source, char const* viewName, QPushBut
     source.names = new QStringListModel(source.view);
     source.view->setModel(source.names);
     connect(source.view, &QListView::doubleClicked, this, &TLSCertDialog::on_ok_button__clicked);
+    setTabOrder(source.view, action);
     auto* column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(12);
@@ -117,6 +118,11 @@ void TLSCertDialog::showEvent(QShowEvent* event) {
     if (!opened_) {
         opened_ = true;
         chooseKindOfTarget();
+        for (QRadioButton* kind : {sys_, usb_, soft_}) {
+            if (kind->isChecked()) {
+                kind->setFocus();
+            }
+        }
     }
 }
 
