@@ -10,7 +10,7 @@ CertViewForm::CertViewForm(QString const& name, QString const& issuer, QString c
                            QString const& validTo, QWidget* parent)
     : QWidget(parent), name_(Readable(name)) {
     auto* rows = new QFormLayout(this);
-    rows->setContentsMargins(29, 0, 12, 12);
+    rows->setContentsMargins(29, 4, 12, 12);
     rows->setHorizontalSpacing(12);
     rows->setVerticalSpacing(4);
     rows->setLabelAlignment(Qt::AlignLeft);

@@ -79,7 +79,8 @@ void CertViewPage::setExpanded(bool expanded) {
 
 void CertViewPage::SetTabStop(bool stop) {
     pushButtonSelect->setFocusPolicy(stop ? Qt::StrongFocus : Qt::ClickFocus);
-    btnFold_->setFocusPolicy(stop ? Qt::TabFocus : Qt::NoFocus);
+    // Never none at all: Qt leaves such a widget out when the order of Tab is set.
+    btnFold_->setFocusPolicy(stop ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 void CertViewPage::SetSelected() {
