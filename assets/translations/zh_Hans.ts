@@ -71,5 +71,37 @@
         <source>No addresses</source>
         <translation>没有地址</translation>
     </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Issuer</source>
+        <translation>颁发者</translation>
+    </message>
+    <message>
+        <source>Valid from</source>
+        <translation>生效时间</translation>
+    </message>
+    <message>
+        <source>Valid to</source>
+        <translation>失效时间</translation>
+    </message>
+    <message>
+        <source>Show details</source>
+        <translation>展开详情</translation>
+    </message>
+    <message>
+        <source>Hide details</source>
+        <translation>收起详情</translation>
+    </message>
+    <message>
+        <source>No certificates</source>
+        <translation>没有证书</translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <translation>刷新</translation>
+    </message>
 </context>
 </TS>

@@ -164,6 +164,20 @@ int ParsePkcs12Cert(CertInfo& cert, bool systemEncoded) {
     return result;
 }
 
+bool ParseX509Cert(CertInfo& cert, std::string const& der) {
+    auto const* bytes = reinterpret_cast<unsigned char const*>(der.data());
+    X509Ptr const x509(d2i_X509(nullptr, &bytes, static_cast<long>(der.size())));
+    ERR_clear_error();
+    if (!x509) {
+        Log().error("Failed to read a certificate of {} bytes", der.size());
+        return false;
+    }
+    describe(x509.get(), cert);
+    cert.certName = cert.commonName;
+    cert.certData = der;
+    return true;
+}
+
 bool IsGMX509(X509* x509) {
     int const nid = X509_get_signature_nid(x509);
     char const* const name = orUnknown(OBJ_nid2ln(nid));

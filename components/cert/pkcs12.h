@@ -21,6 +21,10 @@ enum Pkcs12Result : int {
 // the file went through SystemEncryptFile. A failure leaves the fields that it had not reached.
 int ParsePkcs12Cert(CertInfo& cert, bool systemEncoded);
 
+// Describes a certificate in DER: its name is also what is shown, its bytes become certData. False,
+// with cert unchanged, for what is no certificate.
+bool ParseX509Cert(CertInfo& cert, std::string const& der);
+
 // Whether the signature is made with SM3.
 bool IsGMX509(X509* x509);
 bool IsRSA(X509* x509);

@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "app/environment/app_ctrl.h"
+#include "tools/gallery/cert_states.h"
 #include "tools/gallery/sample_window.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/fonts.h"
@@ -146,6 +147,12 @@ void dialogs() {
     save(QStringLiteral("dialog-input-dimmed"), input, &over);
 }
 
+void certificates() {
+    auto window = sample(ConnectStatus::Disconnected);
+    CertStates([&window](QString const& name, QWidget& dialog) { save(name, *window, &dialog); },
+               window.get());
+}
+
 void installTranslators() {
     ui::InitAssets();
     if (!ui::IsChineseDisplayLangguage()) {
@@ -182,5 +189,6 @@ int main(int argc, char** argv) {
     gallery::windows();
     gallery::boxes();
     gallery::dialogs();
+    gallery::certificates();
     return 0;
 }

@@ -1,9 +1,8 @@
 #include "ui/session/cert_material.h"
 
-#include <QFile>
-
 #include "components/logger/logger.h"
 #include "components/utils/base64.h"
+#include "components/utils/file.h"
 #include "components/utils/sensitive_value.h"
 
 namespace zorvanelink::ui {
@@ -19,12 +18,11 @@ std::string fileMaterial(CertInfo const& cert, Config const& config) {
         Log().warning("Failed to find client cert:{}", cert.fingerprint);
         return {};
     }
-    QFile file(QString::fromStdString(cert.filePath));
-    if (!file.open(QIODevice::ReadOnly)) {
+    std::string bytes;
+    if (!utils::ReadContentFromFile(cert.filePath, bytes)) {
         Log().warning("Failed to read system encoded cert:{}", cert.filePath);
         return {};
     }
-    std::string bytes = file.readAll().toStdString();
     Log().debug("Sus to read system encoded cert:{}", cert.filePath);
     if (!utils::SystemDecrypt(bytes)) {
         Log().warning("Failed to system decode cert data:{}", cert.filePath);

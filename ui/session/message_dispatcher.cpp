@@ -4,6 +4,7 @@
 #include "components/logger/logger.h"
 #include "components/utils/log_filter.h"
 #include "core/clmsg_reply_json.h"
+#include "ui/cert/client_certs.h"
 #include "ui/session/gateway_lists.h"
 #include "ui/text/texts.h"
 
@@ -44,6 +45,7 @@ MessageDispatcher::Row const MessageDispatcher::kRows[] = {
     {SubType::kErrMsgByServer, &MessageDispatcher::onErrMsgByServer},
     {SubType::kPushStatus, &MessageDispatcher::onPushStatus},
     {SubType::kVnicState, &MessageDispatcher::onVnicState},
+    {SubType::kCertRespond, &MessageDispatcher::HandleCertRespond},
     {SubType::kDisconnectReason, &MessageDispatcher::onDisconnectReason},
     {SubType::kExecScript, &MessageDispatcher::onExecScript},
 };
@@ -171,6 +173,14 @@ bool MessageDispatcher::onVnicState(std::string const& json) {
         Q_EMIT AdapterStateChanged(data->state);
     }
     return data.has_value();
+}
+
+bool MessageDispatcher::HandleCertRespond(std::string const& json) {
+    auto const certs = ReadCertRespond(json);
+    if (certs) {
+        Q_EMIT RecvCertInfo(*certs);
+    }
+    return certs.has_value();
 }
 
 bool MessageDispatcher::onDisconnectReason(std::string const& json) {

@@ -30,6 +30,7 @@ class MessageDispatcher : public QObject {
     void StatisticsArrived(std::shared_ptr<Profile> const& profile);
     void DomainRouteArrived(core::sslvpn::DomainRouteAddRouteData const& route);
     void AdapterStateChanged(bool usable);
+    void RecvCertInfo(std::vector<zorvanelink::CertInfo> const& list);
 
   private:
     using SubType = core::CLMsg::SubType;
@@ -48,6 +49,7 @@ class MessageDispatcher : public QObject {
     bool onAddRoute(std::string const& json);
     bool onErrMsgByServer(std::string const& json);
     bool onPushStatus(std::string const& json);
+    bool HandleCertRespond(std::string const& json);
     bool onVnicState(std::string const& json);
     bool onDisconnectReason(std::string const& json);
     bool onExecScript(std::string const& json);

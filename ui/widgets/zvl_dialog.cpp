@@ -102,6 +102,10 @@ void ZVLDialog::Place() {
     bool const overOwner = owner != nullptr && owner->isVisible() && !owner->isMinimized();
     QRect const area = overOwner ? owner->frameGeometry() : screen()->availableGeometry();
     adjustSize();
+    // It stops at two thirds of the screen, which cuts wrapped texts on a small one.
+    if (layout()->hasHeightForWidth()) {
+        resize(width(), qMax(height(), layout()->totalHeightForWidth(width())));
+    }
     QPoint target = area.center() - rect().center();
     QRect const visible = screen()->availableGeometry();
     target.setX(

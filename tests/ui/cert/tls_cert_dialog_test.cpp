@@ -1,0 +1,134 @@
+// The choice among the kinds of TLS certificate, and the list that the service sends for it.
+#include "ui/cert/tls_cert_dialog.h"
+
+#include <QSignalSpy>
+
+#include "components/cert/pkcs12.h"
+#include "components/utils/base64.h"
+#include "core/clmsg_reply_json.h"
+#include "tests/ui/cert/cert_fixture.h"
+#include "ui/cert/client_certs.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using test::Find;
+
+std::string derOf(char const* name) {
+    std::string const bytes = test::MakePkcs12({"RSA", EVP_sha256(), {{"CN", name}}});
+    auto const* at = reinterpret_cast<unsigned char const*>(bytes.data());
+    PKCS12* const pkcs12 = d2i_PKCS12(nullptr, &at, static_cast<long>(bytes.size()));
+    EVP_PKEY* key = nullptr;
+    X509* x509 = nullptr;
+    PKCS12_parse(pkcs12, "open", &key, &x509, nullptr);
+    unsigned char* der = nullptr;
+    int const size = i2d_X509(x509, &der);
+    std::string answer(reinterpret_cast<char*>(der), static_cast<std::size_t>(size));
+    OPENSSL_free(der);
+    X509_free(x509);
+    EVP_PKEY_free(key);
+    PKCS12_free(pkcs12);
+    return answer;
+}
+
+CertInfo named(char const* name) {
+    CertInfo cert;
+    cert.certName = name;
+    cert.fingerprint = std::string("fingerprint of ") + name;
+    return cert;
+}
+
+TEST_F(CertDialogTest, KindsFedByTheServiceAskForTheListOnOpening) {
+    struct Case {
+        std::uint16_t kind;
+        char const* button;
+        int requests;
+    } const cases[] = {{0, "sys_cert_radioButton", 1},
+                       {kCertTypeSystem, "sys_cert_radioButton", 1},
+                       {kCertTypeUsbKey, "usb_cert_radioButton", 1},
+                       {kCertTypeFile, "soft_cert_radioButton", 0}};
+    for (Case const& c : cases) {
+        CertInfo target;
+        target.certType = c.kind;
+        TLSCertDialog dialog(target, config, prompts);
+        QSignalSpy const requests(&dialog, &TLSCertDialog::SendCertRequest);
+        dialog.show();
+        EXPECT_TRUE(Find<QRadioButton>(dialog, c.button).isChecked()) << c.kind;
+        EXPECT_EQ(requests.size(), c.requests) << c.kind;
+    }
+}
+
+TEST_F(CertDialogTest, OkWithAnEmptyListStaysAndTells) {
+    CertInfo target = named("kept");
+    TLSCertDialog dialog(target, config, prompts);
+    dialog.show();
+    for (char const* kind :
+         {"sys_cert_radioButton", "usb_cert_radioButton", "soft_cert_radioButton"}) {
+        Find<QRadioButton>(dialog, kind).click();
+        prompts.ExpectBox(text(MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE), 0);
+        click(dialog, "ok_button_");
+        EXPECT_TRUE(dialog.isVisible());
+    }
+    EXPECT_EQ(target.certName, "kept");
+}
+
+TEST_F(CertDialogTest, OkTakesTheRecordAndItsKind) {
+    CertInfo const file = stored("Anna");
+    stored("Gerda", "SM2", EVP_sm3());
+    CertInfo target;
+    TLSCertDialog service(target, config, prompts);
+    service.show();
+    Find<QRadioButton>(service, "usb_cert_radioButton").click();
+    service.onRecvCertInfo({named("one"), named("two")});
+    auto& list = Find<QListView>(service, "service_cert_list_");
+    list.setCurrentIndex(list.model()->index(1, 0));
+    click(service, "ok_button_");
+    EXPECT_EQ(target.certName, "two");
+    EXPECT_EQ(target.certType, kCertTypeUsbKey);
+
+    target.certType = kCertTypeFile;
+    TLSCertDialog store(target, config, prompts);
+    store.show();
+    auto& files = Find<QListView>(store, "file_cert_list_");
+    ASSERT_EQ(files.model()->rowCount(), 1) << "a GM certificate is none for TLS";
+    files.setCurrentIndex(files.model()->index(0, 0));
+    click(store, "ok_button_");
+    EXPECT_EQ(target.fingerprint, file.fingerprint);
+    EXPECT_EQ(target.certType, kCertTypeFile);
+}
+
+TEST_F(CertDialogTest, AutomationTakesAMatchOrTellsThatThereIsNone) {
+    CertInfo target;
+    TLSCertDialog dialog(target, config, prompts);
+    QSignalSpy const failed(&dialog, &TLSCertDialog::AutoCertErrorExitSignal);
+    dialog.show();
+    dialog.onRecvCertInfo({named("one")});
+    CertInfo wanted = named("two");
+    wanted.certType = kCertTypeSystem;
+    dialog.AutoSetTLSCertInfo(wanted);
+    EXPECT_EQ(failed.size(), 1);
+    wanted.certName = "one";
+    dialog.AutoSetTLSCertInfo(wanted);
+    EXPECT_EQ(failed.size(), 1);
+    EXPECT_EQ(target.certName, "one");
+}
+
+TEST(CertRespond, ReadsWhatCanBeRead) {
+    std::string const der = derOf("Anna");
+    core::sslvpn::ALMsgCertRespondData reply;
+    reply.certList = {components::utils::Base64Encode(std::string("no certificate"), false),
+                      components::utils::Base64Encode(der, false)};
+    auto const certs = ReadCertRespond(core::sslvpn::CLMsgReplyJson::Build(reply));
+    ASSERT_TRUE(certs.has_value());
+    ASSERT_EQ(certs->size(), 1U);
+    EXPECT_EQ(certs->front().certName, "Anna");
+    EXPECT_EQ(certs->front().certData, der);
+    EXPECT_EQ(certs->front().fingerprint.size(), 40U);
+
+    test::LogCapture const log;
+    EXPECT_FALSE(ReadCertRespond("{}").has_value());
+    EXPECT_TRUE(log.Has("Failed to handle certificate respond"));
+}
+
+}  // namespace
+}  // namespace zorvanelink::ui

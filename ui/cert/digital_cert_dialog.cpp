@@ -1,0 +1,240 @@
+#include "ui/cert/digital_cert_dialog.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QHBoxLayout>
+
+#include "components/cert/pkcs12.h"
+#include "components/logger/logger.h"
+#include "components/utils/secret_string.h"
+#include "components/utils/sensitive_value.h"
+#include "ui/cert/cert_view_form.h"
+#include "ui/text/texts.h"
+#include "ui/widgets/push_button_ext.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+using components::logger::Log;
+namespace utils = components::utils;
+
+constexpr int kMaxPasswordBytes = 127;  // UTF-8
+constexpr QSize kBodySize{520, 440};    // pixels
+
+// The one place where the typed password becomes its stored form.
+std::string encodedSecret(SecretAnswer& answer) {
+    utils::SecretString const clear(answer.text.toStdString());
+    answer.text.fill(QChar());
+    return utils::EncodeSensitiveValue(clear.Get());
+}
+
+}  // namespace
+
+DigitalCertDialog::DigitalCertDialog(CertInfo* target, Config& config, Prompts& prompts,
+                                     QWidget* parent)
+    : ZVLDialog(parent),
+      target_(target),
+      config_(config),
+      prompts_(prompts),
+      certBox_(new CertViewBox(Body())) {
+    setObjectName(QStringLiteral("digital_cert_dialog_"));
+    setWindowTitle(GetTrMsg(target != nullptr ? MsgCode::UI_INFO_DIGITAL_CERTIFICATE
+                                              : MsgCode::UI_TR_CLIENT_CERT_MANAGEMENT));
+    certBox_->setAccessibleName(windowTitle());
+    auto* column = new QVBoxLayout(Body());
+    column->setContentsMargins(20, 16, 20, 20);
+    column->setSpacing(16);
+    column->addWidget(buildHead());
+    column->addWidget(certBox_, 1);
+    column->addWidget(buildFoot());
+    Body()->setFixedSize(kBodySize);
+    connect(certBox_, &CertViewBox::SelectCert, this, &DigitalCertDialog::OnSelectCert);
+    InitCertView();
+}
+
+QWidget* DigitalCertDialog::buildHead() {
+    auto* bar = new QWidget(Body());
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(8);
+    import_ = new QPushButtonExt(GetTrMsg(MsgCode::UI_TR_IMPORT), bar);
+    import_->setObjectName(QStringLiteral("btn_import_"));
+    import_->setProperty("outline", true);
+    delete_ = new QPushButtonExt(GetTrMsg(MsgCode::UI_TR_DELETE), bar);
+    delete_->setObjectName(QStringLiteral("btn_delete_"));
+    row->addWidget(import_);
+    row->addWidget(delete_);
+    row->addStretch();
+    connect(import_, &QPushButton::clicked, this, &DigitalCertDialog::OnBtnImportClicked);
+    connect(delete_, &QPushButton::clicked, this, &DigitalCertDialog::OnBtnDeleteClicked);
+    return bar;
+}
+
+QWidget* DigitalCertDialog::buildFoot() {
+    auto* bar = new QWidget(Body());
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(12);
+    row->addStretch();
+    if (target_ != nullptr) {
+        auto* cancel = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_CANCEL), bar);
+        cancel->setObjectName(QStringLiteral("btn_cancel_"));
+        row->addWidget(cancel);
+        connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    }
+    auto* ok = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_OK), bar);
+    ok->setObjectName(QStringLiteral("btn_ok_"));
+    ok->setDefault(true);
+    row->addWidget(ok);
+    connect(ok, &QPushButton::clicked, this, &DigitalCertDialog::OnBtnOkClicked);
+    return bar;
+}
+
+void DigitalCertDialog::InitCertView() {
+    for (auto const& [fingerprint, cert] : config_.clientCerts) {
+        QWidget* const view = AddCertView(cert);
+        if (target_ != nullptr && fingerprint == target_->fingerprint) {
+            certBox_->SetSelectedCertWidget(view);
+            OnSelectCert(view);
+        }
+    }
+    CertViewPage* const stop = certBox_->TabStop();
+    QPushButton* const first = stop != nullptr ? stop->SelectButton() : import_;
+    first->setFocus();
+}
+
+// The rows come between the buttons above and below them, in the order shown.
+void DigitalCertDialog::orderTabs() {
+    QWidget* last = delete_;
+    for (CertViewPage const* page : certBox_->Pages()) {
+        setTabOrder(last, page->SelectButton());
+        setTabOrder(page->SelectButton(), page->FoldButton());
+        last = page->FoldButton();
+    }
+}
+
+QWidget* DigitalCertDialog::AddCertView(CertInfo const& cert) {
+    QString const prefix = cert.isTls ? QString() : QStringLiteral("[GMSSL] ");
+    auto* form = new CertViewForm(
+        prefix + QString::fromStdString(cert.commonName), QString::fromStdString(cert.issuer),
+        QString::fromStdString(cert.validFrom), QString::fromStdString(cert.validTo));
+    certBox_->addWidget(form->Name(), form);
+    certs_[form] = &cert;
+    orderTabs();
+    return form;
+}
+
+void DigitalCertDialog::OnSelectCert(QWidget* widget) {
+    selected_ = widget;
+}
+
+void DigitalCertDialog::OnBtnImportClicked() {
+    if (config_.clientCerts.size() >= Config::kMaxClientCertNum) {
+        critical(GetTrMsg(MsgCode::UI_TR_CERT_FILE_NUM_LIMIT));
+        return;
+    }
+    FileRequest request;
+    request.parent = this;
+    request.title = GetTrMsg(MsgCode::UI_INFO_SELECT_PERSONAL_CERTIFICATE);
+    request.startPath = QDir::homePath();
+    request.filter = GetTrMsg(MsgCode::UI_TR_PERSONAL_CERT_FILE_SUFFIX);
+    std::optional<QString> const path = prompts_.ChooseFile(request);
+    if (!path) {
+        return;
+    }
+    std::optional<std::string> const pin = InputPincode(*path);
+    if (!pin) {
+        Log().error("Input pincode error");
+        return;
+    }
+    CertInfo cert;
+    cert.filePath = path->toStdString();
+    cert.pin = *pin;
+    if (std::optional<QString> const refusal = refusalOf(cert, *path)) {
+        critical(*refusal);
+        return;
+    }
+    store(cert);
+}
+
+std::optional<std::string> DigitalCertDialog::InputPincode(QString const& path) {
+    SecretRequest request;
+    request.parent = this;
+    request.title = GetTrMsg(MsgCode::UI_TR_IMPORT);
+    request.label = GetTrMsg(MsgCode::UI_TR_PLEASE_INPUT_CERT_PWD);
+    request.label2 = QFileInfo(path).fileName();
+    request.okButton = GetTrMsg(MsgCode::UI_INFO_OK);
+    request.cancelButton = GetTrMsg(MsgCode::UI_INFO_CANCEL);
+    request.maxUtf8Length = kMaxPasswordBytes;
+    request.tooLongMessage = GetTrMsg(MsgCode::UI_TR_ERR_PIN_CODE_LENGTH);
+    std::optional<SecretAnswer> answer = prompts_.InputSecret(request);
+    return answer ? std::optional(encodedSecret(*answer)) : std::nullopt;
+}
+
+std::optional<QString> DigitalCertDialog::refusalOf(CertInfo& cert, QString const& path) const {
+    int const result = utils::ParsePkcs12Cert(cert, false);
+    if (result == utils::kPkcs12WrongPin) {
+        return GetTrMsg(MsgCode::UI_TR_WRONG_CERT_PWD);
+    }
+    if (result != utils::kPkcs12Ok) {
+        Log().error("Failed to import cert file {} when reading cert", cert.filePath);
+        return GetTrMsg(MsgCode::UI_TR_IMPORT_CERT_FAILED);
+    }
+    if (cert.isTls && !cert.isRsa) {
+        return GetTrMsg(MsgCode::UI_TR_UNSUPPORTED_CERT_TYPE);
+    }
+    if (target_ != nullptr && cert.isTls != target_->isTls) {
+        return GetTrMsg(MsgCode::UI_TR_WRONG_CERT_SSL_TYPE);
+    }
+    if (config_.IsClientCertExist(cert)) {
+        return GetTrMsg(MsgCode::UI_TR_CERT_ALREADY_IMPORT).arg(path);
+    }
+    return std::nullopt;
+}
+
+void DigitalCertDialog::store(CertInfo const& cert) {
+    if (!config_.AddClientCert(cert)) {
+        critical(GetTrMsg(MsgCode::UI_TR_FILE_NOT_WRITABLE));
+        return;
+    }
+    QWidget* const view = AddCertView(*config_.GetClientCert(cert.fingerprint));
+    config_.Save();
+    certBox_->ShowCertWidget(view);
+}
+
+void DigitalCertDialog::OnBtnDeleteClicked() {
+    auto const chosen = certs_.find(selected_);
+    if (chosen == certs_.end()) {
+        critical(GetTrMsg(MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE));
+        return;
+    }
+    if (!prompts_.Question(
+            this, GetTrMsg(MsgCode::UI_WARNING), GetTrMsg(MsgCode::UI_TR_SURE_TO_DELETE_CERT),
+            GetTrMsg(MsgCode::UI_INFO_YES), GetTrMsg(MsgCode::UI_INFO_NO), Prompts::Default::kNo)) {
+        return;
+    }
+    Log().info("Delete cert: [{}]", chosen->second->commonName);
+    if (!config_.DeleteClientCert(*chosen->second)) {
+        critical(GetTrMsg(MsgCode::SDK_ERR_FAILED_DELETE_FILE));
+        return;
+    }
+    certBox_->deleteWidget(chosen->first);
+    certs_.erase(chosen);
+    selected_ = nullptr;
+    config_.Save();
+}
+
+void DigitalCertDialog::OnBtnOkClicked() {
+    if (target_ != nullptr) {
+        auto const chosen = certs_.find(selected_);
+        *target_ = chosen != certs_.end() ? *chosen->second : CertInfo();
+    }
+    accept();
+}
+
+void DigitalCertDialog::critical(QString const& text) {
+    prompts_.Critical(this, GetTrMsg(MsgCode::UI_ERROR), text, GetTrMsg(MsgCode::UI_INFO_OK));
+}
+
+}  // namespace zorvanelink::ui
