@@ -52,7 +52,7 @@ class CertDialogTest : public ConfigTest {
     }
     void expectImport(QString const& path, char const* password) {
         prompts.ExpectFile(path);
-        prompts.ExpectSecret(SecretAnswer{QString::fromUtf8(password), false});
+        prompts.ExpectSecret(test::SecretOf(password));
     }
 
     Config config;
