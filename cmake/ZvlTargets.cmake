@@ -81,12 +81,16 @@ function(zvl_executable name kind)
   zvl_apply_kind(${name} ${kind})
 endfunction()
 
-# zvl_test(name STD|CORE|QT SOURCES ... LINKS ... [LOCK resource])
+# What has threads and is worth the thread sanitizer; its tests carry the label "threads".
+add_custom_target(zvl_threaded_tests)
+
+# zvl_test(name STD|CORE|QT SOURCES ... LINKS ... [LOCK resource] [THREADS])
 # A GoogleTest program whose cases ctest lists one by one. LOCK serialises programs that share a
-# resource of the machine, such as the port file. QT programs get a QApplication on the offscreen
-# platform; every program gets a HOME and XDG folders of its own.
+# resource of the machine, such as the port file. THREADS makes it one of zvl_threaded_tests. QT
+# programs get a QApplication on the offscreen platform; every program gets a HOME and XDG folders
+# of its own.
 function(zvl_test name kind)
-  cmake_parse_arguments(ARG "" "LOCK" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "THREADS" "LOCK" "SOURCES;LINKS" ${ARGN})
   if(kind STREQUAL "QT")
     set(main zvl_test_main_qt Qt5::Test)
   else()
@@ -97,6 +101,14 @@ function(zvl_test name kind)
   set(properties TIMEOUT 120)
   if(ARG_LOCK)
     list(APPEND properties RESOURCE_LOCK ${ARG_LOCK})
+  endif()
+  if(ARG_THREADS)
+    list(APPEND properties LABELS threads)
+    add_dependencies(zvl_threaded_tests ${name})
+  endif()
+  if(ZVL_SANITIZE STREQUAL "thread")
+    list(APPEND properties
+      ENVIRONMENT "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp")
   endif()
   gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()

@@ -40,10 +40,13 @@ bool AppCtrl::Init(QString const& file_path) {
         return false;
     }
     QJsonParseError error;
-    document = QJsonDocument::fromJson(bytes, &error).object();
+    QJsonDocument const json = QJsonDocument::fromJson(bytes, &error);
+    document = json.object();
     if (error.error != QJsonParseError::NoError) {
         Log().error("App control config [{}] is no JSON: {} at byte {}", path.toStdString(),
                     error.errorString().toStdString(), error.offset);
+    } else if (!json.isObject()) {
+        Log().error("App control config [{}] holds no object", path.toStdString());
     }
     QVariantMap const map = document.toVariantMap();
     auto const flag = [&map](char const* key) {

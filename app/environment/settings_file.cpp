@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QTextCodec>
 #include <cstdio>
 
 #include "app/environment/paths.h"
@@ -14,6 +15,41 @@ namespace zorvanelink::ui {
 namespace {
 
 QString const kDraftSuffix = QStringLiteral(".save-");
+
+// UTF-8 for writing. QSettings hands over one UTF-16 unit at a time, and the plain codec makes
+// question marks of the halves of a character outside the first plane. GUI thread.
+class UnitwiseUtf8 : public QTextCodec {
+  public:
+    QByteArray name() const override { return QByteArrayLiteral("UTF-8-unitwise"); }
+    int mibEnum() const override { return kPrivateMib; }
+
+  protected:
+    QString convertToUnicode(char const* bytes, int size, ConverterState*) const override {
+        return QString::fromUtf8(bytes, size);
+    }
+    QByteArray convertFromUnicode(QChar const* units, int size, ConverterState*) const override {
+        QString text(units, size);
+        if (!text.isEmpty() && text.at(0).isLowSurrogate() && !high_half_.isNull()) {
+            text.prepend(high_half_);
+        }
+        high_half_ = QChar();  // one that found no other half belongs to no text
+        if (!text.isEmpty() && text.at(text.size() - 1).isHighSurrogate()) {
+            high_half_ = text.at(text.size() - 1);
+            text.chop(1);
+        }
+        return text.toUtf8();
+    }
+
+  private:
+    static constexpr int kPrivateMib = -4711;
+    mutable QChar high_half_;
+};
+
+// Qt owns every codec and deletes it at the end of the program.
+QTextCodec* writingCodec() {
+    static QTextCodec* const codec = new UnitwiseUtf8;
+    return codec;
+}
 
 // A link to the file stays a link.
 QString resolved(QString const& path) {
@@ -30,13 +66,23 @@ QString textOf(QVariant const& value) {
                                                 : value.toString();
 }
 
-bool sameSettings(QSettings const& expected, QSettings const& found) {
-    QStringList const keys = expected.allKeys();
-    if (found.allKeys() != keys || found.status() != QSettings::NoError) {
+// A file made elsewhere may hold keys and texts that no program can get at or write again: an empty
+// section, another spelling of "General", half a character. They must not stop every save.
+bool isWritable(QSettings const& file, QString const& key) {
+    static QString const general = QStringLiteral("General/");
+    bool const other_spelling =
+        key.startsWith(general, Qt::CaseInsensitive) && !key.startsWith(general);
+    return !key.isEmpty() && !other_spelling && file.contains(key) &&
+           textOf(file.value(key)).isValidUtf16();
+}
+
+bool holdsAllOf(QSettings const& expected, QSettings const& found) {
+    if (found.status() != QSettings::NoError) {
         return false;
     }
-    for (QString const& key : keys) {
-        if (textOf(found.value(key)) != textOf(expected.value(key))) {
+    for (QString const& key : expected.allKeys()) {
+        if (isWritable(expected, key) &&
+            (!found.contains(key) || textOf(found.value(key)) != textOf(expected.value(key)))) {
             return false;
         }
     }
@@ -58,7 +104,7 @@ bool RewriteSettings(QString const& path, std::function<bool(QSettings&)> const&
         return false;
     }
     QSettings file(draft, QSettings::IniFormat);
-    file.setIniCodec("UTF-8");
+    file.setIniCodec(writingCodec());
     if (!change(file)) {
         return false;
     }
@@ -71,7 +117,7 @@ bool RewriteSettings(QString const& path, std::function<bool(QSettings&)> const&
     }
     QSettings readBack(written, QSettings::IniFormat);
     readBack.setIniCodec("UTF-8");
-    return sameSettings(file, readBack) && replaceBy(written, target);
+    return holdsAllOf(file, readBack) && replaceBy(written, target);
 }
 
 void RemoveSettingsDrafts(QString const& path) {

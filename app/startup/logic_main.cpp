@@ -1,6 +1,7 @@
 #include "app/startup/logic_main.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QFontDatabase>
 #include <QTranslator>
 
@@ -27,10 +28,22 @@ namespace utils = components::utils;
 
 // Before anything logs: the folder and the name that tell these files from the service's.
 void initLogger() {
-    MakePrivateDir(GetAppDataDirPath());
-    MakePrivateDir(GetAppLogDirPath());
+    bool const isPrivate =
+        MakePrivateDir(GetAppDataDirPath()) && MakePrivateDir(GetAppLogDirPath());
     Logger::SetDefaultLogPath(GetAppLogDirPath().toStdString());
     Logger::SetDefaultLogName("uizlink");
+    if (!isPrivate) {
+        Log().error("Failed to make a private folder [{}]", GetAppLogDirPath().toStdString());
+    }
+}
+
+// The control file may have put the data elsewhere. A folder that stands keeps its mode: it may be
+// one that others use.
+void makeDataFolder() {
+    QString const folder = GetAppDataDirPath();
+    if (!QFileInfo::exists(folder) && !MakePrivateDir(folder)) {
+        Log().error("Failed to make a private folder [{}]", folder.toStdString());
+    }
 }
 
 // Widgets need no OpenGL, and looking for it costs most of the start and of the memory.
@@ -100,6 +113,7 @@ int LogicMain(int argc, char** argv, std::vector<std::string> args) {
 
     // What the user's machine and the packager say.
     AppCtrl::Instance().Init();
+    makeDataFolder();
     InitDefaultFont();
     MigrateOldAppResource();
     copyResources();

@@ -105,26 +105,31 @@ void Logger::ShutDown() {
 Logger::Logger(std::string const& name, std::string const& path, unsigned max_size,
                unsigned max_files)
     : name_(name) {
+    std::string failure;
     if (enable_file_log_ && !path.empty()) {
-        initFileLogger(name, path, max_size, max_files);
+        failure = initFileLogger(name, path, max_size, max_files);
     }
     if (enable_console_log_ && !name.empty()) {
         initConsoleLogger(name);
     }
     spdlog::flush_every(kFlushPeriod);
+    if (!failure.empty()) {  // only now is there a console to say it on
+        error("Log goes to the console alone: {}", failure);
+    }
 }
 
-void Logger::initFileLogger(std::string const& name, std::string const& path, unsigned max_size,
-                            unsigned max_files) {
+std::string Logger::initFileLogger(std::string const& name, std::string const& path,
+                                   unsigned max_size, unsigned max_files) {
     std::string const file = path.ends_with(".log") ? path : path + "/" + name + ".log";
     try {
         file_ = spdlog::rotating_logger_mt("file" + name, file, max_size, max_files);
-    } catch (spdlog::spdlog_ex const&) {  // the console alone has to do
-        return;
+    } catch (spdlog::spdlog_ex const& error) {  // the console alone has to do
+        return error.what();
     }
     file_->enable_backtrace(kBacktraceLines);
     file_->set_pattern(kFilePattern);
     setLogLevel(LOG_LEVEL::info);
+    return {};
 }
 
 void Logger::initConsoleLogger(std::string const& name) {

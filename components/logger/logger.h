@@ -2,7 +2,7 @@
 //
 // Threads: every call may come from any thread. Errors: a log call never reports, what fails while
 // it writes goes to spdlog's error handler; a file that cannot be created leaves the logger with
-// the console alone.
+// the console alone, which says so.
 #pragma once
 
 #include <fmt/core.h>
@@ -95,8 +95,9 @@ class Logger {
     }
     void vwrite(LOG_LEVEL level, fmt::string_view format, fmt::format_args args);
     void writeBytes(std::string const& format, std::string_view bytes);
-    void initFileLogger(std::string const& name, std::string const& path, unsigned max_size,
-                        unsigned max_files);
+    // Answers why there is no file; empty when there is one.
+    std::string initFileLogger(std::string const& name, std::string const& path, unsigned max_size,
+                               unsigned max_files);
     void initConsoleLogger(std::string const& name);
 
     std::string name_;

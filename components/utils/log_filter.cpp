@@ -139,6 +139,12 @@ std::vector<std::string> const g_filter_word{"password",          "pinCode",
                                              "newPassword",       "currentPassword",
                                              "encryptedPassword", "encryptedPinCode"};
 
+std::vector<std::string> const g_message_filter_word = [] {
+    std::vector<std::string> words = g_filter_word;
+    words.insert(words.end(), {"pkcs12CertFileData", "certData", "secondAuthCode"});
+    return words;
+}();
+
 std::string FilterJsonStr(std::vector<std::string> const& words, std::string const& json) {
     std::string text = json;
     for (std::string const& word : words) {

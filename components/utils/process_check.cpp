@@ -73,7 +73,7 @@ class Judge {
     bool seen_one_ = false;
 };
 
-enum class Answer { kNo, kYes, kNotRun };
+enum class Answer { kNo, kYes, kNotRun, kNothingListed };
 
 // Format is the log line of a piece, with the command and the piece.
 Answer search(std::string const& command, Judge judge,
@@ -85,9 +85,11 @@ Answer search(std::string const& command, Judge judge,
         return Answer::kNotRun;
     }
     std::array<char, kPieceSize> buffer{};
+    Answer answer = Answer::kNothingListed;
     while (std::fgets(buffer.data(), static_cast<int>(buffer.size()), pipe.get()) != nullptr) {
         std::string_view const piece(buffer.data());
         judge.follow(piece);
+        answer = Answer::kNo;
         if (piece.find(kIgnoredLauncher) != std::string_view::npos) {
             continue;
         }
@@ -96,7 +98,7 @@ Answer search(std::string const& command, Judge judge,
             return Answer::kYes;
         }
     }
-    return Answer::kNo;
+    return answer;
 }
 
 }  // namespace
@@ -114,10 +116,15 @@ bool CheckRunningUIProcessByName(std::string const& name, bool skipSelf) {
     Judge const judge(name, skipSelf);
     Answer answer = search("ps -ef|grep \"" + name + "$\" |grep -v grep", judge,
                            "Excute cmd {} with result {} in check process");
-    if (answer == Answer::kNo) {
+    if (answer == Answer::kNo || answer == Answer::kNothingListed) {
         // A process that was started with arguments.
-        answer = search("ps -ef|grep \"" + name + " \" |grep -v grep", judge,
-                        "Excute cmd2 {} with result {} in check process");
+        Answer const withArguments = search("ps -ef|grep \"" + name + " \" |grep -v grep", judge,
+                                            "Excute cmd2 {} with result {} in check process");
+        if (answer == withArguments && answer == Answer::kNothingListed) {
+            // Not even the own process.
+            Log().warning("No process {} in the process table, is ps missing", name);
+        }
+        answer = withArguments;
     }
     return answer == Answer::kYes;
 }

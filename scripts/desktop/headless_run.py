@@ -76,6 +76,7 @@ class Session:
         say = self._say
         self._client.start()
         self._label("the window waits for the service", say.wait)
+        self._screenshot("waiting")
         self._service.start()
         self._label("the service is found", say.ready)
         self._label("not connected", say.disconnected)
@@ -91,6 +92,7 @@ class Session:
             lambda: widgets.click("push button", button),
         )
         self._label("the session begins", say.connecting)
+        self._screenshot("connecting")
         self._label("the session stands", say.online)
 
     def _stay_online(self):

@@ -4,7 +4,7 @@ import time
 
 from waiting import NotSeen
 
-_WIDTH = 62
+_WIDTH = 72
 
 
 class Steps:

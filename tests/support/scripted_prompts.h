@@ -7,9 +7,15 @@
 #include <deque>
 #include <variant>
 
+#include "components/utils/sensitive_value.h"
 #include "ui/widgets/prompts.h"
 
 namespace zorvanelink::test {
+
+// What a prompt answers when the user has typed that.
+inline ui::SecretAnswer SecretOf(std::string const& typed, bool remember = false) {
+    return {components::utils::EncodeSensitiveValue(typed), remember};
+}
 
 class ScriptedPrompts : public ui::Prompts {
   public:

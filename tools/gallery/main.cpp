@@ -14,7 +14,6 @@
 #include "ui/widgets/fonts.h"
 #include "ui/widgets/input_dialog.h"
 #include "ui/widgets/style.h"
-#include "ui/widgets/wait_form.h"
 #include "ui/widgets/zvl_message_box.h"
 
 namespace zorvanelink::gallery {
@@ -76,53 +75,38 @@ void save(QString const& name, QWidget& window, QWidget* front = nullptr) {
     image.save(QStringLiteral("%1/%2%3.png").arg(g_folder, name, g_suffix));
 }
 
-std::unique_ptr<SampleWindow> sample(ConnectStatus status) {
-    auto window = std::make_unique<SampleWindow>();
-    bool const chinese = ui::IsChineseDisplayLangguage();
-    window->AddCard(chinese ? "总部" : "Head office", "vpn.example.com", "alice", false, true);
-    window->AddCard(chinese ? "杭州实验室" : "Lab Hangzhou", "203.0.113.9", "alice.chen", true);
-    window->AddCard("Emergency access with a very long name of a connection",
-                    "a-very-long-gateway-name.region-7.example.com",
-                    "a.user.name.that.is.much.longer.than.its.place@example.com");
-    window->SetStatus(status);
-    if (status != ConnectStatus::Disconnected) {
-        window->FillTunnel();
-    }
-    window->show();
-    return window;
+void online() {
+    SampleWindow sample;
+    sample.GoTo(ConnectStatus::Connected, true);
+    save(QStringLiteral("window-statistics"), sample.Window());
+    sample.Tunnel().ShowTab(ui::TunnelView::kInterface);
+    save(QStringLiteral("window-interface"), sample.Window());
+    sample.Tunnel().ShowTab(ui::TunnelView::kRoute);
+    sample.Tunnel().Routes().onRouteItemClicked(0);
+    save(QStringLiteral("window-routes"), sample.Window());
 }
 
 void windows() {
-    save(QStringLiteral("window-disconnected"), *sample(ConnectStatus::Disconnected));
-    save(QStringLiteral("window-connecting"), *sample(ConnectStatus::Connecting));
-    save(QStringLiteral("window-reconnecting"), *sample(ConnectStatus::Reconnecting));
-    auto online = sample(ConnectStatus::Connected);
-    online->Tunnel().SetWarning(GetTrMsg(MsgCode::WARNING_NO_IPV6_ADDR));
-    save(QStringLiteral("window-statistics"), *online);
-    online->Tunnel().SetWarning({});
-    online->Tunnel().ShowTab(ui::TunnelView::kInterface);
-    save(QStringLiteral("window-interface"), *online);
-    online->Tunnel().ShowTab(ui::TunnelView::kRoute);
-    online->Tunnel().Routes().onRouteItemClicked(0);
-    save(QStringLiteral("window-routes"), *online);
-    auto guide = std::make_unique<SampleWindow>();
-    guide->ShowGuide();
-    guide->show();
-    save(QStringLiteral("window-guide"), *guide);
-    auto waiting = sample(ConnectStatus::Disconnected);
-    ui::WaitForm wait(waiting.get(), 44);
-    wait.SetDesc(GetTrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE));
-    wait.show();
-    save(QStringLiteral("window-wait"), *waiting);
+    save(QStringLiteral("window-disconnected"), SampleWindow().Window());
+    for (auto const& [status, name] : {std::pair(ConnectStatus::Connecting, "window-connecting"),
+                                       {ConnectStatus::Reconnecting, "window-reconnecting"}}) {
+        SampleWindow sample;
+        sample.GoTo(status);
+        save(QLatin1String(name), sample.Window());
+    }
+    online();
+    save(QStringLiteral("window-guide"), SampleWindow(SampleWindow::Content::kFirstUse).Window());
+    save(QStringLiteral("window-wait"),
+         SampleWindow(SampleWindow::Content::kCards, false).Window());
 }
 
 void box(QString const& name, ZVLMsgBoxType kind, QString const& title, QString const& text,
          ZVLMessageBox::Buttons const& buttons, int preset = 0) {
-    auto window = sample(ConnectStatus::Disconnected);
-    ZVLMessageBox shown(window.get(), kind, title, text, buttons);
+    SampleWindow sample;
+    ZVLMessageBox shown(&sample.Window(), kind, title, text, buttons);
     shown.SetDefaultButton(preset);
     shown.show();
-    save(name, *window, &shown);
+    save(name, sample.Window(), &shown);
 }
 
 void boxes() {
@@ -147,8 +131,8 @@ void boxes() {
 }
 
 void dialogs() {
-    auto window = sample(ConnectStatus::Connecting);
-    ui::InputDialog input(window.get());
+    SampleWindow sample;
+    ui::InputDialog input(&sample.Window());
     input.setWindowTitle(GetTrMsg(MsgCode::UI_INFO_INPUT_PINCODE));
     input.setLabelText(GetTrMsg(MsgCode::UI_TR_PLEASE_INPUT_CERT_PWD));
     input.setLabel2Text(QStringLiteral("alice-chen.p12"));
@@ -156,7 +140,7 @@ void dialogs() {
     input.setCheckBoxText(GetTrMsg(MsgCode::UI_INFO_REMEMBER_PWD));
     input.setRemember(true);
     input.show();
-    save(QStringLiteral("dialog-input"), *window, &input);
+    save(QStringLiteral("dialog-input"), sample.Window(), &input);
     ZVLMessageBox over(&input, ZVLMsgBoxType::kCritical, GetTrMsg(MsgCode::UI_ERROR),
                        GetTrMsg(MsgCode::UI_TR_ERR_PWD_LENGTH), {GetTrMsg(MsgCode::UI_INFO_OK)});
     over.show();

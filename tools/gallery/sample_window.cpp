@@ -1,180 +1,151 @@
 #include "tools/gallery/sample_window.h"
 
-#include <QEvent>
-#include <QPushButton>
-#include <QVBoxLayout>
+#include <QFile>
 
+#include "app/environment/globals.h"
+#include "app/environment/paths.h"
+#include "components/utils/sensitive_value.h"
+#include "core/clmsg_reply_json.h"
+#include "tests/support/wait.h"
 #include "ui/text/texts.h"
-#include "ui/widgets/style.h"
 
 namespace zorvanelink::gallery {
 
 using common::MsgCode;
+using core::sslvpn::CLMsgReplyJson;
+using test::WaitUntil;
 using ui::ConnectStatus;
-using ui::GetTrMsg;
 
 namespace {
 
-struct StateText {
-    MsgCode label;
-    MsgCode bar;
-    char const* icon;
-};
+constexpr int kOnlineSeconds = 754;
 
-StateText textsOf(ConnectStatus status) {
-    switch (status) {
-        case ConnectStatus::Connecting:
-            return {MsgCode::UI_INFO_CONNECTING, MsgCode::UI_TR_CHECK_AUTH_TYPE, "query_type.gif"};
-        case ConnectStatus::PrepareReconnecting:
-        case ConnectStatus::Reconnecting:
-            return {MsgCode::UI_INFO_RECONNECTING, MsgCode::UI_INFO_RECONNECTING,
-                    "loading_small.gif"};
-        case ConnectStatus::Connected:
-            return {MsgCode::UI_INFO_CONNECTED, MsgCode::UI_TR_STATE_CONNECTTED, "connectted.png"};
-        default:
-            return {MsgCode::UI_INFO_DISCONNECT, MsgCode::UI_TR_STATE_NORMAL, "normal.png"};
-    }
+char const* firstName() {
+    return ui::IsChineseDisplayLangguage() ? "总部" : "Head office";
 }
 
-}  // namespace
-
-SampleWindow::SampleWindow() : QWidget(nullptr, Qt::FramelessWindowHint) {
-    setAttribute(Qt::WA_TranslucentBackground);
-    setStyleSheet(ui::LoadStyle(QStringLiteral("controls")) +
-                  ui::LoadStyle(QStringLiteral("mainwindow")));
-    resize(960, 640);
-    auto* frame = new QFrame(this);
-    frame->setObjectName(QStringLiteral("window_frame_"));
-    auto* outer = new QVBoxLayout(this);
-    outer->setContentsMargins(0, 0, 0, 0);
-    outer->addWidget(frame);
-
-    auto* title = new ui::TitleBar(ui::TitleBar::Kind::kWindow, frame);
-    title->SetTitle(GetTrMsg(MsgCode::UI_INFO_ZORVANE_LINK));
-    status_ = new ui::StatusBarWidget(frame);
-    auto* right = new QFrame(frame);
-    right->setObjectName(QStringLiteral("right_panel_"));
-    auto* rightColumn = new QVBoxLayout(right);
-    rightColumn->setContentsMargins(0, 0, 0, 0);
-    tunnel_ = new ui::TunnelView(right);
-    rightColumn->addWidget(tunnel_);
-    auto* middle = new QHBoxLayout;
-    middle->setSpacing(0);
-    middle->addWidget(buildLeft());
-    middle->addWidget(right, 1);
-    auto* column = new QVBoxLayout(frame);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addWidget(title);
-    column->addLayout(middle, 1);
-    column->addWidget(status_);
-    list_->setFocus();
-    cover_ = new ui::DimCover(
-        this, QStringLiteral("background-color:rgba(0,0,0,50%);border-radius: 8px;"));
-}
-
-QWidget* SampleWindow::buildLeft() {
-    left_ = new QStackedWidget(this);
-    left_->setObjectName(QStringLiteral("left_panel_"));
-    left_->setFixedWidth(336);
-    auto* page = new QWidget(left_);
-    auto* heading = new QLabel(GetTrMsg(MsgCode::UI_INFO_CONNECT), page);
-    heading->setProperty("role", QStringLiteral("heading"));
-    auto* add = new QPushButton(GetTrMsg(MsgCode::UI_TR_ADD_CONNECTION), page);
-    add->setObjectName(QStringLiteral("add_button_"));
-    add->setProperty("outline", true);
-    list_ = new ui::StartListWidget(page);
-    auto* top = new QHBoxLayout;
-    top->setContentsMargins(16, 16, 16, 0);
-    top->addWidget(heading, 1);
-    top->addWidget(add);
-    auto* column = new QVBoxLayout(page);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(13);
-    column->addLayout(top);
-    auto* listRow = new QHBoxLayout;
-    listRow->setContentsMargins(13, 0, 2, 0);
-    listRow->addWidget(list_);
-    column->addLayout(listRow, 1);
-    left_->addWidget(page);
-    return left_;
-}
-
-void SampleWindow::AddCard(char const* name, char const* server, char const* user, bool gm,
-                           bool forgotPage) {
+std::shared_ptr<ui::Profile> makeProfile(char const* name, char const* server, char const* user) {
     auto profile = std::make_shared<ui::Profile>();
     profile->name = name;
     profile->server = server;
     profile->userName = user;
-    profile->loginMode = gm ? ui::kLoginModeGm : ui::kLoginModeTls;
-    profile->forgotPwdUrl = forgotPage ? "https://vpn.example.com/forgot" : "";
-    auto* card = new ui::ProfileTab(profile, list_);
-    list_->AddCard(card);
-    cards_.push_back(card);
-    card->SetSelected(cards_.size() == 1);
+    profile->authType = common::SupportedAuthType::kPwd;
+    profile->keepAuthType = true;
+    profile->password = components::utils::EncodeSensitiveValue("sample");
+    profile->rememberPassword = true;
+    return profile;
 }
 
-void SampleWindow::ShowGuide() {
-    left_->addWidget(new ui::UserGuide(left_));
-    left_->setCurrentIndex(1);
-    tunnel_->SetHint({});
-    status_->SetStatus(GetTrMsg(MsgCode::UI_TR_STATE_NORMAL),
-                       QStringLiteral(":/assets/images/normal.png"));
-}
-
-void SampleWindow::SetStatus(ConnectStatus status) {
-    StateText const texts = textsOf(status);
-    auto const& first = cards_.front()->GetProfile()->name;
-    QString const name = QString::fromStdString(first);
-    for (auto* card : cards_) {
-        card->NotifyConnectStatusTriggered(name, status);
+void writeSettings(SampleWindow::Content content) {
+    QFile::remove(ui::GetAppConfigFilePath());
+    ui::MakePrivateDir(ui::GetAppConfigDirPath());
+    ui::Config config;
+    config.autoMinimize = false;
+    if (content == SampleWindow::Content::kCards) {
+        bool const chinese = ui::IsChineseDisplayLangguage();
+        auto lab =
+            makeProfile(chinese ? "杭州实验室" : "Lab Hangzhou", "203.0.113.9", "alice.chen");
+        lab->loginMode = ui::kLoginModeGm;
+        config.AddProfiles(
+            {makeProfile(firstName(), "vpn.example.com", "alice"), lab,
+             makeProfile("Reserve access with a very long name of a connection",
+                         "a-very-long-gateway-name.region-7.example.com",
+                         "a.user.name.that.is.much.longer.than.its.place@example.com")},
+            false);
+        config.SetDefaultProfile(firstName());
     }
-    bool const idle = status == ConnectStatus::Disconnected;
-    tunnel_->SetHint(ui::Translate("Choose a connection on the left and press Connect."));
-    tunnel_->SetState(status, GetTrMsg(texts.label), idle ? QString() : name);
-    status_->SetStatus(GetTrMsg(texts.bar),
-                       QStringLiteral(":/assets/images/") + QLatin1String(texts.icon));
-    QString const count = QString::number(cards_.size());
-    tunnel_->SetDuration(status == ConnectStatus::Connected ? QStringLiteral("00:12:34")
-                                                            : QString());
-    status_->SetCountText(status == ConnectStatus::Connected
-                              ? GetTrMsg(MsgCode::UI_TR_STATUS_CONNECTED).arg(name, count)
-                              : GetTrMsg(MsgCode::UI_TR_STATUS_NO_CONNECTED).arg(count));
+    config.Save();
 }
 
-void SampleWindow::FillTunnel() {
-    auto const text = [](char const* latin) { return QString::fromLatin1(latin); };
-    tunnel_->SetStatistics({1572864, 356557, 12345, 4210, 0.5, 1.25});
-    tunnel_->SetInterface(
-        {{GetTrMsg(MsgCode::UI_TR_IPV4_NETWORK_ADDRESS), text("10.8.0.7")},
-         {GetTrMsg(MsgCode::UI_TR_IPV4_SUBNET_MASK), text("255.255.255.0")},
-         {GetTrMsg(MsgCode::UI_TR_IPV4_DEFAULT_GATEWAY), text("10.8.0.1")},
-         {GetTrMsg(MsgCode::UI_TR_IPV4_DNS_SERVER_ADDRESS), text("10.8.0.53; 10.8.1.53")},
-         {GetTrMsg(MsgCode::UI_TR_IPV4_WINS), {}},
-         {GetTrMsg(MsgCode::UI_TR_IPV6_NETWORK_ADDRESS), text("2001:db8:8:7:211:22ff:fe33:4455")},
-         {GetTrMsg(MsgCode::UI_TR_IPV6_SUBNET_MASK), text("64")},
-         {GetTrMsg(MsgCode::UI_TR_IPV6_DNS_SERVER_ADDRESS),
-          text("2001:db8:8:7::53; 2001:db8:8:8::53; 2001:db8:8:9::53")}});
-    std::vector<ui::RouteRow> ipv4;
-    for (auto const& [address, mask, metric] : {std::tuple("192.168.40.0", "255.255.255.0", "10"),
-                                                {"10.10.0.0", "255.255.0.0", "1"},
-                                                {"172.16.4.0", "255.255.252.0", "5"},
-                                                {"10.20.0.0", "255.255.0.0", "5"}}) {
-        ipv4.push_back(
-            {text(address), text(mask), text("10.8.0.1"), text("10.8.0.7"), text(metric)});
-    }
-    tunnel_->SetRoutes(std::move(ipv4),
-                       {{text("2001:db8:10:20:30:40:50:0"), text("112"), text("2001:db8:8:7::1"),
-                         text("2001:db8:8:7::7"), text("1")}});
+core::sslvpn::CLMsgReplyNetConfigData sampleNetwork() {
+    core::sslvpn::CLMsgReplyNetConfigData data;
+    data.profileName = firstName();
+    data.clientPrivateIP = "10.8.0.7";
+    data.prefix = 24;
+    data.vnicGatewayIP = "10.8.0.1";
+    data.dnsList = {"10.8.0.53", "10.8.1.53"};
+    data.clientPrivateIPv6 = "2001:db8:8:7:211:22ff:fe33:4455";
+    data.prefixIPv6 = 64;
+    data.vnicGatewayIPv6 = "2001:db8:8:7::1";
+    data.ipv6DnsList = {"2001:db8:8:7::53", "2001:db8:8:8::53", "2001:db8:8:9::53"};
+    data.routeList = {{"192.168.40.0", 24, 10},
+                      {"10.10.0.0", 16, 1},
+                      {"172.16.4.0", 22, 5},
+                      {"10.20.0.0", 16, 5}};
+    data.ipv6RouteList = {{"2001:db8:10:20:30:40:50:0", 112, 1}};
+    return data;
 }
 
-bool SampleWindow::event(QEvent* event) {
-    if (event->type() == QEvent::WindowBlocked) {
-        cover_->ToBack();
-    } else if (event->type() == QEvent::WindowUnblocked) {
-        cover_->ToFront();
+}  // namespace
+
+SampleWindow::SampleWindow(Content content, bool linked)
+    : service_(std::make_shared<test::FakeIpc>(linked)) {
+    ui::g_running_client = 0;
+    ui::g_quit = false;
+    writeSettings(content);
+    window_ = std::make_unique<ui::MainWindow>(
+        ui::MainWindow::Environment{config_, prompts_, [this] { return service_; }});
+    window_->show();
+    if (linked) {
+        WaitUntil([this] {
+            return window_->State().link == ui::LinkState::kLinked &&
+                   window_->findChild<ui::WaitForm*>()->isHidden();
+        });
     }
-    return QWidget::event(event);
+}
+
+ui::TunnelView& SampleWindow::Tunnel() {
+    return *window_->findChild<ui::TunnelView*>();
+}
+
+void SampleWindow::say(MsgCode code, bool warning) {
+    core::sslvpn::CLMsgCommonReplyData data;
+    data.profileName = firstName();
+    data.statusCode = code;
+    if (warning) {
+        data.warningCode = {static_cast<std::int32_t>(MsgCode::WARNING_NO_IPV6_ADDR)};
+    }
+    service_->Deliver(CLMsgReplyJson::Build(data));
+}
+
+void SampleWindow::sendTunnel() {
+    service_->Deliver(CLMsgReplyJson::Build(sampleNetwork()));
+    core::sslvpn::CLMsgReplyTunnelStatisticsData data;
+    data.profileName = firstName();
+    data.inbound_bytes = 1572864;
+    data.outbound_bytes = 356557;
+    data.inbound_packets = 12345;
+    data.outbound_packets = 4210;
+    data.inbound_comp_ratio = 0.5;
+    data.outbound_comp_ratio = 1.25;
+    service_->Deliver(CLMsgReplyJson::Build(data));
+}
+
+void SampleWindow::GoTo(ConnectStatus status, bool warning) {
+    auto* const cards = window_->findChild<ui::StartListWidget*>();
+    for (int row = 0; row < cards->count(); ++row) {
+        ui::ProfileTab* const card = cards->CardAt(row);
+        if (card->GetProfile()->name == firstName()) {
+            card->onConnButtonTriggered();
+        }
+    }
+    WaitUntil([this] { return !service_->Sent().empty(); });
+    say(MsgCode::CONNECTING);
+    if (status != ConnectStatus::Connecting) {
+        sendTunnel();
+        say(MsgCode::ONLINE, warning);
+    }
+    if (status == ConnectStatus::Reconnecting) {
+        say(MsgCode::RECONNECTING);
+    }
+    WaitUntil([this, status] { return window_->State().status == status; });
+    if (status == ConnectStatus::Connected) {
+        // The views follow with the next tick.
+        config_.GetProfile(firstName())->context.connectTime =
+            QDateTime::currentDateTime().addSecs(-kOnlineSeconds);
+        auto* const detail = window_->findChild<QLabel*>(QStringLiteral("state_detail_"));
+        WaitUntil([detail] { return detail->text().contains(QLatin1String("00:12")); });
+    }
 }
 
 }  // namespace zorvanelink::gallery

@@ -1,48 +1,34 @@
-// A main window of sample data: the program's own widgets without anything behind them.
+// The program's main window with sample connections, and a service that says what it is told to.
 #pragma once
 
-#include <QStackedWidget>
-#include <QWidget>
-#include <vector>
+#include <memory>
 
-#include "ui/cards/start_list_widget.h"
-#include "ui/cards/user_guide.h"
-#include "ui/tunnel/tunnel_view.h"
-#include "ui/widgets/dim_cover.h"
-#include "ui/widgets/status_bar_widget.h"
-#include "ui/widgets/title_bar.h"
+#include "tests/support/fake_ipc.h"
+#include "ui/shell/main_window.h"
 
 namespace zorvanelink::gallery {
 
-class SampleWindow : public QWidget {
-    Q_OBJECT
-
+class SampleWindow {
   public:
-    SampleWindow();
+    enum class Content { kCards, kFirstUse };
 
-    void AddCard(char const* name, char const* server, char const* user, bool gm = false,
-                 bool forgotPage = false);
-    void ShowGuide();
-    // Every card and view as with that state of the first connection.
-    void SetStatus(ui::ConnectStatus status);
-    void FillTunnel();
+    // `linked` false: the service is never found, so the wait form stands.
+    explicit SampleWindow(Content content = Content::kCards, bool linked = true);
 
-    ui::TunnelView& Tunnel() { return *tunnel_; }
-    ui::StatusBarWidget& StatusBar() { return *status_; }
-    std::vector<ui::ProfileTab*> const& Cards() const { return cards_; }
+    // The first connection is started and reaches that state.
+    void GoTo(ui::ConnectStatus status, bool warning = false);
 
-  protected:
-    bool event(QEvent* event) override;
+    ui::MainWindow& Window() { return *window_; }
+    ui::TunnelView& Tunnel();
 
   private:
-    QWidget* buildLeft();
+    void say(common::MsgCode code, bool warning = false);
+    void sendTunnel();
 
-    QStackedWidget* left_ = nullptr;
-    ui::StartListWidget* list_ = nullptr;
-    ui::TunnelView* tunnel_ = nullptr;
-    ui::StatusBarWidget* status_ = nullptr;
-    ui::DimCover* cover_ = nullptr;
-    std::vector<ui::ProfileTab*> cards_;
+    ui::Config config_;
+    ui::DialogPrompts prompts_;
+    std::shared_ptr<test::FakeIpc> service_;
+    std::unique_ptr<ui::MainWindow> window_;
 };
 
 }  // namespace zorvanelink::gallery

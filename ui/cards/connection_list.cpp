@@ -19,7 +19,7 @@ ConnectionList::ConnectionList(StartListWidget& list, Config& config, QObject* p
 }
 
 void ConnectionList::RefreshConnList() {
-    if (g_running_client != 0) {
+    if (g_running_client != 0 || status_ != ConnectStatus::Disconnected) {
         Log().info("Not refresh connection list now");
         refreshDue_ = true;
         return;
@@ -37,6 +37,7 @@ void ConnectionList::RefreshConnList() {
             disconnect(this, nullptr, tab, nullptr);
         }
         tabs_.clear();
+        selected_.clear();
         list_.clear();
         for (auto const& [name, profile] : profiles) {
             addCard(profile);
@@ -53,6 +54,7 @@ void ConnectionList::RefreshConnList() {
 
 void ConnectionList::addCard(std::shared_ptr<Profile> const& profile) {
     auto* const tab = new ProfileTab(profile, &list_);
+    tab->SetMenu(menu_);
     list_.AddCard(tab);
     tab->SetAdapterUsable(adapterUsable_);
     // Queued: what a click starts may delete the card.
@@ -68,7 +70,9 @@ void ConnectionList::addCard(std::shared_ptr<Profile> const& profile) {
             Qt::QueuedConnection);
     connect(tab, &ProfileTab::Pending, this, [this](QString const& name, bool pending) {
         SetPending(pending ? name.toStdString() : std::string());
-        if (!pending) {
+        if (pending) {
+            SetCurrntProfileTabbyProfileName(name);
+        } else {
             Q_EMIT PendingEnded(name);
         }
     });
@@ -123,15 +127,24 @@ void ConnectionList::SetCurrntProfileTabbyProfileName(QString const& name) {
 }
 
 void ConnectionList::SetRunning(std::string const& name, ConnectStatus status) {
-    running_ = status == ConnectStatus::Disconnected ? std::string() : name;
-    status_ = status;
+    bool const refusal =
+        status == ConnectStatus::Disconnected && !running_.empty() && running_ != name;
     SetPending({});
     Q_EMIT NotifyConnectStatus(QString::fromStdString(name), status);
+    if (refusal) {
+        Q_EMIT NotifyConnectStatus(QString::fromStdString(running_), status_);
+        return;
+    }
+    running_ = status == ConnectStatus::Disconnected ? std::string() : name;
+    status_ = status;
 }
 
 void ConnectionList::SetPending(std::string const& name) {
     for (auto const& [other, tab] : tabs_) {
         tab->SetOtherPending(!name.empty() && other != name);
+        if (other == name) {
+            tab->AwaitStatus();
+        }
     }
 }
 

@@ -18,6 +18,9 @@ class ConnectionList : public QObject {
   public:
     ConnectionList(StartListWidget& list, Config& config, QObject* parent = nullptr);
 
+    // What the menus of the cards offer; for the cards made from here on.
+    void SetMenu(CardMenu menu) { menu_ = menu; }
+
     // Rebuilds the cards from the settings. While a connection runs it is only remembered, and
     // done when the connection has ended.
     void RefreshConnList();
@@ -32,7 +35,8 @@ class ConnectionList : public QObject {
     // Runs a refresh that was refused while a connection ran.
     void RefreshIfDue();
 
-    // The state of every card follows from these three.
+    // The state of every card follows from these three. Disconnected for a card whose start was
+    // refused leaves the running one as it is.
     void SetRunning(std::string const& name, ConnectStatus status);
     void SetPending(std::string const& name);  // empty: none
     void SetAdapterUsable(bool usable);
@@ -63,6 +67,7 @@ class ConnectionList : public QObject {
     Config& config_;
     std::unordered_map<std::string, ProfileTab*> tabs_;
     std::string selected_;
+    CardMenu menu_;
     std::string running_;
     ConnectStatus status_ = ConnectStatus::Disconnected;
     bool adapterUsable_ = true;

@@ -64,7 +64,7 @@ void ProfileTab::Start(bool retry) {
             Log().info("Clear password when not remember");
             profile->password.clear();
         }
-        queryAuthType = !profile->keepAuthType;
+        queryAuthType = !profile->keepAuthType || profile->authType == SupportedAuthType::kNone;
     }
     profile->tempCredential = !profile->rememberPassword;
     g_running_client = 1;
@@ -80,17 +80,25 @@ void ProfileTab::Stop() {
 
 void ProfileTab::onConnButtonTriggered() {
     CardAction const action = action_;
-    pending_ = true;
-    ConnectButtonEnable(false);
+    AwaitStatus();
     setFocus();
-    updateMenu();
-    connButtonDisableTimer->start(connButtonDisableMs);
     Q_EMIT Pending(QString::fromStdString(profile->name), true);
     if (action == CardAction::kConnect) {
         Start(false);
     } else {
         Stop();
     }
+}
+
+void ProfileTab::AwaitStatus() {
+    if (pending_) {
+        return;
+    }
+    pending_ = true;
+    ConnectButtonEnable(false);
+    menu_panel_->setEnabled(false);
+    updateMenu();
+    connButtonDisableTimer->start(connButtonDisableMs);
 }
 
 void ProfileTab::onStartConnect(QString const&, bool) {

@@ -19,11 +19,20 @@ namespace zorvanelink::ui {
 inline constexpr int kCardWidth = 309;  // pixels, with the room of the soft ring
 inline constexpr int kCardHeight = 138;
 
+// The entries of a card's menu that somebody answers; the others are not shown.
+struct CardMenu {
+    bool modify = false;
+    bool remove = false;
+    bool forgotPassword = false;  // and the profile has a page for it
+};
+
 class ProfileTab : public QWidget {
     Q_OBJECT
 
   public:
     explicit ProfileTab(std::shared_ptr<Profile> profile, QWidget* parent = nullptr);
+
+    void SetMenu(CardMenu menu);
 
     std::shared_ptr<Profile> GetProfile() const { return profile; }
     ConnectStatus Status() const { return status_; }
@@ -38,6 +47,8 @@ class ProfileTab : public QWidget {
     void ConnButtonDisableTimerStop();
     // How long a click greys the button when no status comes; 60 seconds unless set.
     void SetConnButtonDisableTime(std::chrono::milliseconds time);
+    // A request of this card is on its way: its button is grey until a status comes.
+    void AwaitStatus();
     // Another card has been pressed and no status has come yet.
     void SetOtherPending(bool pending);
     // Without a usable adapter no connection can be started; one that runs can be stopped.
@@ -105,6 +116,7 @@ class ProfileTab : public QWidget {
     ConnectStatus status_ = ConnectStatus::Disconnected;
     CardAction action_ = CardAction::kConnect;
     QString userText_;
+    CardMenu menu_;
     bool otherRuns_ = false;
     bool otherPending_ = false;
     bool adapterUsable_ = true;

@@ -131,9 +131,17 @@ void ProfileTab::RefreshProfile() {
                                                QString::number(profile->port)));
     loginMode_->setText(gm ? QStringLiteral("GM SSL") : QString());
     loginMode_->setToolTip(GetTrMsg(MsgCode::UI_INFO_LOGIN_MODE) + loginMode_->text());
-    forgot_pwd_button_->setVisible(!profile->forgotPwdUrl.empty());
-    menu_panel_->adjustSize();
+    SetMenu(menu_);
     SetUserName(profile->userName);
+}
+
+void ProfileTab::SetMenu(CardMenu menu) {
+    menu_ = menu;
+    mod_config_button_->setVisible(menu.modify);
+    del_config_button_->setVisible(menu.remove);
+    forgot_pwd_button_->setVisible(menu.forgotPassword && !profile->forgotPwdUrl.empty());
+    menu_panel_->adjustSize();
+    updateMenu();
 }
 
 void ProfileTab::SetUserName(std::string const& name) {
@@ -152,7 +160,7 @@ void ProfileTab::placeTexts() {
         bool elided = false;
         label->setText(heading ? elideHeading(text, area.width(), elided)
                                : GetElideText(text, 12, area.width(), elided));
-        label->setToolTip(elided ? text : QString());
+        label->setToolTip(elided ? PlainToolTip(text) : QString());
         label->setAttribute(Qt::WA_TransparentForMouseEvents, !elided);
         label->setGeometry(area);
     };

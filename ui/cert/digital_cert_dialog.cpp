@@ -6,8 +6,6 @@
 
 #include "components/cert/pkcs12.h"
 #include "components/logger/logger.h"
-#include "components/utils/secret_string.h"
-#include "components/utils/sensitive_value.h"
 #include "ui/cert/cert_view_form.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/push_button_ext.h"
@@ -21,13 +19,6 @@ namespace utils = components::utils;
 
 constexpr int kMaxPasswordBytes = 127;  // UTF-8
 constexpr QSize kBodySize{520, 440};    // pixels
-
-// The one place where the typed password becomes its stored form.
-std::string encodedSecret(SecretAnswer& answer) {
-    utils::SecretString const clear(answer.text.toStdString());
-    answer.text.fill(QChar());
-    return utils::EncodeSensitiveValue(clear.Get());
-}
 
 }  // namespace
 
@@ -168,8 +159,8 @@ std::optional<std::string> DigitalCertDialog::InputPincode(QString const& path) 
     request.cancelButton = GetTrMsg(MsgCode::UI_INFO_CANCEL);
     request.maxUtf8Length = kMaxPasswordBytes;
     request.tooLongMessage = GetTrMsg(MsgCode::UI_TR_ERR_PIN_CODE_LENGTH);
-    std::optional<SecretAnswer> answer = prompts_.InputSecret(request);
-    return answer ? std::optional(encodedSecret(*answer)) : std::nullopt;
+    std::optional<SecretAnswer> const answer = prompts_.InputSecret(request);
+    return answer ? std::optional(answer->value) : std::nullopt;
 }
 
 std::optional<QString> DigitalCertDialog::refusalOf(CertInfo& cert, QString const& path) const {

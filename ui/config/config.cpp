@@ -27,6 +27,11 @@ std::uint16_t Uint16Of(QVariant const& value) {
     return static_cast<std::uint16_t>(value.toInt());
 }
 
+QString GroupOf(QString const& name) {
+    QString const general = QStringLiteral("General");
+    return name.compare(general, Qt::CaseInsensitive) == 0 ? general : name;
+}
+
 std::vector<Row<Config>> const& SwitchRows() {
     static std::vector<Row<Config>> const rows{
         {"LogFilter", &Config::logFilter, 0, Use::kWriteOnly},

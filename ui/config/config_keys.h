@@ -12,6 +12,9 @@ std::vector<Row<Config>> const& SwitchRows();
 // From SPAMode to PerferredGatewayName.
 std::vector<Row<Profile>> const& ProfileRows();
 
+// The group that holds the profile of that name. The INI format knows "General" in one spelling.
+QString GroupOf(QString const& name);
+
 template <int Size>
 constexpr QLatin1String Key(char const (&text)[Size]) {
     return QLatin1String(text, Size - 1);

@@ -37,10 +37,11 @@ QStringList profileKeys(QSettings const& file, QString const& list) {
     for (int first = 0; first < parts.size(); ++first) {
         QString joined = parts[first];
         int last = first;
-        while (!groups.contains(joined) && joined.size() < longest && last + 1 < parts.size()) {
+        while (!groups.contains(GroupOf(joined)) && joined.size() < longest &&
+               last + 1 < parts.size()) {
             joined += QLatin1Char(';') + parts[++last];
         }
-        if (groups.contains(joined)) {
+        if (groups.contains(GroupOf(joined))) {
             keys.push_back(joined);
             first = last;
         } else if (!parts[first].isEmpty()) {
@@ -68,11 +69,11 @@ void readCountedArray(QSettings& file, QLatin1String countKey, QLatin1String arr
     std::sort(positions.begin(), positions.end());
 
     file.beginReadArray(arrayKey);
-    int expected = 1;
+    std::int64_t expected = 1;
     bool gapVisited = false;
-    auto const visitGap = [&](int upTo) {
+    auto const visitGap = [&](std::int64_t upTo) {
         if (expected < upTo && !gapVisited) {
-            file.setArrayIndex(expected - 1);
+            file.setArrayIndex(static_cast<int>(expected - 1));
             visit();
             gapVisited = true;
         }
@@ -81,7 +82,7 @@ void readCountedArray(QSettings& file, QLatin1String countKey, QLatin1String arr
         visitGap(position);
         file.setArrayIndex(position - 1);
         visit();
-        expected = position + 1;
+        expected = std::int64_t{position} + 1;
     }
     if (expected <= count) {
         visitGap(expected + 1);
@@ -228,7 +229,7 @@ void Config::loadProfiles(QSettings& file) {
         if (profiles.count(name) != 0) {
             Log().warning("Profile name exists, will be replaced in load");
         }
-        file.beginGroup(key);
+        file.beginGroup(GroupOf(key));
         std::shared_ptr<Profile> const profile = loadProfile(file, key, name);
         file.endGroup();
         if (!profile) {

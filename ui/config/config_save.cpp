@@ -167,7 +167,7 @@ void Config::saveProfiles(QSettings& file) const {
             continue;
         }
         names.push_back(qText(profile->name));
-        file.beginGroup(names.back());
+        file.beginGroup(GroupOf(names.back()));
         saveBasics(file, *profile);
         saveLogin(file, *profile);
         Write(file, ProfileRows(), *profile);

@@ -103,13 +103,15 @@ bool LinkCore::Send(char const* data, std::size_t length) {
 }
 
 bool LinkCore::Lose(std::uint64_t generation) {
+    Link link;
     {
         std::lock_guard lock(mutex_);
         if (generation != generation_ || !link_) {
             return false;
         }
+        link = release();
     }
-    StopLink();
+    link->Stop();
     return true;
 }
 
@@ -117,14 +119,20 @@ void LinkCore::StopLink() {
     Link link;
     {
         std::lock_guard lock(mutex_);
-        ready_ = false;
-        link = std::exchange(link_, nullptr);
-        std::lock_guard data_lock(serviceDataMutex);
-        serviceData.clear();
+        link = release();
     }
     if (link) {
         link->Stop();
     }
+}
+
+// With the lock held. Until its Stop the link may still speak: from here on it is an earlier one.
+LinkCore::Link LinkCore::release() {
+    ready_ = false;
+    ++generation_;
+    std::lock_guard data_lock(serviceDataMutex);
+    serviceData.clear();
+    return std::exchange(link_, nullptr);
 }
 
 void LinkCore::Quit() {
@@ -158,25 +166,25 @@ LinkCore::Link LinkCore::current() const {
 }
 
 void LinkCore::onBytes(std::uint64_t generation) {
-    {
-        std::lock_guard lock(mutex_);
-        if (generation != generation_ || proven_) {
-            return;
-        }
-        proven_ = true;
+    std::lock_guard lock(mutex_);
+    if (generation == generation_) {
+        noteProof();
     }
-    changed_.notify_all();
 }
 
 void LinkCore::onMessage(std::uint64_t generation, std::string text) {
-    onBytes(generation);
-    {
-        std::lock_guard lock(mutex_);
-        if (generation != generation_) {
-            return;
-        }
+    std::lock_guard lock(mutex_);
+    if (generation == generation_) {
+        noteProof();
+        insert(std::move(text));
     }
-    InsertServiceData(std::move(text));
+}
+
+// With the lock held.
+void LinkCore::noteProof() {
+    if (!std::exchange(proven_, true)) {
+        changed_.notify_all();
+    }
 }
 
 void LinkCore::onTimeout(std::uint64_t generation, int count) {
@@ -203,6 +211,11 @@ void LinkCore::onError(std::uint64_t generation, int code) {
 
 void LinkCore::InsertServiceData(std::string text) {
     std::lock_guard lock(mutex_);
+    insert(std::move(text));
+}
+
+// With the lock held.
+void LinkCore::insert(std::string text) {
     std::lock_guard data_lock(serviceDataMutex);
     if (serviceData.size() > kServiceDataLimit) {
         Log().info("Service data size[{}] exceeded the limit[{}], drop the front",

@@ -75,11 +75,14 @@ class LinkCore : public std::enable_shared_from_this<LinkCore> {
     std::uint64_t install(Link const& link);
     void wire(Link const& link, std::uint64_t generation);
     bool awaitProof(std::uint64_t generation);
+    void noteProof();
+    void insert(std::string text);
     void onBytes(std::uint64_t generation);
     void onMessage(std::uint64_t generation, std::string text);
     void onTimeout(std::uint64_t generation, int count);
     void onError(std::uint64_t generation, int code);
     Link current() const;
+    Link release();
 
     LinkFactory const factory_;
 

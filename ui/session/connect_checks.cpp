@@ -2,6 +2,7 @@
 
 #include "common/auth_type.h"
 #include "components/logger/logger.h"
+#include "components/utils/secret_string.h"
 #include "components/utils/sensitive_value.h"
 #include "ui/session/connect_flow.h"
 #include "ui/session/start_message.h"
@@ -18,7 +19,8 @@ constexpr int kMaxSecretBytes = 31;  // UTF-8
 constexpr std::uint16_t kCertTypeNeedsPin = 2;
 
 bool stored(std::string const& sensitive_value) {
-    return !utils::DecodeSensitiveValue(sensitive_value).empty();
+    utils::SecretString const clear(utils::DecodeSensitiveValue(sensitive_value));
+    return !clear.Get().empty();
 }
 
 }  // namespace
@@ -47,10 +49,10 @@ bool ConnectFlow::CheckPassword(std::shared_ptr<Profile> const& profile) {
     request.tooLongMessage = GetErrMsg(MsgCode::UI_TR_ERR_PWD_LENGTH);
     request.emptyMessage = request.label;
     auto const answer = prompts_.InputSecret(request);
-    if (!answer || answer->text.isEmpty()) {
+    if (!answer || answer->value.empty()) {
         return false;
     }
-    profile->password = utils::EncodeSensitiveValue(answer->text.toStdString());
+    profile->password = answer->value;
     if (answer->remember) {
         profile->rememberPassword = true;
         profile->credentialPrompted = false;
@@ -73,13 +75,13 @@ bool ConnectFlow::CheckPincode(std::shared_ptr<Profile> const& profile) {
     request.tooLongMessage = GetErrMsg(MsgCode::UI_TR_ERR_PIN_CODE_LENGTH);
     request.emptyMessage = request.label;
     auto const answer = prompts_.InputSecret(request);
-    if (!answer || answer->text.isEmpty()) {
+    if (!answer || answer->value.empty()) {
         return false;
     }
     bool const gm = profile->loginMode == kLoginModeGm;
     std::string& pin = gm ? profile->gmCert.pin
                           : (profile->certIsFile ? profile->fileCert.pin : profile->systemCert.pin);
-    pin = utils::EncodeSensitiveValue(answer->text.toStdString());
+    pin = answer->value;
     if (answer->remember) {
         (gm ? profile->rememberGmPin : profile->rememberTlsPin) = true;
         profile->credentialPrompted = false;

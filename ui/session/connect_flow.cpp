@@ -21,16 +21,6 @@ constexpr std::size_t kMaxProfiles = Config::kMaxConfigNum;
 // As long as the service may take to report the end of a connection that was stopped.
 constexpr std::chrono::seconds kLateAnswerTime{2};
 
-// Keys whose values never reach the log of a sent message.
-std::vector<std::string> const& maskedKeys() {
-    static std::vector<std::string> const keys = [] {
-        std::vector<std::string> words(utils::g_filter_word.begin(), utils::g_filter_word.end());
-        words.insert(words.end(), {"pkcs12CertFileData", "certData", "secondAuthCode"});
-        return words;
-    }();
-    return keys;
-}
-
 }  // namespace
 
 ConnectFlow::ConnectFlow(Services services, QObject* parent)
@@ -94,8 +84,7 @@ bool ConnectFlow::mayStart(std::string const& name) {
     if (prompting_) {
         return false;
     }
-    bool const other_runs =
-        state_.status != ConnectStatus::Disconnected && state_.currentProfileName != name;
+    bool const other_runs = !state_.Idle() && state_.currentProfileName != name;
     if (other_runs) {
         criticalBox(GetErrMsg(MsgCode::UI_ERROR_RUNNING_PROFILE_ALREADY_EXISTS));
         refuse(name);
@@ -124,19 +113,22 @@ void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthT
         refuseLinkDown(profile->name);
         return;
     }
+    // What happened behind a prompt may have taken these back.
     state_.currentProfileName = profile->name;
+    state_.startingProfileName = profile->name;
     state_.offline = false;
+    g_running_client = 1;
+    updater_.AnnounceAttempt();
     QString const json = Profile2JsonString(QStringLiteral("start"), profile);
+    if (json.isEmpty()) {
+        Log().error("NO json string could be get from profile");
+        refuse(profile->name);
+        return;
+    }
     profile->credentialPrompted = true;
     state_.manualDisconnected = false;
     state_.errorShown = false;
     forgetCredentials(*profile, queryAuthType);
-    if (json.isEmpty()) {
-        Log().error("NO json string could be get from profile");
-        state_.manualDisconnected = true;
-        refuse(profile->name);
-        return;
-    }
     send(json);
 }
 
@@ -148,6 +140,8 @@ void ConnectFlow::beginAttempt(Profile& profile, bool queryAuthType) {
     state_.stopSent = false;
     state_.reconnectingSeen = false;
     state_.offline = false;
+    state_.beenOnline = false;
+    state_.untoldFailure.clear();
     state_.pendingWarnings.clear();
     profile.context = Context();
     profile.context.needQueryAuthType = queryAuthType;
@@ -171,6 +165,7 @@ void ConnectFlow::forgetCredentials(Profile& profile, bool queryAuthType) {
     if (!profile.rememberTlsPin) {
         Log().debug("Clear tls pincode when not remember");
         profile.fileCert.pin.clear();
+        profile.systemCert.pin.clear();
     }
     if (!profile.rememberGmPin) {
         Log().debug("Clear gmssl pincode when not remember");
@@ -179,6 +174,9 @@ void ConnectFlow::forgetCredentials(Profile& profile, bool queryAuthType) {
 }
 
 void ConnectFlow::stop(std::shared_ptr<Profile> const& profile) {
+    if (state_.stopSent && state_.currentProfileName == profile->name) {
+        return;
+    }
     Log().info("{} connect profile {}", "Stop", profile->name);
     Q_EMIT RequestBegun();
     state_.currentProfileName = profile->name;
@@ -197,17 +195,19 @@ bool ConnectFlow::send(QString const& json) {
         link_.SendToService(bytes.constData(), static_cast<unsigned long>(bytes.size()));
     if (Log().level() <= LOG_LEVEL::debug) {
         Log().debug("send to: {}, length: {}",
-                    utils::FilterJsonStr(maskedKeys(), bytes.toStdString()), bytes.size());
+                    utils::FilterJsonStr(utils::g_message_filter_word, bytes.toStdString()),
+                    bytes.size());
     }
     return sent;
 }
 
 void ConnectFlow::refuseLinkDown(std::string const& name) {
-    if (!state_.errorShown) {
-        QScopedValueRollback<bool> const guard(state_.errorShown, true);
+    // However often the user clicks while the box stands.
+    if (!telling_link_down_) {
+        QScopedValueRollback<bool> const guard(telling_link_down_, true);
         criticalBox(GetErrMsg(MsgCode::UI_INFO_CONNECT_SERVER_FAIL));
+        Log().info("Update profile {} status to disconnect", name);
     }
-    Log().info("Update profile {} status to disconnect", name);
     refuse(name);
 }
 

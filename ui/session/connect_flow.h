@@ -81,6 +81,7 @@ class ConnectFlow : public QObject {
     std::chrono::steady_clock::time_point stop_time_{};
     bool prompting_ = false;  // a prompt of an attempt stands
     bool stopping_ = false;   // StopConnect runs
+    bool telling_link_down_ = false;
 };
 
 }  // namespace zorvanelink::ui

@@ -23,6 +23,8 @@ struct ConnectionState {
 
     ConnectStatus status = ConnectStatus::Disconnected;
     bool stopSent = false;            // a "stop" has left for this connection
+    bool beenOnline = false;          // in this attempt
+    std::string untoldFailure;        // of this attempt, for its end if nothing else was shown
     bool sessionEnded = false;        // "Offline" stands in the status bar instead of "Ready"
     std::string startingProfileName;  // between a user's start and its first status
     bool queryingAuthType = false;    // that start asks the gateway for its types

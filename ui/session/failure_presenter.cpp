@@ -45,6 +45,22 @@ QString utf8(std::string const& text) {
     return QString::fromStdString(text);
 }
 
+// The service's own words for the code, else ours.
+QString textOf(CLMsgCommonReplyData const& data) {
+    QString const sent = utf8(IsChineseDisplayLangguage() ? data.errMsgInCn : data.errMsgInEn);
+    return firstNonEmpty({sent, GetErrMsg(data.statusCode)});
+}
+
+// Failures that end a login although no row of the catalogue shows them.
+constexpr MsgCode kEndsOfLogin[] = {
+    MsgCode::ERR_SMS_TIMEOUT,     MsgCode::ERR_EMAIL_AUTH_CODE_TIMEOUT,
+    MsgCode::SECOND_AUTH_AAA_ERR, MsgCode::SECOND_AUTH_TIMEOUT,
+    MsgCode::TOKEN_AUTH_FAILED,   MsgCode::ERR_RECV_INVALID_OAUTH_INFO,
+    MsgCode::ERR_WRITE_OAUTH_INFO};
+
+// Types of codes that speak of a failure.
+constexpr int kFailureTypes[] = {5, 7};
+
 }  // namespace
 
 FailurePresenter::FailurePresenter(ConnectionState& state, ConnectFlow& flow, Prompts& prompts,
@@ -57,8 +73,7 @@ bool FailurePresenter::HandleErrMsg(CLMsgCommonReplyData const& data) {
     if (row.show == nullptr || !*row.show) {
         return false;
     }
-    QString const sent = utf8(IsChineseDisplayLangguage() ? data.errMsgInCn : data.errMsgInEn);
-    (*row.show)(row.type, firstNonEmpty({sent, GetErrMsg(data.statusCode)}).toStdString());
+    (*row.show)(row.type, textOf(data).toStdString());
     if (data.statusCode == MsgCode::ERR_NO_IP_ADDR || data.statusCode == MsgCode::ERR_IP_IN_USE) {
         state_.errorShown = true;
     }
@@ -73,8 +88,12 @@ void FailurePresenter::ProcessErrorMsg(common::CodeType /*type*/, std::string co
     Log().debug("error msg recved");
     QWidget* const parent = boxParent();
     Log().debug("get pop up widget1 {}", static_cast<void const*>(parent));
-    prompts_.Critical(parent, GetErrMsg(MsgCode::UI_ERROR), utf8(text),
-                      GetErrMsg(MsgCode::UI_INFO_OK));
+    BoxRequest request;
+    request.kind = BoxKind::kCritical;
+    request.title = GetErrMsg(MsgCode::UI_ERROR);
+    request.text = utf8(text);
+    request.buttons = {GetErrMsg(MsgCode::UI_INFO_OK)};
+    show(std::move(request));
     window_->showNormal();
     window_->raise();
     window_->activateWindow();
@@ -89,6 +108,29 @@ void FailurePresenter::ProcessCriticalMsg(common::CodeType /*type*/, std::string
     flow_.StopConnect();
     ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), utf8(text),
                   GetErrMsg(MsgCode::UI_INFO_OK));
+}
+
+bool FailurePresenter::HandleUnmarked(CLMsgCommonReplyData const& data) {
+    int const type = static_cast<int>(common::g_IPCMessageMap.Get(data.statusCode).type);
+    QString const text = textOf(data);
+    if (std::count(std::begin(kEndsOfLogin), std::end(kEndsOfLogin), data.statusCode) > 0) {
+        QString const shown = firstNonEmpty({text, GetErrMsg(MsgCode::SECOND_AUTH_TIMEOUT)});
+        ProcessCriticalMsg(static_cast<common::CodeType>(type), shown.toStdString());
+        return true;
+    }
+    bool const failure = std::count(std::begin(kFailureTypes), std::end(kFailureTypes), type) > 0;
+    if (failure && !text.isEmpty() && !state_.beenOnline) {
+        state_.untoldFailure = text.toStdString();
+    }
+    return false;
+}
+
+void FailurePresenter::TellUntoldFailure() {
+    std::string const text = std::exchange(state_.untoldFailure, {});
+    if (!text.empty() && !state_.errorShown) {
+        ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), utf8(text),
+                      GetErrMsg(MsgCode::UI_INFO_OK));
+    }
 }
 
 void FailurePresenter::HandleTunnelDisconnect(
@@ -153,11 +195,30 @@ void FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& title, QString
     }
     BoxRequest request;
     request.kind = kind;
-    request.parent = boxParent();
     request.title = title;
     request.text = text;
     request.buttons = {button};
+    show(std::move(request));
+}
+
+void FailurePresenter::show(BoxRequest request) {
+    state_.errorShown = true;
+    if (standing_) {
+        Log().info("A box stands already, next text: {}", request.text.toStdString());
+        if (request.text != *standing_) {
+            next_ = std::move(request);
+        }
+        return;
+    }
+    standing_ = request.text;
+    request.parent = boxParent();
     prompts_.Box(request);
+    standing_.reset();
+    if (next_) {
+        // Queued: who showed this one goes on first.
+        auto following = [this, next = *std::exchange(next_, {})] { show(next); };
+        QMetaObject::invokeMethod(this, std::move(following), Qt::QueuedConnection);
+    }
 }
 
 QWidget* FailurePresenter::boxParent() const {

@@ -2,6 +2,7 @@
 
 #include "app/environment/globals.h"
 #include "components/logger/logger.h"
+#include "components/utils/log_filter.h"
 #include "core/clmsg_reply_json.h"
 #include "ui/cert/client_certs.h"
 #include "ui/session/gateway_lists.h"
@@ -25,6 +26,12 @@ std::optional<Record> read(std::string const& json) {
     return record;
 }
 
+// Whoever answers on the port may send our own messages back.
+std::string masked(std::string const& json) {
+    namespace utils = components::utils;
+    return utils::FilterJsonStr(utils::g_message_filter_word, json);
+}
+
 }  // namespace
 
 MessageDispatcher::Row const MessageDispatcher::kRows[] = {
@@ -36,6 +43,7 @@ MessageDispatcher::Row const MessageDispatcher::kRows[] = {
     {SubType::kCluster, &MessageDispatcher::onCluster},
     {SubType::kAddRoute, &MessageDispatcher::onAddRoute},
     {SubType::kErrMsgByServer, &MessageDispatcher::onErrMsgByServer},
+    {SubType::kPushStatus, &MessageDispatcher::onPushStatus},
     {SubType::kVnicState, &MessageDispatcher::onVnicState},
     {SubType::kCertRespond, &MessageDispatcher::HandleCertRespond},
     {SubType::kDisconnectReason, &MessageDispatcher::onDisconnectReason},
@@ -49,20 +57,21 @@ MessageDispatcher::MessageDispatcher(ConnectionState& state, StatusHandler& stat
 
 bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
     CLMsg::Type type{};
-    SubType subtype{};
+    SubType subtype = SubType::kUnknown;
     MsgCode status{};
-    if (!CLMsgJsonParse::Parse(json, &type, &subtype, &status) || type != CLMsg::Type::kReply) {
-        Log().error("Not supported type, json: {}", json);
+    bool const understood = CLMsgJsonParse::Parse(json, &type, &subtype, &status);
+    Log().debug("recv {} from service", CLMsg::SubTypeToString(subtype));
+    if (!understood || type != CLMsg::Type::kReply) {
+        Log().error("Not supported type, json: {}", masked(json));
         return false;
     }
-    Log().debug("recv {} from service", CLMsg::SubTypeToString(subtype));
     auto const* const row = std::find_if(std::begin(kRows), std::end(kRows),
                                          [subtype](Row const& r) { return r.subtype == subtype; });
     bool const ok = row != std::end(kRows) ? (this->*row->handle)(json) : onCommonReply(json);
     Log().debug("handle msg with ret {} ", ok);
     if (!ok) {
         Log().error("Failed to handle json string: {}, data: {}", CLMsg::SubTypeToString(subtype),
-                    json);
+                    masked(json));
     }
     return ok;
 }
@@ -142,6 +151,16 @@ bool MessageDispatcher::onErrMsgByServer(std::string const& json) {
     auto const data = read<CLMsgNotifyErrorMsgData>(json);
     if (data && statuses_.Addressee(data->profileName)) {
         failures_.HandleErrMsgByServer(*data);
+    }
+    return data.has_value();
+}
+
+// A report only: the state follows the common replies.
+bool MessageDispatcher::onPushStatus(std::string const& json) {
+    auto const data = read<CLMsgSessionStatus>(json);
+    if (data && statuses_.Addressee(data->profileName)) {
+        Log().info("Recv session status [{}], sub code [{}], ip [{}]", data->status, data->subCode,
+                   data->connecttingIP);
     }
     return data.has_value();
 }

@@ -49,6 +49,7 @@ class MessageDispatcher : public QObject {
     bool onAddRoute(std::string const& json);
     bool onErrMsgByServer(std::string const& json);
     bool HandleCertRespond(std::string const& json);
+    bool onPushStatus(std::string const& json);
     bool onVnicState(std::string const& json);
     bool onDisconnectReason(std::string const& json);
     bool onExecScript(std::string const& json);

@@ -64,7 +64,9 @@ bool StatusHandler::HandleCommonReplyData(Data const& data) {
             return true;
         }
     }
-    Log().debug("Not supported status: {}", static_cast<int>(data.statusCode));
+    if (!failures_.HandleUnmarked(data)) {
+        Log().debug("Not supported status: {}", static_cast<int>(data.statusCode));
+    }
     return true;
 }
 
@@ -76,6 +78,8 @@ void StatusHandler::onOnline(Data const& data, Profile& profile) {
     }
     state_.pendingWarnings.assign(data.warningCode.begin(), data.warningCode.end());
     profile.context.connectTime = QDateTime::currentDateTime();
+    state_.beenOnline = true;
+    state_.untoldFailure.clear();
     bool const first = !state_.reconnectingSeen;
     updater_.UpdateConnectStatus(profile.name, ConnectStatus::Connected);
     Q_EMIT CameOnline(first);
@@ -90,9 +94,13 @@ void StatusHandler::onOffline(Data const& /*data*/, Profile& profile) {
     Log().info("Profile [{}] is offline ", profile.name);
     ++state_.attempt;
     std::string const name = profile.name;
+    bool const users_end = state_.stopSent;
     updater_.UpdateConnectStatus(name, ConnectStatus::Disconnected);
     flow_.StopConnect();
     state_.currentProfileName.clear();
+    if (!users_end) {
+        failures_.TellUntoldFailure();
+    }
 }
 
 void StatusHandler::onConnecting(Data const& data, Profile& profile) {
@@ -133,8 +141,9 @@ void StatusHandler::onAccountLocked(Data const& data, Profile& /*profile*/) {
     }
 }
 
-void StatusHandler::onClientAddress(Data const& data, Profile& /*profile*/) {
+void StatusHandler::onClientAddress(Data const& data, Profile& profile) {
     Log().info("Recv client ip [{}]", data.updateClientPublicIP);
+    profile.context.netConfig.clientPublicIP = data.updateClientPublicIP;
     Q_EMIT ClientAddressChanged(QString::fromStdString(data.updateClientPublicIP));
 }
 

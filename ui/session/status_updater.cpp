@@ -41,7 +41,7 @@ Effect const* effectOf(ConnectStatus status) {
 
 StatusUpdater::StatusUpdater(ConnectionState& state, QObject* parent)
     : QObject(parent), state_(state) {
-    qRegisterMetaType<ConnectStatus>();
+    qRegisterMetaType<ConnectStatus>("ConnectStatus");  // as the signal writes it
 }
 
 void StatusUpdater::UpdateConnectStatus(std::string const& name, ConnectStatus status) {
@@ -87,10 +87,8 @@ void StatusUpdater::AnnounceRefusal(std::string const& name) {
     if (state_.startingProfileName == name) {
         state_.startingProfileName.clear();
     }
-    if (state_.Idle()) {
-        g_running_client = 0;
-    }
     Q_EMIT NotifyConnectStatus(QString::fromStdString(name), ConnectStatus::Disconnected);
+    g_running_client = state_.Idle() ? 0 : 1;
     Q_EMIT StateChanged();
 }
 

@@ -128,6 +128,7 @@ void MainWindow::wireSession() {
 }
 
 void MainWindow::wireCards() {
+    cards_.SetMenu({.modify = false, .remove = true, .forgotPassword = false});
     connect(&cards_, &ConnectionList::StartConnect, &flow_, &ConnectFlow::onStartConnect);
     connect(&cards_, &ConnectionList::StopConnect, &flow_,
             [this](QString const& name) { flow_.onStopConnect(name); });
@@ -170,7 +171,7 @@ void MainWindow::render() {
 
 void MainWindow::onStatusNotified(QString const& name, ConnectStatus status) {
     cards_.SetRunning(name.toStdString(), status);
-    if (status == ConnectStatus::Disconnected) {
+    if (state_.Idle()) {
         cards_.RefreshIfDue();
     }
 }
@@ -195,9 +196,10 @@ void MainWindow::SetStatusBarInfo() {
     if (count == 0) {
         ui_.statusBar->SetCountText(QString());
     } else if (state_.online) {
-        ui_.statusBar->SetCountText(GetTrMsg(MsgCode::UI_TR_STATUS_CONNECTED)
-                                        .arg(QString::fromStdString(state_.currentProfileName))
-                                        .arg(count));
+        // Both at once: a name may look like a place.
+        ui_.statusBar->SetCountText(
+            GetTrMsg(MsgCode::UI_TR_STATUS_CONNECTED)
+                .arg(QString::fromStdString(state_.currentProfileName), QString::number(count)));
     } else {
         ui_.statusBar->SetCountText(GetTrMsg(MsgCode::UI_TR_STATUS_NO_CONNECTED).arg(count));
     }
@@ -211,13 +213,17 @@ void MainWindow::Wait(int mode, QString const& text) {
     constexpr int kShow = 0;
     ui_.waitForm->SetDesc(text);
     ui_.waitForm->setVisible(mode == kShow);
+    if (mode != kShow) {
+        ui_.connection_listwidget_->setFocus();
+    }
 }
 
 void MainWindow::onSignalAutoLogin() {
     QTimer::singleShot(kAutoLoginDelay, this, [this] {
         Log().info("Auto login is {}", config_.autoLogin ? "on" : "off");
         cards_.RefreshConnList();
-        if (!config_.autoLogin) {
+        // Who has pressed a button meanwhile has chosen.
+        if (!config_.autoLogin || !state_.Idle()) {
             return;
         }
         std::string const name = config_.GetDefaultProfileName();

@@ -90,7 +90,7 @@ void MainWindowLayout::ShowGuide(bool show) {
     constexpr int kListPage = 0;
     constexpr int kGuidePage = 1;
     if (show && leftPages->count() == kGuidePage) {
-        leftPages->addWidget(new UserGuide(leftPages));
+        leftPages->addWidget(new UserGuide(canAdd, leftPages));
     }
     leftPages->setCurrentIndex(show ? kGuidePage : kListPage);
 }

@@ -22,6 +22,8 @@ struct MainWindowLayout {
     // The list of cards, or the first-use page in its place.
     void ShowGuide(bool show);
 
+    bool canAdd = false;  // whether the first-use page offers to add a connection
+
     TitleBar* titleBar;
     QStackedWidget* leftPages;
     StartListWidget* connection_listwidget_;

@@ -7,6 +7,7 @@
 
 #include "components/logger/logger.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/elide.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -158,7 +159,7 @@ void RouteView::OnRouteQTableViewCellEntered(QModelIndex const& index) {
     auto const* table = &visibleModel() == ipv6_ ? tableIpv6_ : tableIpv4_;
     int const room = table->columnWidth(index.column()) - kCellPadding;
     if (address && table->fontMetrics().horizontalAdvance(text) > room) {
-        QToolTip::showText(QCursor::pos(), text);
+        QToolTip::showText(QCursor::pos(), PlainToolTip(text));
     }
 }
 

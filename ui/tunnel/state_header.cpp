@@ -21,6 +21,8 @@ StateHeader::StateHeader(QWidget* parent)
       shield_(new QLabel(this)),
       title_(new QLabel(this)),
       detail_(new QLabel(this)) {
+    // Stays at the top when nothing stands below it.
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     shield_->setFixedSize(56, 56);
     title_->setObjectName(QStringLiteral("state_title_"));
     detail_->setObjectName(QStringLiteral("state_detail_"));

@@ -55,8 +55,9 @@ QWidget* TunnelView::buildDetails() {
     column->setSpacing(16);
     column->addWidget(header_);
     column->addWidget(warning_);
-    column->addWidget(tabs_, 1);
-    column->addStretch();
+    // The tabs take the room; while they are hidden it stays empty and the header where it is.
+    column->addWidget(tabs_, 1000);
+    column->addStretch(1);
     return page;
 }
 

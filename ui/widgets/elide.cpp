@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFontMetrics>
+#include <QTextDocument>
 
 namespace zorvanelink::ui {
 
@@ -11,6 +12,10 @@ QString GetElideText(QString const& text, int fontSize, int width, bool& elided)
     QString const shown = QFontMetrics(font).elidedText(text, Qt::ElideRight, width);
     elided = shown != text;
     return shown;
+}
+
+QString PlainToolTip(QString const& text) {
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
 }  // namespace zorvanelink::ui

@@ -9,4 +9,7 @@ namespace zorvanelink::ui {
 // `elided` tells whether it was cut.
 QString GetElideText(QString const& text, int fontSize, int width, bool& elided);
 
+// A tool tip of this text, which a tool tip would otherwise read as markup where it looks so.
+QString PlainToolTip(QString const& text);
+
 }  // namespace zorvanelink::ui

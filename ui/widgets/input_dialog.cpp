@@ -4,6 +4,7 @@
 
 #include "ui/text/texts.h"
 #include "ui/widgets/automation_hooks.h"
+#include "ui/widgets/secret_field.h"
 
 namespace zorvanelink::ui {
 
@@ -122,6 +123,10 @@ void InputDialog::SetRememberCheckHide(bool hide) {
 
 QString InputDialog::textValue() const {
     return edit_->text();
+}
+
+std::string InputDialog::TakeSensitiveValue() {
+    return ui::TakeSensitiveValue(*edit_);
 }
 
 bool InputDialog::remberCheck() const {

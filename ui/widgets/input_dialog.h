@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <string>
 
 #include "ui/widgets/push_button_ext.h"
 #include "ui/widgets/zvl_dialog.h"
@@ -32,6 +33,8 @@ class InputDialog : public ZVLDialog {
     void SetRememberCheckHide(bool hide);
 
     QString textValue() const;
+    // What stands in the field, as a sensitive value; the field is empty afterwards.
+    std::string TakeSensitiveValue();
     bool remberCheck() const;
 
   public Q_SLOTS:

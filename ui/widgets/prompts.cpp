@@ -84,7 +84,7 @@ std::optional<SecretAnswer> DialogPrompts::InputSecret(SecretRequest const& requ
     if (dialog.exec() != QDialog::Accepted) {
         return std::nullopt;
     }
-    return SecretAnswer{dialog.textValue(), dialog.remberCheck()};
+    return SecretAnswer{dialog.TakeSensitiveValue(), dialog.remberCheck()};
 }
 
 std::optional<QString> DialogPrompts::ChooseFile(FileRequest const& request) {

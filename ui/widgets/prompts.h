@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace zorvanelink::ui {
@@ -41,7 +42,7 @@ struct SecretRequest {
 };
 
 struct SecretAnswer {
-    QString text;
+    std::string value;  // sensitive value, never clear; empty for an empty text
     bool remember = false;
 };
 

@@ -62,6 +62,12 @@ void WaitForm::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
 }
 
+// Else the focus would go on to whatever comes next, which nobody has chosen.
+void WaitForm::hideEvent(QHideEvent* event) {
+    clearFocus();
+    QWidget::hideEvent(event);
+}
+
 bool WaitForm::event(QEvent* event) {
     switch (event->type()) {
         case QEvent::KeyPress:

@@ -141,10 +141,13 @@ TEST_F(LoggerTest, WithoutAFileTheConsoleGoesOn) {
     log->setLogLevel("debug");
     log->debug("but this");
     std::istringstream captured(testing::internal::GetCapturedStderr());
+    std::string reason;
     std::string first;
     std::string second;
+    std::getline(captured, reason);
     std::getline(captured, first);
     std::getline(captured, second);
+    EXPECT_THAT(reason, HasSubstr("] Log goes to the console alone: "));
     EXPECT_THAT(first,
                 testing::AllOf(HasSubstr("@" + name_ + "["), testing::EndsWith("] still here")));
     EXPECT_THAT(second, testing::EndsWith("] but this"));

@@ -84,6 +84,7 @@ TEST_F(ProcessCheck, NamesThatAreNoNamesAndNoPs) {
     setenv("PATH", (folder_ / "none").c_str(), 1);
     EXPECT_FALSE(CheckRunningUIProcessByName("zvl-x", true));
     EXPECT_TRUE(log.Has("Will excute cmd ps -ef|grep \"zvl-x$\" |grep -v grep in check process"));
+    EXPECT_TRUE(log.Has("No process zvl-x in the process table, is ps missing"));
 }
 
 }  // namespace

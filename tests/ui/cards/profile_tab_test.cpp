@@ -8,6 +8,7 @@
 #include "app/environment/app_ctrl.h"
 #include "app/environment/globals.h"
 #include "tests/support/qt_helpers.h"
+#include "ui/cards/connection_list.h"
 #include "ui/cards/start_list_widget.h"
 #include "ui/cards/user_guide.h"
 
@@ -26,7 +27,9 @@ class ProfileTabTest : public testing::Test {
         profile->name = "Head office";
         profile->server = "vpn.example.com";
         profile->userName = "alice";
+        profile->authType = SupportedAuthType::kPwd;
         tab = std::make_unique<ProfileTab>(profile);
+        tab->SetMenu({.modify = true, .remove = true, .forgotPassword = true});
         tab->resize(kCardWidth, kCardHeight);
         tab->show();
     }
@@ -189,8 +192,41 @@ TEST(StartListWidget, SortsCardsByName) {
     EXPECT_EQ(list.CardAt(2)->GetProfile()->name, "c");
 }
 
+TEST(ConnectionList, ARefusedStartLeavesTheRunningCardAsItIs) {
+    Config config;
+    for (auto const* name : {"a", "b", "c"}) {
+        auto profile = std::make_shared<Profile>();
+        profile->name = name;
+        config.AddProfile(profile, false);
+    }
+    StartListWidget list;
+    ConnectionList cards(list, config);
+    cards.RefreshConnList();
+    auto const button = [&cards](char const* name) -> QPushButton& {
+        return Find<QPushButton>(*cards.GetProfileTab(name), "conn_button_");
+    };
+    cards.SetPending("a");
+    EXPECT_FALSE(button("a").isEnabled()) << "no second start of a start on its way";
+    cards.SetRunning("a", ConnectStatus::Connected);
+    cards.SetRunning("b", ConnectStatus::Disconnected);
+    EXPECT_EQ(button("a").text(), QStringLiteral("Disconnect"));
+    EXPECT_TRUE(button("a").isEnabled());
+    EXPECT_FALSE(button("b").isEnabled());
+    EXPECT_FALSE(button("c").isEnabled());
+    EXPECT_EQ(g_running_client, 1);
+
+    // Its stop is on the way and answers to nobody yet.
+    ProfileTab const* const running = cards.GetProfileTab("a");
+    g_running_client = 0;
+    cards.RefreshConnList();
+    EXPECT_EQ(cards.GetProfileTab("a"), running);
+    cards.SetRunning("a", ConnectStatus::Disconnected);
+    cards.RefreshIfDue();
+    EXPECT_TRUE(button("b").isEnabled());
+}
+
 TEST(UserGuide, ItsButtonLeadsOn) {
-    UserGuide guide;
+    UserGuide guide(true);
     QSignalSpy pressed(&guide, &UserGuide::UserGuideStartConnect);
     Find<QPushButton>(guide, "guide_button_").click();
     EXPECT_EQ(pressed.count(), 1);

@@ -52,7 +52,8 @@ class CertDialogTest : public ConfigTest {
     }
     void expectImport(QString const& path, char const* password) {
         prompts.ExpectFile(path);
-        prompts.ExpectSecret(SecretAnswer{QString::fromUtf8(password), false});
+        prompts.ExpectSecret(
+            SecretAnswer{components::utils::EncodeSensitiveValue(password), false});
     }
 
     Config config;

@@ -136,6 +136,51 @@ TEST_F(SettingsFile, ChineseAndLongNames) {
     EXPECT_EQ(again.GetProfile(office)->userName, "王");
 }
 
+// What the file format treats in a way of its own comes back whole, and none of it stops a save.
+TEST_F(SettingsFile, NamesAndValuesThatTheFormatFindsHard) {
+    std::vector<std::string> const names{"general",    "%General",       "a;b",     "a/b",
+                                         "50%, or so", " blanks  ",      "[x]=#;y", "back\\slash",
+                                         "\"quoted\"", "ClientCertFile", "@home",   "tab\tin",
+                                         "家 😀1 🏠"};
+    Config config;
+    for (std::string const& name : names) {
+        auto const profile = profileOf(name);
+        profile->userName = "u " + name;
+        config.AddProfile(profile, false);
+    }
+    config.defaultProfile = names.back();
+    config.Save();
+    EXPECT_TRUE(fileHas("ConnectionName=家 😀1 🏠")) << "plain UTF-8, as other programs read it";
+    Config again;
+    again.Load();
+    EXPECT_EQ(again.GetDefaultProfileName(), names.back());
+    for (std::string const& name : names) {
+        auto const profile = again.GetProfile(name);
+        ASSERT_NE(profile, nullptr) << name;
+        EXPECT_EQ(profile->server, name + ".example");
+        EXPECT_EQ(profile->userName, "u " + name);
+    }
+    again.DeleteProfile("general");
+    again.Save();
+    Config last;
+    last.Load();
+    EXPECT_EQ(last.profiles.size(), names.size() - 1);
+}
+
+TEST_F(SettingsFile, KeysOutOfReachDoNotStopASave) {
+    for (char const* odd : {"[]\nx=1\n", "[/a]\nx=1\n", "[%GENERAL]\nx=1\n", "=3\n",
+                            "[a]\nx=\\xd83d\\x41\n", "[general]\nx=1\n"}) {
+        test::WriteFile(file_, odd);
+        Config config;
+        config.Load();
+        config.AddProfile(profileOf("office"), false);
+        config.Save();
+        Config again;
+        again.Load();
+        EXPECT_NE(again.GetProfile("office"), nullptr) << odd;
+    }
+}
+
 TEST_F(SettingsFile, CountsDoNotDecideHowLongWeRead) {
     useSample("oversized.ini");
     LogCapture const log;

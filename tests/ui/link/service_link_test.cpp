@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QSignalSpy>
+#include <QObject>
 
 #include "tests/support/fake_ipc.h"
 #include "tests/support/wait.h"
@@ -50,27 +50,27 @@ class ServiceLinkTest : public testing::Test {
     void Begin(std::vector<std::shared_ptr<FakeIpc>> list) {
         links = std::make_unique<Links>(std::move(list));
         link = std::make_unique<ServiceLink>(links->Factory(), kNoPause);
-        loading = std::make_unique<QSignalSpy>(link.get(), &ServiceLink::Loading);
-        auto_login = std::make_unique<QSignalSpy>(link.get(), &ServiceLink::SignalAutoLogin);
-        lost = std::make_unique<QSignalSpy>(link.get(), &ServiceLink::Lost);
+        // With a receiver, so that what the link's threads report is counted on this one.
+        QObject::connect(link.get(), &ServiceLink::Loading, link.get(),
+                         [this](int mode) { loading.push_back(mode); });
+        QObject::connect(link.get(), &ServiceLink::SignalAutoLogin, link.get(),
+                         [this] { ++auto_logins; });
+        QObject::connect(link.get(), &ServiceLink::Lost, link.get(), [this] { ++losses; });
         link->Start();
-        ASSERT_TRUE(WaitUntil([this] { return linked(*link); }));
+        ASSERT_TRUE(WaitUntil([this] { return linked(*link) && auto_logins == 1; }));
     }
 
+    std::vector<int> loading;
+    int auto_logins = 0;
+    int losses = 0;
     std::unique_ptr<Links> links;
     std::unique_ptr<ServiceLink> link;
-    std::unique_ptr<QSignalSpy> loading;
-    std::unique_ptr<QSignalSpy> auto_login;
-    std::unique_ptr<QSignalSpy> lost;
 };
 
 TEST_F(ServiceLinkTest, KnocksUntilTheServiceAnswers) {
     Begin({bad(), bad(), bad(), good()});
     EXPECT_EQ(links->made, 4U);
-    ASSERT_EQ(loading->size(), 2);
-    EXPECT_EQ(loading->at(0).at(0).toInt(), 0);
-    EXPECT_EQ(loading->at(1).at(0).toInt(), 1);
-    EXPECT_EQ(auto_login->size(), 1);
+    EXPECT_EQ(loading, (std::vector<int>{0, 1}));
 }
 
 TEST_F(ServiceLinkTest, ALinkThatEndsWithoutAByteIsAFailedTry) {
@@ -86,8 +86,7 @@ TEST_F(ServiceLinkTest, ALinkThatEndsWithoutAByteIsAFailedTry) {
     auto const closed = std::make_shared<ClosedAtOnce>();
     Begin({closed, good()});
     EXPECT_TRUE(closed->stopped);
-    EXPECT_EQ(auto_login->size(), 1);
-    EXPECT_EQ(lost->size(), 0);
+    EXPECT_EQ(losses, 0);
 }
 
 TEST_F(ServiceLinkTest, ALossReconnectsOnceAndTellsTheSession) {
@@ -97,11 +96,11 @@ TEST_F(ServiceLinkTest, ALossReconnectsOnceAndTellsTheSession) {
     QObject::connect(link.get(), &ServiceLink::Lost, [&] { ready_when_told = link->IsReady(); });
     first->FailRead(2);
     first->FailRead(2);  // the second report is of a link that is gone
-    ASSERT_TRUE(WaitUntil([this] { return lost->size() == 1 && linked(*link); }));
+    ASSERT_TRUE(WaitUntil([this] { return losses == 1 && linked(*link); }));
     EXPECT_FALSE(ready_when_told);
     EXPECT_TRUE(first->stopped);
     EXPECT_EQ(links->made, 3U);
-    EXPECT_EQ(auto_login->size(), 1) << "a reconnect logs nobody in";
+    EXPECT_EQ(auto_logins, 1) << "a reconnect logs nobody in";
 }
 
 TEST_F(ServiceLinkTest, TheFourthTimeOutInARowEndsTheLink) {
@@ -113,7 +112,7 @@ TEST_F(ServiceLinkTest, TheFourthTimeOutInARowEndsTheLink) {
     QCoreApplication::processEvents();
     EXPECT_TRUE(link->IsReady());
     first->TimeOut(4);
-    ASSERT_TRUE(WaitUntil([this] { return lost->size() == 1 && linked(*link); }));
+    ASSERT_TRUE(WaitUntil([this] { return losses == 1 && linked(*link); }));
     EXPECT_TRUE(first->stopped);
 }
 
@@ -141,12 +140,32 @@ TEST_F(ServiceLinkTest, WhatAReplacedLinkSaysIsDropped) {
     QObject::connect(link.get(), &ServiceLink::MessageArrived,
                      [&](std::string const&) { ++texts; });
     old->FailRead(2);
-    ASSERT_TRUE(WaitUntil([this] { return lost->size() == 1 && linked(*link); }));
+    ASSERT_TRUE(WaitUntil([this] { return losses == 1 && linked(*link); }));
     old->Deliver("late");
     old->FailRead(2);
     QCoreApplication::processEvents();
     EXPECT_EQ(texts, 0);
     EXPECT_TRUE(link->IsReady());
+}
+
+TEST_F(ServiceLinkTest, WhatALostLinkStillSaysBeforeItStopsIsDropped) {
+    class LateSpeaker : public FakeIpc {
+      public:
+        void Stop() override {
+            Deliver("late");
+            FailRead(2);
+            FakeIpc::Stop();
+        }
+    };
+    auto const late = std::make_shared<LateSpeaker>();
+    Begin({late, good()});
+    int texts = 0;
+    QObject::connect(link.get(), &ServiceLink::MessageArrived,
+                     [&](std::string const&) { ++texts; });
+    late->FailRead(2);
+    ASSERT_TRUE(WaitUntil([this] { return losses == 1 && linked(*link); }));
+    EXPECT_TRUE(late->stopped);
+    EXPECT_EQ(texts, 0);
 }
 
 TEST_F(ServiceLinkTest, SendsOnlyWhileReady) {
@@ -158,7 +177,7 @@ TEST_F(ServiceLinkTest, SendsOnlyWhileReady) {
     EXPECT_FALSE(link->SendToService(QStringLiteral("x")));
     EXPECT_TRUE(link->IsReady()) << "a failed send is no loss";
     service->FailRead(104);
-    ASSERT_TRUE(WaitUntil([this] { return lost->size() == 1; }));
+    ASSERT_TRUE(WaitUntil([this] { return losses == 1; }));
     EXPECT_FALSE(link->SendToService(QStringLiteral("x")));
 }
 

@@ -35,7 +35,7 @@ TEST_F(ConnectFlowTest, AStoredPasswordGoesOutWithoutAPromptAndNeverInClear) {
 TEST_F(ConnectFlowTest, AMissingPasswordIsAskedForOnceAndForgotten) {
     profile->password.clear();
     profile->rememberPassword = false;
-    prompts.ExpectSecret(SecretAnswer{QStringLiteral("typed"), false});
+    prompts.ExpectSecret(test::SecretOf("typed"));
     Click();
     EXPECT_EQ(Sent("start"), 1);
     EXPECT_TRUE(profile->password.empty());
@@ -168,7 +168,7 @@ TEST_F(ConnectFlowTest, ACardThatGaveUpWaitingMayTryAgain) {
 TEST_F(ConnectFlowTest, WhatHappensBehindAPromptCounts) {
     profile->password.clear();
     // The link goes while the user types: no start leaves, one box says why.
-    prompts.ExpectSecret(SecretAnswer{QStringLiteral("typed"), false}, [this] {
+    prompts.ExpectSecret(test::SecretOf("typed"), [this] {
         service_there = false;
         service->FailRead(2);
         ASSERT_TRUE(WaitUntil([this] { return !link.IsReady(); }));

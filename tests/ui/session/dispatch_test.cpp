@@ -1,9 +1,11 @@
+#include "tests/support/log_capture.h"
 #include "tests/ui/session/session_fixture.h"
 
 namespace zorvanelink::ui {
 namespace {
 
 using common::MsgCode;
+using test::WaitUntil;
 
 class DispatchTest : public test::SessionFixture {
   protected:
@@ -75,8 +77,22 @@ TEST_F(DispatchTest, MalformedMessagesAreDroppedAndTheNextOneCounts) {
           "{\"type\":\"reply\",\"statusCode\":1.0,\"profileName\":\"Head office\"}"}) {
         EXPECT_FALSE(dispatcher.ProcessServiceMsg(json)) << json;
     }
+    EXPECT_TRUE(dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(
+        core::sslvpn::CLMsgSessionStatus{"Head office", 4, "192.0.2.1", 2})));
+    EXPECT_EQ(state.status, ConnectStatus::Disconnected) << "a report changes nothing";
     Receive(MsgCode::CONNECTING);
     EXPECT_EQ(state.status, ConnectStatus::Connecting);
+}
+
+TEST_F(DispatchTest, AMessageThatComesBackShowsNoSecretInTheLog) {
+    test::LogCapture log;
+    Click();
+    for (std::string const& sent : service->Sent()) {
+        EXPECT_FALSE(dispatcher.ProcessServiceMsg(sent));
+        EXPECT_FALSE(dispatcher.ProcessServiceMsg(sent + "x"));
+    }
+    EXPECT_EQ(log.Count("Not supported type, json: {"), 2);
+    EXPECT_FALSE(log.Has(profile->password));
 }
 
 TEST_F(DispatchTest, AFatalStatusEndsTheSessionAndShowsOneBox) {
@@ -111,6 +127,45 @@ TEST_F(DispatchTest, ReasonsOfTheGatewayAreToldOnceAndNotWhenDown) {
         dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(record));
     }
     EXPECT_EQ(prompts.Boxes().size(), 2U);
+}
+
+TEST_F(DispatchTest, FailuresThatNoHandlerShowsAreToldAtTheEnd) {
+    auto const fail = [this](MsgCode code) {
+        Click();
+        Receive(MsgCode::CONNECTING);
+        Receive(code);
+    };
+    fail(MsgCode::GATEWAY_UNREACHABLE);
+    EXPECT_EQ(state.status, ConnectStatus::Connecting);
+    prompts.ExpectBox(Text(MsgCode::GATEWAY_UNREACHABLE), 0);
+    Receive(MsgCode::OFFLINE);
+
+    fail(MsgCode::GATEWAY_UNREACHABLE);
+    flow.onStopConnect(QStringLiteral("Head office"));
+    Receive(MsgCode::OFFLINE);  // the user's own end
+
+    prompts.ExpectBox(Text(MsgCode::SECOND_AUTH_TIMEOUT), 0);
+    fail(MsgCode::ERR_SMS_TIMEOUT);  // has no words of its own
+    EXPECT_EQ(state.status, ConnectStatus::Disconnected);
+}
+
+TEST_F(DispatchTest, WhileABoxStandsOnlyTheLatestOtherTextFollows) {
+    core::sslvpn::CLMsgReplyTunnelDisconnectData record;
+    record.profileName = "Head office";
+    auto const disconnect = [this, &record](int reason) {
+        record.reason = reason;
+        dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(record));
+    };
+    GoOnline();
+    prompts.ExpectBox(Text(MsgCode::UI_WARNING_SERVER_KICKOUT_CLIENT), 0, [&] {
+        disconnect(12);
+        EXPECT_EQ(state.status, ConnectStatus::Disconnected) << "the effect does not wait";
+        EXPECT_EQ(prompts.Boxes().size(), 1U);
+    });
+    prompts.ExpectBox(Text(MsgCode::UI_WARNING_SERVER_FORCE_TIMEOUT), 0);
+    disconnect(5);
+    EXPECT_TRUE(WaitUntil([this] { return prompts.Finished(); }));
+    EXPECT_EQ(Sent("stop"), 1);
 }
 
 TEST_F(DispatchTest, AServersOwnMessageEndsTheAttempt) {

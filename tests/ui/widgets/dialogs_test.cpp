@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QtTest/QTest>
 
+#include "components/utils/sensitive_value.h"
 #include "tests/support/qt_helpers.h"
 #include "ui/widgets/dim_cover.h"
 #include "ui/widgets/input_dialog.h"
@@ -115,6 +116,8 @@ TEST(InputDialog, AutomationAnswersAndRefuses) {
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
     EXPECT_EQ(dialog.textValue(), text("secret"));
     EXPECT_TRUE(dialog.remberCheck());
+    EXPECT_EQ(dialog.TakeSensitiveValue(), components::utils::EncodeSensitiveValue("secret"));
+    EXPECT_TRUE(dialog.textValue().isEmpty());
     dialog.show();
     dialog.AutoRefusedPwd();
     EXPECT_EQ(dialog.result(), QDialog::Rejected);

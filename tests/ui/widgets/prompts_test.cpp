@@ -45,7 +45,7 @@ TEST(Prompts, SecretComesBackWithItsMark) {
         [](ui::InputDialog& dialog) { dialog.AutoConfirmPwd(QStringLiteral("pin"), true); });
     auto const answer = prompts.InputSecret(request);
     ASSERT_TRUE(answer);
-    EXPECT_EQ(answer->text, QStringLiteral("pin"));
+    EXPECT_EQ(components::utils::DecodeSensitiveValue(answer->value), "pin");
     EXPECT_TRUE(answer->remember);
     WhenModal<ui::InputDialog>([](ui::InputDialog& dialog) { dialog.reject(); });
     EXPECT_FALSE(prompts.InputSecret(request));

@@ -1,0 +1,21 @@
+#include "ui/widgets/secret_field.h"
+
+#include <QByteArray>
+
+#include "components/utils/secret_string.h"
+#include "components/utils/sensitive_value.h"
+
+namespace zorvanelink::ui {
+
+std::string TakeSensitiveValue(QLineEdit& field) {
+    QString text = field.text();
+    // Only when the field has let go of the shared buffer does fill() reach that very buffer.
+    field.setText(QString());
+    QByteArray bytes = text.toUtf8();
+    text.fill(QChar(u'\0'));
+    components::utils::SecretString const clear(bytes.toStdString());
+    bytes.fill('\0');
+    return components::utils::EncodeSensitiveValue(clear.Get());
+}
+
+}  // namespace zorvanelink::ui

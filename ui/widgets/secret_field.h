@@ -1,0 +1,13 @@
+// The one way of a secret from an edit field into the program. GUI thread.
+#pragma once
+
+#include <QLineEdit>
+#include <string>
+
+namespace zorvanelink::ui {
+
+// The field's text as a sensitive value. The field is emptied, and every clear copy made on the
+// way is overwritten.
+std::string TakeSensitiveValue(QLineEdit& field);
+
+}  // namespace zorvanelink::ui
