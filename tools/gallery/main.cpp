@@ -148,9 +148,10 @@ void dialogs() {
 }
 
 void certificates() {
-    auto window = sample(ConnectStatus::Disconnected);
-    CertStates([&window](QString const& name, QWidget& dialog) { save(name, *window, &dialog); },
-               window.get());
+    SampleWindow sample;
+    CertStates(
+        [&sample](QString const& name, QWidget& dialog) { save(name, sample.Window(), &dialog); },
+        &sample.Window());
 }
 
 void installTranslators() {
