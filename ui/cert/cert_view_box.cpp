@@ -1,6 +1,7 @@
 #include "ui/cert/cert_view_box.h"
 
 #include <QKeyEvent>
+#include <algorithm>
 
 #include "ui/widgets/style.h"
 

@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QStyle>
 
+#include "ui/widgets/elide.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -130,7 +131,7 @@ bool CertViewPage::eventFilter(QObject* watched, QEvent* event) {
 void CertViewPage::elideTitle() {
     QString shown = pushButtonSelect->fontMetrics().elidedText(
         title_, Qt::ElideRight, pushButtonSelect->width() - kTitleRoom);
-    pushButtonSelect->setToolTip(shown == title_ ? QString() : title_);
+    pushButtonSelect->setToolTip(shown == title_ ? QString() : PlainToolTip(title_));
     // An ampersand in a name is no shortcut.
     pushButtonSelect->setText(shown.replace(QLatin1Char('&'), QStringLiteral("&&")));
 }

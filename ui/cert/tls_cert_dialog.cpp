@@ -1,6 +1,7 @@
 #include "ui/cert/tls_cert_dialog.h"
 
 #include <QHBoxLayout>
+#include <algorithm>
 
 #include "components/logger/logger.h"
 #include "ui/cert/cert_view_form.h"
@@ -169,11 +170,16 @@ void TLSCertDialog::onRecvCertInfo(std::vector<zorvanelink::CertInfo> const& lis
 }
 
 void TLSCertDialog::fill(Source& source, std::vector<CertInfo> certs) {
+    // What the user has chosen already outlives a list that comes late.
+    QModelIndex const at = source.view->currentIndex();
+    std::string const wanted = at.isValid()
+                                   ? source.certs[static_cast<std::size_t>(at.row())].fingerprint
+                                   : target_.fingerprint;
     source.certs = std::move(certs);
     QStringList names;
     int preset = -1;
     for (CertInfo const& cert : source.certs) {
-        if (!target_.fingerprint.empty() && cert.fingerprint == target_.fingerprint) {
+        if (!wanted.empty() && cert.fingerprint == wanted) {
             preset = names.size();
         }
         names.append(shownName(cert));

@@ -1,6 +1,9 @@
 #include "ui/config/config.h"
 
+#include <unistd.h>
+
 #include <QFile>
+#include <cerrno>
 
 #include "app/environment/paths.h"
 #include "components/logger/logger.h"
@@ -165,7 +168,8 @@ bool Config::DeleteClientCert(CertInfo const& cert) {
     std::string const fingerprint = cert.fingerprint;
     QString const path =
         GetConfigClientCertPath() + QLatin1Char('/') + QString::fromStdString(fingerprint);
-    if (QFile::exists(path) && !QFile::remove(path)) {
+    // A file that is already gone is as good as deleted; one that cannot be reached is not.
+    if (::unlink(QFile::encodeName(path).constData()) != 0 && errno != ENOENT) {
         Log().info("Failed to remove cert file {} ", path.toStdString());
         return false;
     }

@@ -40,6 +40,9 @@ std::string InitCert(Profile const& profile, Config const& config) {
     if (profile.loginMode != kLoginModeGm) {
         return utils::Base64Encode(profile.systemCert.certData, false);
     }
+    if (profile.gmCert.signCert.empty() && profile.gmCert.encCert.empty()) {
+        return {};  // a container may be empty
+    }
     std::string const pair = utils::Base64Encode(profile.gmCert.signCert, false) +
                              kGmPairSeparator + utils::Base64Encode(profile.gmCert.encCert, false);
     Log().info("encode cert:{}", pair);

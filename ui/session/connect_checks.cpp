@@ -123,13 +123,13 @@ QString ConnectFlow::Profile2JsonString(QString const& type,
     if (type != QLatin1String("start")) {
         return QString::fromStdString(BuildStopMessage(*profile));
     }
-    state_.connectingProfileName =
-        profile->context.needQueryAuthType ? profile->name : std::string();
     std::optional<std::string> const json = BuildStartMessage(*profile, config_);
     if (!json) {
         criticalBox(GetErrMsg(MsgCode::UI_ERROR_NO_CERT));
         return {};
     }
+    state_.connectingProfileName =
+        profile->context.needQueryAuthType ? profile->name : std::string();
     config_.hasPromotedUpdate = true;  // only the first start of a run tells that it is the first
     return QString::fromStdString(*json);
 }

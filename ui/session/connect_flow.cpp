@@ -119,10 +119,16 @@ void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthT
     state_.offline = false;
     g_running_client = 1;
     updater_.AnnounceAttempt();
-    QString const json = Profile2JsonString(QStringLiteral("start"), profile);
+    QString json;
+    {
+        QScopedValueRollback<bool> const guard(prompting_, true);
+        json = Profile2JsonString(QStringLiteral("start"), profile);
+    }
     if (json.isEmpty()) {
         Log().error("NO json string could be get from profile");
-        refuse(profile->name);
+        if (!g_quit && attempt == state_.attempt) {
+            refuse(profile->name);
+        }
         return;
     }
     profile->credentialPrompted = true;

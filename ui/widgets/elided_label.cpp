@@ -2,6 +2,8 @@
 
 #include <QEvent>
 
+#include "ui/widgets/elide.h"
+
 namespace zorvanelink::ui {
 
 ElidedLabel::ElidedLabel(QString const& text, QWidget* parent) : QLabel(parent) {
@@ -35,7 +37,7 @@ void ElidedLabel::changeEvent(QEvent* event) {
 void ElidedLabel::elide() {
     QString const shown = fontMetrics().elidedText(full_, Qt::ElideRight, contentsRect().width());
     setText(shown);
-    setToolTip(shown == full_ ? QString() : full_);
+    setToolTip(shown == full_ ? QString() : PlainToolTip(full_));
 }
 
 }  // namespace zorvanelink::ui
