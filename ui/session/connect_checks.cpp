@@ -35,21 +35,28 @@ bool ConnectFlow::CheckProfile(std::shared_ptr<Profile> const& profile) {
     return !common::NeedsCertificate(profile->authType) || CheckCert(profile);
 }
 
-bool ConnectFlow::CheckPassword(std::shared_ptr<Profile> const& profile) {
+std::optional<SecretAnswer> ConnectFlow::askFor(SecretTexts const& texts) {
     SecretRequest request;
     request.parent = dialog_parent_;
-    request.title = GetErrMsg(MsgCode::UI_INFO_INPUT_PWD);
-    request.label = GetErrMsg(MsgCode::UI_INFO_PLEASE_INPUT_THE_PWD);
-    request.label2 = GetErrMsg(MsgCode::UI_INFO_PASSWORD);
+    request.title = GetErrMsg(texts.title);
+    request.label = GetErrMsg(texts.label);
+    request.label2 = GetErrMsg(texts.name);
     request.placeholder = request.label;
     request.okButton = GetErrMsg(MsgCode::UI_INFO_OK);
     request.cancelButton = GetErrMsg(MsgCode::UI_INFO_NO);
-    request.rememberText = GetErrMsg(MsgCode::UI_INFO_REMEMBER_PWD);
+    request.rememberText = GetErrMsg(texts.remember);
     request.maxUtf8Length = kMaxSecretBytes;
-    request.tooLongMessage = GetErrMsg(MsgCode::UI_TR_ERR_PWD_LENGTH);
+    request.tooLongMessage = GetErrMsg(texts.too_long);
     request.emptyMessage = request.label;
-    auto const answer = prompts_.InputSecret(request);
-    if (!answer || answer->value.empty()) {
+    std::optional<SecretAnswer> answer = prompts_.InputSecret(request);
+    return answer && !answer->value.empty() ? answer : std::nullopt;
+}
+
+bool ConnectFlow::CheckPassword(std::shared_ptr<Profile> const& profile) {
+    auto const answer = askFor({MsgCode::UI_INFO_INPUT_PWD, MsgCode::UI_INFO_PLEASE_INPUT_THE_PWD,
+                                MsgCode::UI_INFO_PASSWORD, MsgCode::UI_INFO_REMEMBER_PWD,
+                                MsgCode::UI_TR_ERR_PWD_LENGTH});
+    if (!answer) {
         return false;
     }
     profile->password = answer->value;
@@ -62,20 +69,10 @@ bool ConnectFlow::CheckPassword(std::shared_ptr<Profile> const& profile) {
 }
 
 bool ConnectFlow::CheckPincode(std::shared_ptr<Profile> const& profile) {
-    SecretRequest request;
-    request.parent = dialog_parent_;
-    request.title = GetErrMsg(MsgCode::UI_INFO_INPUT_PINCODE);
-    request.label = GetErrMsg(MsgCode::UI_INFO_INPUT_PIN_CODE);
-    request.label2 = GetErrMsg(MsgCode::UI_INFO_PINCODE);
-    request.placeholder = request.label;
-    request.okButton = GetErrMsg(MsgCode::UI_INFO_OK);
-    request.cancelButton = GetErrMsg(MsgCode::UI_INFO_NO);
-    request.rememberText = GetErrMsg(MsgCode::UI_INFO_REMEMBER_PIN);
-    request.maxUtf8Length = kMaxSecretBytes;
-    request.tooLongMessage = GetErrMsg(MsgCode::UI_TR_ERR_PIN_CODE_LENGTH);
-    request.emptyMessage = request.label;
-    auto const answer = prompts_.InputSecret(request);
-    if (!answer || answer->value.empty()) {
+    auto const answer = askFor({MsgCode::UI_INFO_INPUT_PINCODE, MsgCode::UI_INFO_INPUT_PIN_CODE,
+                                MsgCode::UI_INFO_PINCODE, MsgCode::UI_INFO_REMEMBER_PIN,
+                                MsgCode::UI_TR_ERR_PIN_CODE_LENGTH});
+    if (!answer) {
         return false;
     }
     bool const gm = profile->loginMode == kLoginModeGm;

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "ui/config/config.h"
@@ -63,6 +64,16 @@ class ConnectFlow : public QObject {
     void forgetCredentials(Profile& profile, bool queryAuthType);
     bool send(QString const& json);
     void criticalBox(QString const& text);
+
+    // What differs between the two secrets that are asked for.
+    struct SecretTexts {
+        common::MsgCode title;
+        common::MsgCode label;
+        common::MsgCode name;
+        common::MsgCode remember;
+        common::MsgCode too_long;
+    };
+    std::optional<SecretAnswer> askFor(SecretTexts const& texts);
 
     bool CheckProfile(std::shared_ptr<Profile> const& profile);
     bool CheckPassword(std::shared_ptr<Profile> const& profile);
