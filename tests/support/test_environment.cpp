@@ -13,6 +13,7 @@ std::filesystem::path g_home;
 void setFolder(char const* variable, char const* below) {
     auto const folder = g_home / below;
     std::filesystem::create_directories(folder);
+    std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
     setenv(variable, folder.c_str(), 1);
 }
 
