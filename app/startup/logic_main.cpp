@@ -64,15 +64,13 @@ void copyResources() {
 void installTranslators() {
     InitAssets();
     g_is_chinese = IsChineseDisplayLangguage();
-    // They live as long as the application.
-    auto* const own = new QTranslator(qApp);
-    auto* const qt = new QTranslator(qApp);
-    if (g_is_chinese && !(own->load(QStringLiteral(":/translations/zh_Hans.qm")) &&
-                          qt->load(QStringLiteral(":/translations/qt_zh_CN.qm")))) {
-        Log().error("Failed to load the translations");
+    for (char const* const file : {":/translations/zh_Hans.qm", ":/translations/qt_zh_CN.qm"}) {
+        auto* const translator = new QTranslator(qApp);  // lives as long as the application
+        if (g_is_chinese && !translator->load(QLatin1String(file))) {
+            Log().error("Failed to load the translation {}", file);
+        }
+        QCoreApplication::installTranslator(translator);
     }
-    QCoreApplication::installTranslator(own);
-    QCoreApplication::installTranslator(qt);
 }
 
 bool anotherClientRuns(std::string const& path) {
