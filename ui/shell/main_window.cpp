@@ -36,6 +36,10 @@ LinkCore::LinkFactory socketLink(std::string const& uuid) {
     return [uuid] { return std::make_shared<components::ipc::SocketIPCClient>(uuid, nullptr); };
 }
 
+TrayController::Available allowed(TrayController::Available available) {
+    return AppCtrl::Instance().disableTray ? nullptr : std::move(available);
+}
+
 }  // namespace
 
 MainWindow::MainWindow(Environment environment, QWidget* parent)
@@ -51,12 +55,16 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
       failures_(state_, flow_, prompts_, this),
       statuses_(state_, updater_, flow_, failures_),
       dispatcher_(state_, statuses_, failures_, config_),
-      tunnel_(*ui_.tunnel, [this] { return flow_.RunningProfile(); }) {
+      tunnel_(*ui_.tunnel, [this] { return flow_.RunningProfile(); }),
+      tray_(*this, config_, allowed(std::move(environment.trayAvailable))),
+      more_({*ui_.titleBar->MoreButton(), config_, prompts_,
+             [this](QString const& message) { return link_.SendToService(message); }}) {
     applyLogLevel();
     shapeWindow();
     wireLink();
     wireSession();
     wireCards();
+    wireTray();
     wireWindow();
     cards_.RefreshConnList();
     render();
@@ -84,8 +92,6 @@ void MainWindow::shapeWindow() {
     if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
         setAttribute(Qt::WA_TranslucentBackground);
     }
-    // Their flows come with the menus of the shell.
-    ui_.titleBar->MoreButton()->hide();
 }
 
 void MainWindow::wireLink() {
@@ -140,6 +146,19 @@ void MainWindow::wireCards() {
     connect(&cards_, &ConnectionList::Selected, this, &MainWindow::SetStatusBarInfo);
 }
 
+void MainWindow::wireTray() {
+    connect(&tray_, &TrayController::ShowWindow, this, &MainWindow::BringUp);
+    connect(&tray_, &TrayController::Quit, this, &QWidget::close);
+    connect(&tray_, &TrayController::Connect, this,
+            [this] { pressCard(cards_.SelectedName(), true); });
+    connect(&tray_, &TrayController::Disconnect, this,
+            [this] { pressCard(state_.currentProfileName, false); });
+    connect(&flow_, &ConnectFlow::RequestBegun, &tray_, &TrayController::InitTrayAction);
+    connect(&flow_, &ConnectFlow::SessionEnded, &tray_, &TrayController::ClearTrayMenuActions);
+    connect(&statuses_, &StatusHandler::CameOnline, &tray_, &TrayController::RefreshTrayMenu);
+    connect(&cards_, &ConnectionList::Selected, this, &MainWindow::renderTray);
+}
+
 void MainWindow::wireWindow() {
     connect(this, &MainWindow::UpdateStatusBar, this, &MainWindow::onUpdateStatusBar);
     connect(ui_.titleBar->CloseButton(), &QToolButton::clicked, this,
@@ -149,6 +168,8 @@ void MainWindow::wireWindow() {
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [](Qt::ApplicationState now) {
         g_is_application_active = now == Qt::ApplicationActive;
     });
+    connect(qApp, &QGuiApplication::commitDataRequest, this, &MainWindow::onSessionEnding);
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &MainWindow::leave);
 }
 
 // Everything that follows from the state, in one place.
@@ -164,8 +185,24 @@ void MainWindow::render() {
     ui_.tunnel->SetWarning(view.hasWarning ? GetTrMsg(view.warning) : QString());
     cards_.SetPending(state_.startingProfileName);
     SetStatusBarInfo();
+    renderTray();
     if (view.hasStatusText) {
         Q_EMIT UpdateStatusBar(GetTrMsg(view.statusText), QLatin1String(view.statusIcon));
+    }
+}
+
+void MainWindow::renderTray() {
+    bool const named = state_.status != ConnectStatus::Disconnected;
+    tray_.Render(trayViewFor(state_, cards_.Has(cards_.SelectedName())),
+                 named ? QString::fromStdString(state_.currentProfileName) : QString(),
+                 QString::fromStdString(cards_.SelectedName()));
+}
+
+// What the button of that card does, unless the state has moved on since the menu was shown.
+void MainWindow::pressCard(std::string const& name, bool start) {
+    ProfileTab* const tab = start == state_.Idle() ? cards_.GetProfileTab(name) : nullptr;
+    if (tab != nullptr && start == (tab->Status() == ConnectStatus::Disconnected)) {
+        tab->onConnButtonTriggered();
     }
 }
 
@@ -266,9 +303,12 @@ void MainWindow::onDeleteConnectionInfo(QString const& name) {
 
 // Without a tray nothing would bring a hidden window back: closing means leaving.
 void MainWindow::on_btn_main_close__clicked() {
-    if (prompts_.Question(this, GetErrMsg(MsgCode::UI_WARNING),
-                          GetErrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT),
-                          GetErrMsg(MsgCode::UI_INFO_OK), GetErrMsg(MsgCode::UI_INFO_CANCEL))) {
+    if (tray_.HasTray()) {
+        hide();
+    } else if (prompts_.Question(this, GetErrMsg(MsgCode::UI_WARNING),
+                                 GetErrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT),
+                                 GetErrMsg(MsgCode::UI_INFO_OK),
+                                 GetErrMsg(MsgCode::UI_INFO_CANCEL))) {
         close();
     }
 }
@@ -277,14 +317,35 @@ void MainWindow::on_btn_main_min__clicked() {
     showMinimized();
 }
 
+void MainWindow::BringUp() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
-    event->accept();
-    if (std::exchange(quitting_, true)) {
+    // The user closes a window, not the connection; the end of the desktop session closes both.
+    if (event->spontaneous() && !sessionEnding_ && tray_.HasTray()) {
+        event->ignore();
+        hide();
         return;
     }
-    link_.IgnoreLoss();
-    StopConnect();
+    event->accept();
+    leave();
     QCoreApplication::exit(0);
+}
+
+void MainWindow::leave() {
+    if (!std::exchange(quitting_, true)) {
+        link_.IgnoreLoss();
+        StopConnect();
+    }
+}
+
+void MainWindow::onSessionEnding() {
+    sessionEnding_ = true;
+    config_.Save();
 }
 
 bool MainWindow::event(QEvent* event) {
@@ -294,6 +355,8 @@ bool MainWindow::event(QEvent* event) {
     } else if (event->type() == QEvent::WindowUnblocked) {
         ui_.cover->ToFront();
         Log().debug("active mainwindow");
+    } else if (event->type() == QEvent::WindowActivate) {
+        sessionEnding_ = false;  // the user has stayed
     }
     return QWidget::event(event);
 }

@@ -15,6 +15,8 @@
 #include "ui/session/status_handler.h"
 #include "ui/session/status_updater.h"
 #include "ui/shell/main_window_layout.h"
+#include "ui/shell/more_menu.h"
+#include "ui/shell/tray_controller.h"
 #include "ui/tunnel/tunnel_controller.h"
 #include "ui/widgets/prompts.h"
 
@@ -29,6 +31,7 @@ class MainWindow : public QWidget {
         Config& config;
         Prompts& prompts;
         LinkCore::LinkFactory link;  // null: the socket link to the service
+        TrayController::Available trayAvailable = QSystemTrayIcon::isSystemTrayAvailable;
     };
 
     explicit MainWindow(Environment environment, QWidget* parent = nullptr);
@@ -48,6 +51,10 @@ class MainWindow : public QWidget {
     void Wait(int mode, QString const& text);
     void onUpdateStatusBar(QString const& text, QString const& iconPath);
     void onDeleteConnectionInfo(QString const& name);
+    // Out of the tray or the task bar, to the front.
+    void BringUp();
+    // The desktop session ends: from here on a close event from outside means leaving.
+    void onSessionEnding();
 
   private Q_SLOTS:
     void on_btn_main_close__clicked();
@@ -64,9 +71,13 @@ class MainWindow : public QWidget {
     void wireLink();
     void wireSession();
     void wireCards();
+    void wireTray();
     void wireWindow();
 
     void render();
+    void renderTray();
+    void pressCard(std::string const& name, bool start);
+    void leave();
     void onStatusNotified(QString const& name, ConnectStatus status);
     void onCameOnline(bool first);
     void SetStatusBarInfo();
@@ -85,7 +96,10 @@ class MainWindow : public QWidget {
     StatusHandler statuses_;
     MessageDispatcher dispatcher_;
     TunnelController tunnel_;
+    TrayController tray_;
+    MoreMenu more_;
     bool quitting_ = false;
+    bool sessionEnding_ = false;
 };
 
 // The one main window, or null.
