@@ -103,5 +103,13 @@
         <source>Refresh</source>
         <translation>刷新</translation>
     </message>
+    <message>
+        <source>Show what is typed</source>
+        <translation>显示输入内容</translation>
+    </message>
+    <message>
+        <source>Hide what is typed</source>
+        <translation>隐藏输入内容</translation>
+    </message>
 </context>
 </TS>
