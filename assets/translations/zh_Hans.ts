@@ -179,5 +179,13 @@ BuildID: %2</source>
         <source>The start with the session could not be changed.#@@#%1</source>
         <translation>无法更改随会话启动的设置。#@@#%1</translation>
     </message>
+    <message>
+        <source>Show what is typed</source>
+        <translation>显示输入内容</translation>
+    </message>
+    <message>
+        <source>Hide what is typed</source>
+        <translation>隐藏输入内容</translation>
+    </message>
 </context>
 </TS>

@@ -9,6 +9,7 @@
 #include "app/environment/globals.h"
 #include "components/ipc/socket_ipc_client.h"
 #include "components/logger/logger.h"
+#include "core/clmsg_json.h"
 #include "ui/session/view_state.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/style.h"
@@ -56,6 +57,7 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
       statuses_(state_, updater_, flow_, failures_),
       dispatcher_(state_, statuses_, failures_, config_),
       tunnel_(*ui_.tunnel, [this] { return flow_.RunningProfile(); }),
+      authTypes_({state_, updater_, flow_, dialogs_, {config_, prompts_, certList_}, this}),
       tray_(*this, config_, allowed(std::move(environment.trayAvailable))),
       more_({*ui_.titleBar->MoreButton(), config_, prompts_,
              [this](QString const& message) { return link_.SendToService(message); }}) {
@@ -63,6 +65,7 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
     shapeWindow();
     wireLink();
     wireSession();
+    wireAuth();
     wireCards();
     wireTray();
     wireWindow();
@@ -131,6 +134,20 @@ void MainWindow::wireSession() {
         cards_.RefreshConnList();
         render();
     });
+}
+
+void MainWindow::wireAuth() {
+    connect(&authTypes_, &AuthTypeFlow::StartConnect, this,
+            [this](QString const& name, bool query) {
+                if (ProfileTab* const tab = cards_.GetProfileTab(name.toStdString())) {
+                    tab->onStartConnect(name, query);
+                }
+            });
+    connect(&certList_, &CertListRoad::SendCertRequest, &link_, [this](bool gm) {
+        link_.SendToService(QString::fromStdString(core::sslvpn::CLMsgJson::BuildCertRequest(gm)));
+    });
+    connect(&dispatcher_, &MessageDispatcher::RecvCertInfo, &certList_,
+            &CertListRoad::RecvCertInfo);
 }
 
 void MainWindow::wireCards() {

@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <string>
 
+#include "ui/auth/auth_type_flow.h"
 #include "ui/cards/connection_list.h"
 #include "ui/config/config.h"
 #include "ui/link/service_link.h"
@@ -12,6 +13,7 @@
 #include "ui/session/connection_state.h"
 #include "ui/session/failure_presenter.h"
 #include "ui/session/message_dispatcher.h"
+#include "ui/session/session_dialogs.h"
 #include "ui/session/status_handler.h"
 #include "ui/session/status_updater.h"
 #include "ui/shell/main_window_layout.h"
@@ -70,6 +72,7 @@ class MainWindow : public QWidget {
     void shapeWindow();
     void wireLink();
     void wireSession();
+    void wireAuth();
     void wireCards();
     void wireTray();
     void wireWindow();
@@ -96,6 +99,9 @@ class MainWindow : public QWidget {
     StatusHandler statuses_;
     MessageDispatcher dispatcher_;
     TunnelController tunnel_;
+    SessionDialogs dialogs_;
+    CertListRoad certList_;
+    AuthTypeFlow authTypes_;
     TrayController tray_;
     MoreMenu more_;
     bool quitting_ = false;
