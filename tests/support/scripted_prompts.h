@@ -33,6 +33,9 @@ class ScriptedPrompts : public ui::Prompts {
     }
     void ExpectFile(std::optional<QString> answer) { answers_.push_back(std::move(answer)); }
 
+    // From here on any box is closed unread; for tests that count them.
+    void CloseAnyBox() { close_any_box_ = true; }
+
     // Addresses are only taken down.
     void FailToOpen(bool fail) { fail_to_open_ = fail; }
     std::vector<QUrl> const& Opened() const { return opened_; }
@@ -43,6 +46,9 @@ class ScriptedPrompts : public ui::Prompts {
 
     int Box(ui::BoxRequest const& request) override {
         boxes_.push_back(request);
+        if (close_any_box_) {
+            return -1;
+        }
         auto const answer = next<BoxAnswer>(request.text);
         if (!answer) {
             return -1;
@@ -104,6 +110,7 @@ class ScriptedPrompts : public ui::Prompts {
     std::vector<ui::SecretRequest> secrets_;
     std::vector<QUrl> opened_;
     bool fail_to_open_ = false;
+    bool close_any_box_ = false;
 };
 
 }  // namespace zorvanelink::test
