@@ -56,10 +56,7 @@ void entry(Save const& save, char const* action, char const* name) {
         }
     });
     look.start(1);
-    QMenu& menu = openMore(sample.Window());
-    auto* const chosen = menu.findChild<QAction*>(QLatin1String(action));
-    menu.close();
-    chosen->trigger();
+    sample.Window().findChild<QAction*>(QLatin1String(action))->trigger();
     QApplication::processEvents();
 }
 

@@ -169,19 +169,6 @@ void MainWindow::wireCards() {
     connect(&cards_, &ConnectionList::Selected, this, &MainWindow::SetStatusBarInfo);
 }
 
-void MainWindow::wireTray() {
-    connect(&tray_, &TrayController::ShowWindow, this, &MainWindow::BringUp);
-    connect(&tray_, &TrayController::Quit, this, &QWidget::close);
-    connect(&tray_, &TrayController::Connect, this,
-            [this] { pressCard(cards_.SelectedName(), true); });
-    connect(&tray_, &TrayController::Disconnect, this,
-            [this] { pressCard(state_.currentProfileName, false); });
-    connect(&flow_, &ConnectFlow::RequestBegun, &tray_, &TrayController::InitTrayAction);
-    connect(&flow_, &ConnectFlow::SessionEnded, &tray_, &TrayController::ClearTrayMenuActions);
-    connect(&statuses_, &StatusHandler::CameOnline, &tray_, &TrayController::RefreshTrayMenu);
-    connect(&cards_, &ConnectionList::Selected, this, &MainWindow::renderTray);
-}
-
 void MainWindow::wireWindow() {
     connect(this, &MainWindow::UpdateStatusBar, this, &MainWindow::onUpdateStatusBar);
     connect(ui_.titleBar->CloseButton(), &QToolButton::clicked, this,
@@ -211,21 +198,6 @@ void MainWindow::render() {
     renderTray();
     if (view.hasStatusText) {
         Q_EMIT UpdateStatusBar(GetTrMsg(view.statusText), QLatin1String(view.statusIcon));
-    }
-}
-
-void MainWindow::renderTray() {
-    bool const named = state_.status != ConnectStatus::Disconnected;
-    tray_.Render(trayViewFor(state_, cards_.Has(cards_.SelectedName())),
-                 named ? QString::fromStdString(state_.currentProfileName) : QString(),
-                 QString::fromStdString(cards_.SelectedName()));
-}
-
-// What the button of that card does, unless the state has moved on since the menu was shown.
-void MainWindow::pressCard(std::string const& name, bool start) {
-    ProfileTab* const tab = start == state_.Idle() ? cards_.GetProfileTab(name) : nullptr;
-    if (tab != nullptr && start == (tab->Status() == ConnectStatus::Disconnected)) {
-        tab->onConnButtonTriggered();
     }
 }
 
@@ -324,51 +296,8 @@ void MainWindow::onDeleteConnectionInfo(QString const& name) {
     }
 }
 
-// Without a tray nothing would bring a hidden window back: closing means leaving.
-void MainWindow::on_btn_main_close__clicked() {
-    if (tray_.HasTray()) {
-        hide();
-    } else if (prompts_.Question(this, GetErrMsg(MsgCode::UI_WARNING),
-                                 GetErrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT),
-                                 GetErrMsg(MsgCode::UI_INFO_OK),
-                                 GetErrMsg(MsgCode::UI_INFO_CANCEL))) {
-        close();
-    }
-}
-
 void MainWindow::on_btn_main_min__clicked() {
     showMinimized();
-}
-
-void MainWindow::BringUp() {
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
-}
-
-void MainWindow::closeEvent(QCloseEvent* event) {
-    // The user closes a window, not the connection; the end of the desktop session closes both.
-    if (event->spontaneous() && !sessionEnding_ && tray_.HasTray()) {
-        event->ignore();
-        hide();
-        return;
-    }
-    event->accept();
-    leave();
-    QCoreApplication::exit(0);
-}
-
-void MainWindow::leave() {
-    if (!std::exchange(quitting_, true)) {
-        link_.IgnoreLoss();
-        StopConnect();
-    }
-}
-
-void MainWindow::onSessionEnding() {
-    sessionEnding_ = true;
-    config_.Save();
 }
 
 bool MainWindow::event(QEvent* event) {

@@ -80,6 +80,8 @@ class MainWindow : public QWidget {
     void render();
     void renderTray();
     void pressCard(std::string const& name, bool start);
+    void offerPages();
+    void openPage(std::string Context::*page, bool local);
     void leave();
     void onStatusNotified(QString const& name, ConnectStatus status);
     void onCameOnline(bool first);
@@ -100,7 +102,6 @@ class MainWindow : public QWidget {
     StatusHandler statuses_;
     MessageDispatcher dispatcher_;
     TunnelController tunnel_;
-    SessionDialogs dialogs_;
     CertListRoad certList_;
     AuthTypeFlow authTypes_;
     TrayController tray_;

@@ -1,6 +1,5 @@
 #include "ui/shell/more_menu.h"
 
-#include <QDesktopServices>
 #include <QShortcut>
 #include <QTimer>
 #include <QUrl>
@@ -69,8 +68,9 @@ void MoreMenu::InitMoreMenu() {
 }
 
 QAction* MoreMenu::addAction(char const* name, QString const& text, void (MoreMenu::*slot)()) {
-    QAction* const action = menu_.addAction(text);
+    auto* const action = new QAction(text, button_.window());
     action->setObjectName(QLatin1String(name));
+    menu_.addAction(action);
     // Queued: a box runs an event loop, and the menu is to be gone by then.
     connect(action, &QAction::triggered, this, slot, Qt::QueuedConnection);
     return action;
@@ -158,7 +158,7 @@ void MoreMenu::onActionHelpTriggered() {
                        Translate(QT_TRANSLATE_NOOP("ui", "Open Log Folder"))};
     constexpr int kOpenFolder = 1;
     if (prompts_.Box(request) == kOpenFolder) {
-        QDesktopServices::openUrl(QUrl::fromLocalFile(GetAppLogDirPath()));
+        prompts_.OpenUrl(QUrl::fromLocalFile(GetAppLogDirPath()));
     }
 }
 

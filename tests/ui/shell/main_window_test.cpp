@@ -13,6 +13,7 @@
 #include "tests/support/qt_helpers.h"
 #include "tests/support/scripted_prompts.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -102,6 +103,31 @@ TEST_F(Shell, ClosingHidesToTheTrayAndKeepsTheConnection) {
     EXPECT_TRUE(WaitFor([this] { return Sent("stop") == 1; }));
 }
 
+TEST_F(Shell, PagesOfTheSessionStandInTheTrayUntilItEnds) {
+    Add("Head office");
+    Open();
+    auto& redirect = Find<QAction>(*window, "tray_redirect_");
+    auto const offered = [&redirect] { return !redirect.associatedWidgets().isEmpty(); };
+    GoOnline();
+    core::sslvpn::CLMsgCommonReplyData data;
+    data.profileName = "Head office";
+    data.statusCode = MsgCode::KEY_EXCHANGE_DATA;
+    data.redirectUrl = "https://portal.example.com/";
+    data.redirectUrlTitle = "Portal";
+    service->Deliver(core::sslvpn::CLMsgReplyJson::Build(data));
+    EXPECT_TRUE(WaitFor(offered));
+    EXPECT_EQ(redirect.text(), QStringLiteral("Portal"));
+    redirect.trigger();
+    EXPECT_TRUE(WaitFor([this] { return prompts.Opened().size() == 1; }));
+    EXPECT_EQ(prompts.Opened().front(), QUrl(QStringLiteral("https://portal.example.com/")));
+    Say(MsgCode::PREPARE_RECONNECTING);
+    EXPECT_TRUE(WaitFor([&] { return !offered(); }));
+    Say(MsgCode::ONLINE);
+    EXPECT_TRUE(WaitFor(offered));
+    Say(MsgCode::OFFLINE);
+    EXPECT_TRUE(WaitFor([&] { return !offered(); }));
+}
+
 TEST_F(Shell, ClosingAsksWithoutATray) {
     tray = false;
     Open();
@@ -177,6 +203,18 @@ TEST_F(Shell, MoreMenuChangesTheLogLevelAndTellsTheService) {
     EXPECT_NE(service->Sent().back().find("\"logLevel\":\"error\""), std::string::npos);
     levels->actions().at(2)->trigger();
     menu->close();
+}
+
+TEST_F(Shell, HelpOpensTheFolderOfTheLogFiles) {
+    Open();
+    prompts.ExpectBox(
+        Translate("Your administrator can tell you the gateway, your account and the certificate "
+                  "to use.#@@#Support may ask for the log files:\n%1")
+            .arg(GetAppLogDirPath()),
+        1);
+    Find<QAction>(*window, "more_help_").trigger();
+    EXPECT_TRUE(WaitFor([this] { return !prompts.Opened().empty(); }));
+    EXPECT_EQ(prompts.Opened().front(), QUrl::fromLocalFile(GetAppLogDirPath()));
 }
 
 TEST_F(Shell, MoreMenuOffersNoUpdatesToAPackagedClient) {

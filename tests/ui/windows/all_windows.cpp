@@ -2,7 +2,10 @@
 
 #include "app/environment/globals.h"
 #include "app/environment/paths.h"
+#include "components/utils/sensitive_value.h"
+#include "core/clmsg_reply_json.h"
 #include "tests/support/qt_helpers.h"
+#include "ui/auth/auth_type_dialog.h"
 #include "ui/cert/digital_cert_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
 #include "ui/pages/settings_dialog.h"
@@ -17,11 +20,16 @@ namespace {
 using common::MsgCode;
 using ui::GetTrMsg;
 
+constexpr char kFirstName[] = "Head office";
+
 void addProfile(ui::Config& config, char const* name, char const* server, char const* user) {
     auto profile = std::make_shared<ui::Profile>();
     profile->name = name;
     profile->server = server;
     profile->userName = user;
+    profile->authType = common::SupportedAuthType::kPwd;
+    profile->password = components::utils::EncodeSensitiveValue("correct horse");
+    profile->rememberPassword = true;
     config.AddProfile(profile, true);
 }
 
@@ -35,6 +43,7 @@ void addCert(ui::Config& config, std::string const& name, bool tls) {
 }
 
 std::unique_ptr<QWidget> mainWindow(WindowWorld& world) {
+    world.config.autoMinimize = false;
     world.config.Save();
     return std::make_unique<ui::MainWindow>(ui::MainWindow::Environment{
         world.config, world.prompts, [&world] { return world.service; }, nullptr});
@@ -43,6 +52,22 @@ std::unique_ptr<QWidget> mainWindow(WindowWorld& world) {
 std::unique_ptr<QWidget> firstUse(WindowWorld& world) {
     world.config.profiles.clear();
     return mainWindow(world);
+}
+
+std::unique_ptr<QWidget> online(WindowWorld& world) {
+    auto window = mainWindow(world);
+    Settle(*window);
+    auto const& shown = static_cast<ui::MainWindow&>(*window);
+    window->findChild<ui::ProfileTab*>()->onConnButtonTriggered();
+    EXPECT_TRUE(WaitFor([&world] { return !world.service->Sent().empty(); }));
+    for (MsgCode const code : {MsgCode::CONNECTING, MsgCode::ONLINE}) {
+        core::sslvpn::CLMsgCommonReplyData data;
+        data.profileName = kFirstName;
+        data.statusCode = code;
+        world.service->Deliver(core::sslvpn::CLMsgReplyJson::Build(data));
+    }
+    EXPECT_TRUE(WaitFor([&shown] { return shown.State().online; }));
+    return window;
 }
 
 std::unique_ptr<QWidget> messageBox(WindowWorld&) {
@@ -78,6 +103,15 @@ std::unique_ptr<QWidget> certificateKinds(WindowWorld& world) {
     return std::make_unique<ui::TLSCertDialog>(world.target, world.config, world.prompts);
 }
 
+std::unique_ptr<QWidget> authType(WindowWorld& world) {
+    auto const profile = world.config.GetProfile(kFirstName);
+    profile->supportedAuthTypes = {
+        common::SupportedAuthType::kPwd, common::SupportedAuthType::kOnlyUkey,
+        common::SupportedAuthType::kPwdWithCert, common::SupportedAuthType::kOauth};
+    return std::make_unique<ui::AuthTypeDialog>(
+        profile, true, ui::AuthTypeDialog::Services{world.config, world.prompts, world.road});
+}
+
 std::unique_ptr<QWidget> settings(WindowWorld& world) {
     return std::make_unique<ui::SettingsDialog>(world.config, world.prompts);
 }
@@ -88,7 +122,7 @@ WindowWorld::WindowWorld() {
     ui::g_running_client = 0;
     ui::g_quit = false;
     QFile::remove(ui::GetAppConfigFilePath());
-    addProfile(config, "Head office", "vpn.example.com", "alice");
+    addProfile(config, kFirstName, "vpn.example.com", "alice");
     addProfile(config, "Reserve access with a very long name of a connection",
                "a-very-long-gateway-name.region-7.example.com",
                "a.user.name.that.is.much.longer.than.its.place@example.com");
@@ -100,11 +134,13 @@ std::vector<WindowRow> const& AllWindows() {
     static std::vector<WindowRow> const rows{
         {"main window", mainWindow},
         {"main window at first use", firstUse},
+        {"main window online", online},
         {"message box", messageBox},
         {"password input", passwordInput},
         {"certificates", certificates},
         {"choice of a certificate", certificateChoice},
         {"kinds of certificate", certificateKinds},
+        {"choice of the login's type", authType},
         {"settings", settings},
     };
     return rows;

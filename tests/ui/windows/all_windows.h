@@ -8,6 +8,7 @@
 
 #include "tests/support/fake_ipc.h"
 #include "tests/support/scripted_prompts.h"
+#include "ui/cert/client_certs.h"
 #include "ui/config/config.h"
 
 namespace zorvanelink::test {
@@ -19,12 +20,13 @@ struct WindowWorld {
     ui::Config config;
     ScriptedPrompts prompts;
     CertInfo target;
+    ui::CertListRoad road;
     std::shared_ptr<FakeIpc> service = std::make_shared<FakeIpc>();
 };
 
 struct WindowRow {
     char const* name;
-    std::function<std::unique_ptr<QWidget>(WindowWorld& world)> make;  // not shown yet
+    std::function<std::unique_ptr<QWidget>(WindowWorld& world)> make;
 };
 
 std::vector<WindowRow> const& AllWindows();

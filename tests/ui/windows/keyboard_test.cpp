@@ -39,11 +39,13 @@ std::set<QWidget const*> reachedByTab(QWidget& window) {
 
 // Of a row of equals one takes Tab, and the arrow keys lead to the others.
 bool isReachedByArrows(QWidget const& widget, std::set<QWidget const*> const& reached) {
-    bool const radio = qobject_cast<QRadioButton const*>(&widget) != nullptr;
+    auto const* const button = qobject_cast<QAbstractButton const*>(&widget);
+    bool const one_of_many = button != nullptr && button->isCheckable() &&
+                             (button->autoExclusive() || button->group() != nullptr);
     return std::any_of(reached.begin(), reached.end(), [&](QWidget const* other) {
         bool const same_name =
             other->objectName() == widget.objectName() && !widget.objectName().isEmpty();
-        return other->metaObject() == widget.metaObject() && (radio || same_name);
+        return other->metaObject() == widget.metaObject() && (one_of_many || same_name);
     });
 }
 
