@@ -289,6 +289,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         return;
     }
     link_.IgnoreLoss();
+    state_.errorShown = true;  // who leaves needs no word about an open dialog
     StopConnect();
     QCoreApplication::exit(0);
 }
