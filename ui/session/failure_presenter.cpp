@@ -1,7 +1,6 @@
 #include "ui/session/failure_presenter.h"
 
 #include <QApplication>
-#include <QMessageBox>
 
 #include "app/environment/app_ctrl.h"
 #include "app/environment/globals.h"
@@ -66,10 +65,9 @@ constexpr MsgCode kChangePwdAnswers[] = {
     MsgCode::ERR_CHANGE_PWD_WITH_CLIENT, MsgCode::CHANGE_PWD_SUCCESS,
     MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD};
 
-template <class Box>
-void closeAll() {
+void closeAllBoxes() {
     for (QWidget* const widget : QApplication::topLevelWidgets()) {
-        if (auto* const box = qobject_cast<Box*>(widget)) {
+        if (auto* const box = qobject_cast<ZVLMessageBox*>(widget)) {
             box->close();
         }
     }
@@ -164,7 +162,7 @@ void FailurePresenter::ProcessCriticalMsg(common::CodeType /*type*/, std::string
     ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), utf8(text),
                   GetErrMsg(MsgCode::UI_INFO_OK));
     if (state_.Idle()) {
-        closeAll<ZVLMessageBox>();
+        closeAllBoxes();
         closeDialogs();
     }
 }
@@ -191,7 +189,6 @@ void FailurePresenter::PopDisconnectErrorForDialog() {
     }
     ShowCriticalBox(GetErrMsg(MsgCode::UI_ERROR), GetErrMsg(MsgCode::UI_INFO_CONNECTION_TERMINATED),
                     GetErrMsg(MsgCode::UI_INFO_OK));
-    closeAll<QMessageBox>();
     reject(dialogs_.authDialog);
 }
 

@@ -204,8 +204,8 @@ void StatusHandler::onConnecting(Data const& data, Profile& profile) {
     Log().info("Profile [{}] is connecting ", profile.name);
     state_.currentProfileName = data.profileName;
     state_.queryingAuthType = profile.authType == SupportedAuthType::kNone;
-    Q_EMIT RefreshTrayMenu();
     updater_.UpdateConnectStatus(profile.name, ConnectStatus::Connecting);
+    Q_EMIT RefreshTrayMenu();
 }
 
 void StatusHandler::onReconnecting(Data const& /*data*/, Profile& profile) {

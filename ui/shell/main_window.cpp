@@ -1,7 +1,5 @@
 #include "ui/shell/main_window.h"
 
-#include <QCloseEvent>
-#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QPainterPath>
 #include <QTimer>

@@ -53,19 +53,6 @@ TEST_F(DispatchTest, AMessageThatComesBackShowsNoSecretInTheLog) {
     EXPECT_FALSE(log.Has(profile->password));
 }
 
-TEST_F(DispatchTest, AFatalStatusEndsTheSessionAndShowsOneBox) {
-    Click();
-    Receive(MsgCode::CONNECTING);
-    prompts.ExpectBox(Text(MsgCode::ERR_AUTH_USER_OR_PASS), 0, [this] {
-        // The service's own end of the session comes while the box stands.
-        Receive(MsgCode::OFFLINE);
-        Receive(MsgCode::ERR_AUTH_USER_OR_PASS);
-    });
-    Receive(MsgCode::ERR_AUTH_USER_OR_PASS);
-    EXPECT_EQ(state.status, ConnectStatus::Disconnected);
-    EXPECT_EQ(Sent("stop"), 1);
-}
-
 TEST_F(DispatchTest, ReasonsOfTheGatewayAreToldOnceAndNotWhenDown) {
     core::sslvpn::CLMsgReplyTunnelDisconnectData record;
     record.profileName = "Head office";

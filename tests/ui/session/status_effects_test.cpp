@@ -61,8 +61,10 @@ TEST_F(StatusEffectsTest, WrongCredentialsOpenTheSelection) {
     for (bool const keep : {true, false}) {
         profile->keepAuthType = keep;
         Connect();
-        prompts.ExpectBox(Text(MsgCode::ERR_AUTH_USER_OR_PASS), 0,
-                          [this] { Receive(MsgCode::OFFLINE); });
+        prompts.ExpectBox(Text(MsgCode::ERR_AUTH_USER_OR_PASS), 0, [this] {
+            Receive(MsgCode::OFFLINE);
+            Receive(MsgCode::ERR_AUTH_USER_OR_PASS);
+        });
         Receive(MsgCode::ERR_AUTH_USER_OR_PASS);
         EXPECT_EQ(select.takeLast().at(0).toBool(), !keep);
         EXPECT_EQ(flow.RunningProfile(), profile) << "the selection must find it";
