@@ -9,12 +9,19 @@ from waiting import wait_for
 class Tray(road.Road):
     tray = True
 
+    def keys(self, *keys):
+        subprocess.run(["xdotool", "key", *keys], check=True, timeout=20)
+
+    def quits_by_keys(self, client):
+        self.keys("Up", "Return")
+        return not client.alive()
+
     def test_closing_hides_and_the_menu_quits(self):
         service, client = self.online()
         wait_for("the tray icon", self.desktop.tray_has_icon, road.SECONDS)
         for close in (
             lambda: client.widgets.press("push button", "Close"),
-            lambda: subprocess.run(["xdotool", "key", "alt+F4"], check=True, timeout=20),
+            lambda: self.keys("alt+F4"),
         ):
             close()
             client.widgets.gone("push button", "Close", road.SECONDS)
@@ -26,8 +33,8 @@ class Tray(road.Road):
         client.widgets.press("push button", "Close")
         client.widgets.gone("push button", "Close", road.SECONDS)
         self.desktop.click_tray_icon(button=3)
-        client.widgets.click("menu item", "Quit", road.SECONDS)
-        wait_for("the client's end", lambda: not client.alive(), road.SECONDS)
+        # A menu without a window is not among the accessible widgets: Quit is its last entry.
+        wait_for("the client's end", lambda: self.quits_by_keys(client), road.SECONDS)
         self.assertEqual(client.process.returncode, 0)
         wait_for("a stop", lambda: service.messages("stop"), road.SECONDS)
         self.assertEqual(len(service.messages("stop")), 1)
