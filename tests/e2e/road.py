@@ -57,8 +57,8 @@ class Road(unittest.TestCase):
             client.start()
         return client
 
-    def write_profile(self):
-        Service(self.desktop, BINARIES).write_profile()
+    def write_profile(self, *options):
+        Service(self.desktop, BINARIES).write_profile(*options)
 
     def scenario(self, **keys):
         """The options for a service with one quick user and these keys."""
