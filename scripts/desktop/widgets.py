@@ -50,11 +50,12 @@ class Widget:
         if not self._node.do_action(0):
             raise LookupError(f"{self.role} {self.name!r} cannot be pressed")
 
-    def click(self):
-        """With the mouse, in the middle."""
+    def click(self, times=1):
+        """With the mouse, in the middle; one right after the other."""
         box = self._node.get_extents(Atspi.CoordType.SCREEN)
         at = [str(box.x + box.width // 2), str(box.y + box.height // 2)]
-        subprocess.run(["xdotool", "mousemove", *at, "click", "1"], check=True, timeout=20)
+        argv = ["xdotool", "mousemove", *at, "click", "--repeat", str(times), "--delay", "50", "1"]
+        subprocess.run(argv, check=True, timeout=20)
 
     def children(self):
         for index in range(self._node.get_child_count()):
