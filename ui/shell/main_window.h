@@ -84,6 +84,7 @@ class MainWindow : public QWidget {
     ConnectionList cards_;
     StatusUpdater updater_;
     ConnectFlow flow_;
+    SessionDialogs dialogs_;
     FailurePresenter failures_;
     StatusHandler statuses_;
     MessageDispatcher dispatcher_;
