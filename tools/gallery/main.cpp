@@ -9,6 +9,7 @@
 
 #include "app/environment/app_ctrl.h"
 #include "tools/gallery/cert_states.h"
+#include "tools/gallery/editor_states.h"
 #include "tools/gallery/sample_window.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/fonts.h"
@@ -154,6 +155,13 @@ void certificates() {
         &sample.Window());
 }
 
+void editor() {
+    SampleWindow sample;
+    EditorStates(
+        [&sample](QString const& name, QWidget& dialog) { save(name, sample.Window(), &dialog); },
+        &sample.Window());
+}
+
 void installTranslators() {
     ui::InitAssets();
     if (!ui::IsChineseDisplayLangguage()) {
@@ -191,5 +199,6 @@ int main(int argc, char** argv) {
     gallery::boxes();
     gallery::dialogs();
     gallery::certificates();
+    gallery::editor();
     return 0;
 }

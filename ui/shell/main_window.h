@@ -7,6 +7,7 @@
 
 #include "ui/cards/connection_list.h"
 #include "ui/config/config.h"
+#include "ui/editor/profile_editing.h"
 #include "ui/link/service_link.h"
 #include "ui/session/connect_flow.h"
 #include "ui/session/connection_state.h"
@@ -47,7 +48,7 @@ class MainWindow : public QWidget {
     void onSignalAutoLogin();
     void Wait(int mode, QString const& text);
     void onUpdateStatusBar(QString const& text, QString const& iconPath);
-    void onDeleteConnectionInfo(QString const& name);
+    void onUserGuideStartConnect();
 
   private Q_SLOTS:
     void on_btn_main_close__clicked();
@@ -64,11 +65,15 @@ class MainWindow : public QWidget {
     void wireLink();
     void wireSession();
     void wireCards();
+    void wireEditing();
     void wireWindow();
 
     void render();
     void onStatusNotified(QString const& name, ConnectStatus status);
     void onCameOnline(bool first);
+    void EableUserGuide(bool enable);
+    void onProfileStored(QString const& name);
+    void onConnectWanted(QString const& name);
     void SetStatusBarInfo();
     void SetWindowMinimize();
 
@@ -81,6 +86,8 @@ class MainWindow : public QWidget {
     ConnectionList cards_;
     StatusUpdater updater_;
     ConnectFlow flow_;
+    CertListRoad certs_;
+    ProfileEditing editing_;
     FailurePresenter failures_;
     StatusHandler statuses_;
     MessageDispatcher dispatcher_;
