@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "app/environment/app_ctrl.h"
+#include "tools/gallery/auth_states.h"
 #include "tools/gallery/cert_states.h"
 #include "tools/gallery/editor_states.h"
 #include "tools/gallery/sample_window.h"
@@ -148,18 +149,28 @@ void dialogs() {
     save(QStringLiteral("dialog-input-dimmed"), input, &over);
 }
 
-void certificates() {
-    SampleWindow sample;
-    CertStates(
+// States of dialogs, over a window in that state.
+template <class States>
+void over(SampleWindow& sample, States states) {
+    states(
         [&sample](QString const& name, QWidget& dialog) { save(name, sample.Window(), &dialog); },
         &sample.Window());
 }
 
+void certificates() {
+    SampleWindow sample;
+    over(sample, CertStates);
+}
+
+void logins() {
+    SampleWindow sample;
+    sample.GoTo(ConnectStatus::Connecting);
+    over(sample, AuthStates);
+}
+
 void editor() {
     SampleWindow sample;
-    EditorStates(
-        [&sample](QString const& name, QWidget& dialog) { save(name, sample.Window(), &dialog); },
-        &sample.Window());
+    over(sample, EditorStates);
 }
 
 void installTranslators() {
@@ -199,6 +210,7 @@ int main(int argc, char** argv) {
     gallery::boxes();
     gallery::dialogs();
     gallery::certificates();
+    gallery::logins();
     gallery::editor();
     return 0;
 }

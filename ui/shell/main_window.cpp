@@ -9,6 +9,7 @@
 #include "app/environment/globals.h"
 #include "components/ipc/socket_ipc_client.h"
 #include "components/logger/logger.h"
+#include "core/clmsg_json.h"
 #include "ui/session/view_state.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/style.h"
@@ -48,16 +49,18 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
       updater_(state_),
       flow_({state_, updater_, config_, link_, prompts_, this,
              [this](std::string const& name) { return cards_.Has(name); }}),
-      editing_({state_, config_, certs_, prompts_, this,
-                [this](std::string const& name) { return cards_.Has(name); }}),
       failures_(state_, flow_, prompts_, this),
       statuses_(state_, updater_, flow_, failures_),
       dispatcher_(state_, statuses_, failures_, config_),
-      tunnel_(*ui_.tunnel, [this] { return flow_.RunningProfile(); }) {
+      tunnel_(*ui_.tunnel, [this] { return flow_.RunningProfile(); }),
+      authTypes_({state_, updater_, flow_, dialogs_, {config_, prompts_, certList_}, this}),
+      editing_({state_, config_, certList_, prompts_, this,
+                [this](std::string const& name) { return cards_.Has(name); }}) {
     applyLogLevel();
     shapeWindow();
     wireLink();
     wireSession();
+    wireAuth();
     wireCards();
     wireEditing();
     wireWindow();
@@ -128,6 +131,20 @@ void MainWindow::wireSession() {
         cards_.RefreshConnList();
         render();
     });
+}
+
+void MainWindow::wireAuth() {
+    connect(&authTypes_, &AuthTypeFlow::StartConnect, this,
+            [this](QString const& name, bool query) {
+                if (ProfileTab* const tab = cards_.GetProfileTab(name.toStdString())) {
+                    tab->onStartConnect(name, query);
+                }
+            });
+    connect(&certList_, &CertListRoad::SendCertRequest, &link_, [this](bool gm) {
+        link_.SendToService(QString::fromStdString(core::sslvpn::CLMsgJson::BuildCertRequest(gm)));
+    });
+    connect(&dispatcher_, &MessageDispatcher::RecvCertInfo, &certList_,
+            &CertListRoad::RecvCertInfo);
 }
 
 void MainWindow::wireCards() {

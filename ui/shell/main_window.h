@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <string>
 
+#include "ui/auth/auth_type_flow.h"
 #include "ui/cards/connection_list.h"
 #include "ui/config/config.h"
 #include "ui/editor/profile_editing.h"
@@ -13,6 +14,7 @@
 #include "ui/session/connection_state.h"
 #include "ui/session/failure_presenter.h"
 #include "ui/session/message_dispatcher.h"
+#include "ui/session/session_dialogs.h"
 #include "ui/session/status_handler.h"
 #include "ui/session/status_updater.h"
 #include "ui/shell/main_window_layout.h"
@@ -64,6 +66,7 @@ class MainWindow : public QWidget {
     void shapeWindow();
     void wireLink();
     void wireSession();
+    void wireAuth();
     void wireCards();
     void wireEditing();
     void wireWindow();
@@ -86,12 +89,14 @@ class MainWindow : public QWidget {
     ConnectionList cards_;
     StatusUpdater updater_;
     ConnectFlow flow_;
-    CertListRoad certs_;
-    ProfileEditing editing_;
     FailurePresenter failures_;
     StatusHandler statuses_;
     MessageDispatcher dispatcher_;
     TunnelController tunnel_;
+    SessionDialogs dialogs_;
+    CertListRoad certList_;
+    AuthTypeFlow authTypes_;
+    ProfileEditing editing_;
     bool quitting_ = false;
 };
 
