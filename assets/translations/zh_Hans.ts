@@ -56,6 +56,22 @@
         <translation>警告</translation>
     </message>
     <message>
+        <source>Public address:</source>
+        <translation>公网地址：</translation>
+    </message>
+    <message>
+        <source>Server address:</source>
+        <translation>服务器地址：</translation>
+    </message>
+    <message>
+        <source>Optimal gateway:</source>
+        <translation>最优网关：</translation>
+    </message>
+    <message>
+        <source>Optimal gateway address:</source>
+        <translation>最优网关地址：</translation>
+    </message>
+    <message>
         <source>Tunnel information</source>
         <translation>隧道信息</translation>
     </message>
