@@ -15,6 +15,7 @@
 #include "ui/cards/profile_tab.h"
 #include "ui/cert/digital_cert_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
+#include "ui/editor/create_connect_dialog.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/fonts.h"
 #include "ui/widgets/input_dialog.h"
@@ -189,6 +190,24 @@ TEST_P(CutText, AuthTypeDialogs) {
                 EXPECT_EQ(dialog.width(), 480);
             }
         }
+    }
+}
+
+TEST_P(CutText, ConnectionEditor) {
+    Config config;
+    CertListRoad certs;
+    auto profile = std::make_shared<Profile>();
+    profile->name = "Emergency access with a very long name of a connection";
+    profile->authType = SupportedAuthType::kPwdWithCert;
+    profile->certIsFile = false;
+    profile->systemCert.certType = kCertTypeUsbKey;
+    profile->perferredGatewayName = "a-very-long-gateway-name.region-7.example.com";
+    for (auto const& edited : {std::shared_ptr<Profile>(), profile}) {
+        CreateConnectDialog dialog(edited, {config, prompts_, certs});
+        expectWhole(dialog);
+        dialog.on_btn_icon_advanced_config__clicked();
+        dialog.SetSPAMode(SPAMode::kOn);
+        expectWhole(dialog);
     }
 }
 
