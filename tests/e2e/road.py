@@ -28,12 +28,14 @@ LOOKING = "Connecting to the backend service"
 class Road(unittest.TestCase):
     """One class a process, since a process has one desktop."""
 
+    tray = False  # whether the desktop has one
+
     @classmethod
     def setUpClass(cls):
         name = Path(sys.argv[0]).stem
         folder = Path(os.environ["ZVL_FOLDER"], name)
         shutil.rmtree(folder, ignore_errors=True)
-        cls.desktop = VirtualDesktop(folder)
+        cls.desktop = VirtualDesktop(folder, tray=cls.tray)
         cls.desktop.__enter__()
         cls.addClassCleanup(cls.desktop.__exit__)
 

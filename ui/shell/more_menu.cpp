@@ -50,7 +50,6 @@ void MoreMenu::InitMoreMenu() {
     QString const style = LoadStyle(QStringLiteral("menu"));
     menu_.setStyleSheet(style);
     menu_.setAccessibleName(button_.accessibleName());
-    menu_.setToolTipsVisible(true);
     button_.setStyleSheet(QStringLiteral("QToolButton::menu-indicator{image: none}"));
     button_.setIcon(QIcon(QStringLiteral(":/assets/images/more.png")));
 

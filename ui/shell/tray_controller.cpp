@@ -174,7 +174,8 @@ void TrayController::SetPages(bool redirect, QString const& redirectTitle, bool 
     resources_ = resources;
     QString text = redirectTitle.isEmpty()
                        ? GetTrMsg(MsgCode::UI_INFO_REDIRECT_URL)
-                       : menu_.fontMetrics().elidedText(redirectTitle, Qt::ElideRight, kNameWidth);
+                       : menu_.fontMetrics().elidedText(redirectTitle.simplified(), Qt::ElideRight,
+                                                        kNameWidth);
     redirectAction_->setText(text.replace(QLatin1Char('&'), QStringLiteral("&&")));
     RefreshTrayMenu();
 }

@@ -6,10 +6,10 @@
 
 #include "app/environment/globals.h"
 #include "app/environment/paths.h"
-#include "components/logger/logger.h"
 #include "components/utils/sensitive_value.h"
 #include "core/clmsg_reply_json.h"
 #include "tests/support/fake_ipc.h"
+#include "tests/support/log_capture.h"
 #include "tests/support/qt_helpers.h"
 #include "tests/support/scripted_prompts.h"
 #include "ui/text/texts.h"
@@ -179,11 +179,9 @@ TEST_F(Shell, AutomaticLoginStartsTheDefaultConnectionUnlessOneWasChosen) {
     EXPECT_TRUE(WaitFor([this] { return window->State().status == ConnectStatus::Connecting; }));
     EXPECT_EQ(window->State().currentProfileName, "Head office");
 
+    test::LogCapture const log;
     window->onSignalAutoLogin();
-    QTimer waited;
-    waited.setSingleShot(true);
-    waited.start(300);  // past the pause before an automatic login
-    EXPECT_TRUE(WaitFor([&waited] { return !waited.isActive(); }));
+    EXPECT_TRUE(WaitFor([&log] { return log.Has("Auto login is on"); }));
     EXPECT_EQ(Sent("start"), 1);
 }
 

@@ -1,7 +1,10 @@
 // Whoever cannot see or cannot point reaches every control: each has a name, and Tab comes by.
 #include <gmock/gmock.h>
 
+#include <QAbstractButton>
 #include <QAccessible>
+#include <QLabel>
+#include <QTextEdit>
 #include <QtTest/QTest>
 #include <set>
 
