@@ -49,7 +49,7 @@ for name in failed second_auth arrow_down arrow_right sort_up sort_down; do
     png $name $name 12
 done
 for name in more minimise close modify_connectinfo delete_gray forgot_pwd warning check check_disabled \
-    radio radio_disabled radio_off search eye eye_off more_dots; do
+    radio radio_disabled radio_off search eye eye_off dot; do
     png $name $name 16
 done
 for name in msgbox_info msgbox_warning msgbox_error; do

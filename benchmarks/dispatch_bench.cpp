@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include "benchmarks/bench_table.h"
+#include "benchmarks/no_prompts.h"
 #include "components/logger/logger.h"
 #include "core/clmsg_reply_json.h"
 #include "ui/session/message_dispatcher.h"
@@ -16,14 +17,6 @@ using core::sslvpn::CLMsgReplyJson;
 constexpr int kMessages = 20000;
 // A flood of 10,000 statuses must not hold the window for a second.
 constexpr double kLeastStatuses = 10000;
-
-// No box is expected.
-class NoPrompts : public Prompts {
-  public:
-    int Box(BoxRequest const&) override { std::abort(); }
-    std::optional<SecretAnswer> InputSecret(SecretRequest const&) override { std::abort(); }
-    std::optional<QString> ChooseFile(FileRequest const&) override { std::abort(); }
-};
 
 class NoLink : public components::ipc::IPC {};
 
@@ -49,7 +42,7 @@ int main(int argc, char** argv) {
     config.AddProfile(profile, true);
     ConnectionState state;
     state.currentProfileName = profile->name;
-    NoPrompts prompts;
+    bench::NoPrompts prompts;
     StatusUpdater updater(state);
     ServiceLink link([] { return std::make_shared<NoLink>(); }, {});
     ConnectFlow flow({state, updater, config, link, prompts, nullptr,

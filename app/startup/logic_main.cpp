@@ -89,6 +89,8 @@ int runMainWindow(Prompts& prompts) {
     common::ShowCriticalMsgBox = ZVShowCriticalMsgBox;
     common::ShowErrorMsgBox = ZVShowErrorMsgBox;
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    // It would close the window, which may be in the tray, and hold up the user's logout.
+    QGuiApplication::setFallbackSessionManagementEnabled(false);
     MainWindow window({Config::Instance(), prompts, nullptr});
     g_mainwindow = &window;
     window.show();

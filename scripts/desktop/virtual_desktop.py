@@ -10,6 +10,7 @@ from processes import Processes
 from waiting import NotSeen, wait_for
 
 _START_SECONDS = 20
+_TRAY_HEIGHT = 24  # pixels; an icon is as wide as it is high
 _BUS_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 
 
@@ -21,11 +22,12 @@ class VirtualDesktop:
     paths must be short: they are in a folder of their own that goes with the desktop.
     """
 
-    def __init__(self, folder, size="1280x800", dpi=96, accessibility=True):
+    def __init__(self, folder, size="1280x800", dpi=96, accessibility=True, tray=False):
         self.folder = Path(folder)
         self.processes = Processes()
         self._screen = (f"{size}x24", str(dpi))
         self._accessibility = accessibility
+        self._tray = tray
         self._saved = dict(os.environ)
 
     def __enter__(self):
@@ -38,6 +40,8 @@ class VirtualDesktop:
             if self._accessibility:
                 self._start_accessibility()
             self._start_window_manager()
+            if self._tray:
+                self.start_tray()
         except BaseException:
             self.__exit__()
             raise
@@ -103,6 +107,23 @@ class VirtualDesktop:
         self.processes.start(["openbox"], self.log("openbox"))
         wait_for("the window manager", _manages_windows, _START_SECONDS)
 
+    def start_tray(self):
+        # At the top edge: below a menu at the bottom the pointer would close it at once.
+        argv = ["trayer", "--edge", "top", "--align", "right", "--widthtype", "request"]
+        self.processes.start([*argv, "--height", str(_TRAY_HEIGHT)], self.log("tray"))
+        wait_for("the tray", _tray_box, _START_SECONDS)
+
+    def tray_has_icon(self):
+        return _tray_box()["WIDTH"] >= _TRAY_HEIGHT // 2
+
+    def click_tray_icon(self, button=1):
+        """On the one icon of the tray, in the middle."""
+        wait_for("an icon in the tray", self.tray_has_icon, _START_SECONDS)
+        box = _tray_box()
+        at = (box["X"] + box["WIDTH"] // 2, box["Y"] + box["HEIGHT"] // 2)
+        argv = ["xdotool", "mousemove", *map(str, at), "click", str(button)]
+        subprocess.run(argv, check=True, timeout=20)
+
 
 def _first_line(reader, program, log):
     with os.fdopen(reader) as pipe:
@@ -117,6 +138,14 @@ def _manages_windows():
         ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], capture_output=True, text=True, check=False
     )
     return "window id" in answer.stdout
+
+
+def _tray_box():
+    """Where the tray stands, or None while it does not."""
+    argv = ["xdotool", "search", "--name", "^panel$", "getwindowgeometry", "--shell"]
+    answer = subprocess.run(argv, capture_output=True, text=True, check=False, timeout=20)
+    lines = [line.split("=") for line in answer.stdout.split()]
+    return {name: int(value) for name, value in lines} or None
 
 
 def _accessibility_bus():

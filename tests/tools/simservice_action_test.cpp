@@ -22,7 +22,14 @@ TEST(Action, LinesThatAreActions) {
         {"flood 3 RECONNECTING", {ActionKind::kFlood, 3, 41007}},
         {"status -3", {ActionKind::kStatus, -3}},
         {"status ONLINE", {ActionKind::kStatus, 40971}},
+        {"status -99 {\"a  b\": 1}", {ActionKind::kStatus, -99, 0, "{\"a  b\": 1}"}},
         {"send {\"a b\": 1}", {ActionKind::kSend, 0, 0, "{\"a b\": 1}"}},
+        {"message  Go  away | \xe8\xb5\xb0\n",
+         {ActionKind::kMessage, 0, 0, "Go  away | \xe8\xb5\xb0"}},
+        {"reconnect", {ActionKind::kReconnect, 1000}},
+        {"route fd00::/16 fd00::1", {ActionKind::kRoute, 0, 0, "fd00::/16 fd00::1"}},
+        {"gateways", {ActionKind::kGateways}},
+        {"clusters [1, 2]", {ActionKind::kClusters, 0, 0, "[1, 2]"}},
     };
     for (auto const& [line, expected] : table) {
         Action action;
@@ -33,10 +40,35 @@ TEST(Action, LinesThatAreActions) {
 }
 
 TEST(Action, LinesThatAreNone) {
-    for (auto const* const line :
-         {"", "  ", "vanish now", "junk", "junk -1", "junk 99999999999", "split 1x", "silence",
-          "silence maybe", "status", "status NOPE", "restart 1 2 3", "restart 1 65535", "send",
-          "send text", "VANISH"}) {
+    for (auto const* const line : {"",
+                                   "  ",
+                                   "vanish now",
+                                   "junk",
+                                   "junk -1",
+                                   "junk 99999999999",
+                                   "split 1x",
+                                   "silence",
+                                   "silence maybe",
+                                   "status",
+                                   "status NOPE",
+                                   "restart 1 2 3",
+                                   "restart 1 65535",
+                                   "send",
+                                   "send text",
+                                   "VANISH",
+                                   "vanish {}",
+                                   "status -3 {",
+                                   "status -3 []",
+                                   "message",
+                                   "message ",
+                                   "disconnect",
+                                   "disconnect 2 {}",
+                                   "route 10.0.0.0",
+                                   "route 10.0.0.0/8/8",
+                                   "route 10.0.0.0/129",
+                                   "route 10.0.0.0/8 a b",
+                                   "gateways {}",
+                                   "gateways [}"}) {
         Action action{ActionKind::kQuit, 1, 2, "untouched"};
         auto const before = action;
         std::string error;

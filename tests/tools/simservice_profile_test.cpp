@@ -48,6 +48,11 @@ TEST(ProfileWriter, TheClientReadsWhatWasWritten) {
     EXPECT_EQ(settings.value(QStringLiteral("ProfileList")).toString(),
               names.join(QLatin1Char(';')));
     EXPECT_EQ(SettingsText(scenario).find("made-up"), std::string::npos);
+    EXPECT_NE(SettingsText(scenario).find("KeepAuthType=true\nLastAuthType=1\n"),
+              std::string::npos);
+    scenario.auth_types.push_back(common::SupportedAuthType::kOauth);
+    EXPECT_NE(SettingsText(scenario).find("KeepAuthType=false\nLastAuthType=0\n"),
+              std::string::npos);
 }
 
 TEST(ProfileWriter, ReplacesOnlyWhenForced) {

@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <set>
 
+#include "components/utils/address.h"
 #include "tools/simservice/scenario.h"
 
 namespace zorvanelink::simservice {
@@ -20,7 +22,7 @@ TEST(Scenario, ShippedOnesAndTheBuiltInOneLoad) {
         EXPECT_TRUE(LoadScenario(entry.path(), scenario, error)) << error;
         EXPECT_FALSE(scenario.users.empty()) << entry.path();
     }
-    EXPECT_GE(count, 5);
+    EXPECT_GE(count, 9);
     EXPECT_FALSE(BuiltInScenario().users.empty());
 }
 
@@ -30,8 +32,11 @@ TEST(Scenario, TakesWhatIsGivenAndKeepsTheRest) {
     ASSERT_TRUE(ParseScenario(R"({
         "users": [{"name": "a", "password": "b"}],
         "vnic": false,
-        "netconfig": {"prefix": 16, "dnsList": ["192.0.2.1"], "routeList": ["10.1.0.0/16",
-            {"destination": "10.2.0.0", "prefix": 15, "metric": 7}]},
+        "netconfig": {"prefix": 16, "dnsList": ["192.0.2.1"], "routeList": ["192.0.2.0/16",
+            {"destination": "198.51.0.0", "prefix": 15, "metric": 7}]},
+        "routes": 100000,
+        "authTypes": ["oauth", "onlyUkey"],
+        "gateways": [{"name": "x", "addr": "192.0.2.3"}, {"name": "x", "addr": "192.0.2.4"}],
         "session": {"redirectUrl": "http://127.0.0.1/"},
         "warnings": [61441],
         "counters": {"inbound_bytes": 0.5},
@@ -43,9 +48,22 @@ TEST(Scenario, TakesWhatIsGivenAndKeepsTheRest) {
     EXPECT_EQ(scenario.netconfig.prefix, 16);
     EXPECT_EQ(scenario.netconfig.clientPrivateIP, "10.8.0.2");
     EXPECT_EQ(scenario.netconfig.dnsList, std::vector<std::string>{"192.0.2.1"});
-    std::vector<core::sslvpn::NetConfigRoute> const routes{{"10.1.0.0", 16, 1},
-                                                           {"10.2.0.0", 15, 7}};
-    EXPECT_EQ(scenario.netconfig.routeList, routes);
+    std::vector<core::sslvpn::NetConfigRoute> const routes{{"192.0.2.0", 16, 1},
+                                                           {"198.51.0.0", 15, 7}};
+    auto& routeList = scenario.netconfig.routeList;
+    EXPECT_EQ(std::vector(routeList.begin(), routeList.begin() + 2), routes);
+    for (auto const* const list : {&routeList, &scenario.netconfig.ipv6RouteList}) {
+        std::set<std::string> destinations;
+        for (auto const& route : *list) {
+            destinations.insert(components::utils::NormalizeAddr(route.destination));
+        }
+        EXPECT_EQ(destinations.size(), list->size());
+        EXPECT_GE(list->size(), 100000U);
+        EXPECT_EQ(destinations.count(""), 0U);
+    }
+    EXPECT_EQ(scenario.auth_types, (std::vector{common::SupportedAuthType::kOauth,
+                                                common::SupportedAuthType::kOnlyUkey}));
+    EXPECT_EQ(scenario.gateways.at("x").addr, "192.0.2.3");
     EXPECT_EQ(scenario.session.redirectUrl, "http://127.0.0.1/");
     EXPECT_EQ(scenario.warnings, std::vector<int>{61441});
     EXPECT_EQ(scenario.counters.inbound_bytes, 0.5);
@@ -86,6 +104,9 @@ TEST(Scenario, MistakesAreNamedWhereTheyStand) {
         {"{\"netconfig\": {\"dnsList\": [\"a\",\n7]}}",
          "f:2: key \"netconfig.dnsList[1]\": must be a text"},
         {"{\"netconfig\": {\"clientPrivatIP\": \"\"}}", "did you mean \"clientPrivateIP\"?"},
+        {"{\"authTypes\": [\"pwd\", \"none\"]}", "key \"authTypes\": \"none\" is no"},
+        {"{\"serverCertificate\": \"bad\"}", "must be one of \"good\", \"not-yet-valid\""},
+        {"{\"clusters\": [{\"port\": 1}]}", "key \"clusters[0]\": \"server\" is missing"},
         {"{\"delays\": {\"online_ms\": -1}}", "key \"delays.online_ms\": must be"},
         {"{\"warnings\": [\"x\"]}", "key \"warnings[0]\": must be"},
         {"{\"faults\": [{\"on\": \"later\", \"do\": \"quit\"}]}", "key \"faults[0].on\": must be"},

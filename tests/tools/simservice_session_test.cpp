@@ -121,21 +121,82 @@ TEST_F(SessionTest, RefusedLoginEndsOffline) {
     }
 }
 
-TEST_F(SessionTest, AnotherTypeIsAskedToSelect) {
+TEST_F(SessionTest, AQuestionForTypesIsAnsweredAndThenWaits) {
+    scenario.auth_types = {SupportedAuthType::kOauth, SupportedAuthType::kPwd};
     auto start = startOf("alice", "made-up");
     start.needQueryAuthType = true;
-    start.authType = SupportedAuthType::kNone;
     session.Receive(CLMsgJson::BuildStart(start));
     scheduler.Advance(5000);
     EXPECT_THAT(take(), ElementsAre("40976", "41032"));
     core::sslvpn::CLMsgCommonReplyData offer;
     ASSERT_TRUE(CLMsgReplyJson::Parse(last, &offer));
-    EXPECT_THAT(offer.supportedAuthType, ElementsAre("pwd"));
+    EXPECT_THAT(offer.supportedAuthType, ElementsAre("pwd", "oauth"));
+    session.Receive(CLMsgJson::BuildStop(start));
+    scheduler.Advance(5000);
+    EXPECT_THAT(take(), ElementsAre("40973"));
 
-    start.authType = SupportedAuthType::kPwd;
+    start.needQueryAuthType = false;
+    start.authType = SupportedAuthType::kOnlyUkey;
     session.Receive(CLMsgJson::BuildStart(start));
-    scheduler.Advance(1110);
-    EXPECT_THAT(take(), ElementsAre("40976", "40994", "netconfig", "40971"));
+    scheduler.Advance(5000);
+    EXPECT_THAT(take(), ElementsAre("40976", "-23", "40973"));
+    start.authType = SupportedAuthType::kOauth;
+    session.Receive(CLMsgJson::BuildStart(start));
+    scheduler.Advance(4110);
+    EXPECT_THAT(take(), ElementsAre("40976", "41036", "40994", "netconfig", "40971"));
+}
+
+TEST_F(SessionTest, TheServersCertificateIsAskedAboutOnceALogin) {
+    scenario.server_certificate = ServerCertificate::kExpired;
+    auto const answer = [&](std::string const& profile, bool result) {
+        session.Receive(CLMsgJson::BuildAcceptServerCert(profile, result));
+        scheduler.Advance(999);
+        return take();
+    };
+    auto start = startOf("alice", "made-up");
+    start.needQueryAuthType = true;
+    session.Receive(CLMsgJson::BuildStart(start));
+    scheduler.Advance(5000);
+    EXPECT_THAT(take(), ElementsAre("40976", "41018"));
+    EXPECT_THAT(answer("Elsewhere", true), ElementsAre());
+    EXPECT_THAT(answer("Office", true), ElementsAre("41032"));
+    start.needQueryAuthType = false;
+    session.Receive(CLMsgJson::BuildStart(start));
+    scheduler.Advance(110);
+    EXPECT_THAT(take(), ElementsAre("40976", "40994", "netconfig"));
+
+    session.SendStatus(MsgCode::OFFLINE);
+    session.Receive(CLMsgJson::BuildStart(start));
+    scheduler.Advance(110);
+    EXPECT_THAT(take(), ElementsAre("40973", "40976", "41018"));
+    EXPECT_THAT(answer("Office", false), ElementsAre("40973"));
+    EXPECT_THAT(answer("Office", true), ElementsAre());
+
+    scenario.server_certificate = ServerCertificate::kUntrusted;
+    start.enableVerifyServerCert = true;
+    session.Receive(CLMsgJson::BuildStart(start));
+    scheduler.Advance(5000);
+    EXPECT_THAT(take(), ElementsAre("40976", "45271", "40973"));
+}
+
+TEST_F(SessionTest, ATunnelIsLostAndComesBackAsTheSameSession) {
+    EXPECT_FALSE(session.Reconnect(100));
+    goOnline();
+    moments.clear();
+    EXPECT_TRUE(session.Reconnect(100));
+    EXPECT_FALSE(session.Reconnect(100));
+    scheduler.Advance(99);
+    EXPECT_THAT(take(), ElementsAre("41008"));
+    scheduler.Advance(101);
+    EXPECT_THAT(take(), ElementsAre("41007", "40994", "netconfig"));
+    scheduler.Advance(1000);
+    EXPECT_THAT(take(), ElementsAre("40971"));
+    EXPECT_THAT(moments, ElementsAre(Moment::kOnline));
+
+    session.Reconnect(100);
+    session.Receive(CLMsgJson::BuildStop(startOf("", "")));
+    scheduler.Advance(5000);
+    EXPECT_THAT(take(), ElementsAre("41008", "40973"));
 }
 
 TEST_F(SessionTest, StopInTheMiddleOfALoginLeavesNothingBehind) {
@@ -144,6 +205,16 @@ TEST_F(SessionTest, StopInTheMiddleOfALoginLeavesNothingBehind) {
     session.Receive(CLMsgJson::BuildStop(startOf("", "")));
     scheduler.Advance(5000);
     EXPECT_THAT(take(), ElementsAre("40976", "40973"));
+}
+
+TEST_F(SessionTest, AStopIsAnsweredBeforeTheNextLogin) {
+    scenario.delays.stop_ms = 1000;
+    goOnline();
+    session.Receive(CLMsgJson::BuildStop(startOf("", "")));
+    session.Receive(CLMsgJson::BuildStart(startOf("alice", "made-up")));
+    EXPECT_THAT(take(), ElementsAre("40973"));
+    scheduler.Advance(1110);
+    EXPECT_THAT(take(), ElementsAre("40976", "40994", "netconfig", "40971"));
 }
 
 TEST_F(SessionTest, StopForAnotherProfileLeavesTheSessionAlone) {
@@ -193,9 +264,22 @@ TEST_F(SessionTest, QuestionsAndOrders) {
     session.SetVnic(false);
     session.Flood(3, MsgCode::RECONNECTING);
     EXPECT_THAT(take(), ElementsAre("vnicState", "41007", "41007", "41007"));
-    session.SendStatus(MsgCode::OFFLINE);
+    session.SendStatus(MsgCode::ERR_HOSTCHECK, R"({"hostCheckDownloadUrl": "http://a/"})");
+    EXPECT_THAT(take(), ElementsAre("-7"));
+    core::sslvpn::CLMsgCommonReplyData refusal;
+    ASSERT_TRUE(CLMsgReplyJson::Parse(last, &refusal));
+    EXPECT_EQ(refusal.hostCheckDownloadUrl, "http://a/");
+    session.Disconnect(5);
     scheduler.Advance(5000);
-    EXPECT_THAT(take(), ElementsAre("40973"));
+    EXPECT_THAT(take(), ElementsAre("tunnelDisconnect", "40973"));
+}
+
+TEST_F(SessionTest, ListsComeWithTheKeyExchange) {
+    scenario.gateways["Berlin"] = {"192.0.2.1", "8443", "443"};
+    scenario.clusters["192.0.2.2"] = {"192.0.2.2", 443};
+    session.Receive(CLMsgJson::BuildStart(startOf("alice", "made-up")));
+    scheduler.Advance(110);
+    EXPECT_THAT(take(), ElementsAre("40976", "40994", "gatewayList", "cluster", "netconfig"));
 }
 
 TEST_F(SessionTest, NonsenseIsDropped) {

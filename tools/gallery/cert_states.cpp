@@ -1,20 +1,11 @@
 #include "tools/gallery/cert_states.h"
 
+#include "tools/gallery/no_prompts.h"
 #include "ui/cert/digital_cert_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
 
 namespace zorvanelink::gallery {
 namespace {
-
-// Prompts never come: nothing is pressed.
-class NoPrompts : public ui::Prompts {
-  public:
-    int Box(ui::BoxRequest const&) override { return -1; }
-    std::optional<ui::SecretAnswer> InputSecret(ui::SecretRequest const&) override {
-        return std::nullopt;
-    }
-    std::optional<QString> ChooseFile(ui::FileRequest const&) override { return std::nullopt; }
-};
 
 CertInfo cert(char const* name, char const* issuer, bool tls = true) {
     CertInfo made;

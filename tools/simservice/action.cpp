@@ -5,11 +5,13 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <nlohmann/json.hpp>
 #include <numeric>
 #include <optional>
 #include <vector>
 
 #include "common/message_catalogue.h"
+#include "tools/simservice/routes.h"
 
 namespace zorvanelink::simservice {
 namespace {
@@ -18,112 +20,92 @@ constexpr int kMaxNumber = 10'000'000;
 constexpr int kHarmlessStatus = 40969;  // RCV_FIRST_HEARTBEAT: a client only notes it
 
 enum class Argument { kNone, kNumber, kNumberOrOff, kOnOff, kCode };
+// What stands behind the numbers, up to the end of the line.
+enum class Tail { kNone, kText, kBraced, kMaybeObject, kMaybeList, kRoute };
+
+struct Form {
+    Argument first = Argument::kNone;
+    std::optional<int> first_default = std::nullopt;  // none: the argument must be given
+    Argument second = Argument::kNone;
+    int second_default = 0;
+    Tail tail = Tail::kNone;
+};
+
+constexpr std::optional<int> kGiven = std::nullopt;
+constexpr Form kBare{};
+constexpr Form kAmount{Argument::kNumberOrOff};
+constexpr Form kSwitch{Argument::kOnOff};
+constexpr Form kText{Argument::kNone, kGiven, Argument::kNone, 0, Tail::kText};
+constexpr Form kList{Argument::kNone, kGiven, Argument::kNone, 0, Tail::kMaybeList};
 
 struct Row {
     std::string_view name;
     ActionKind kind;
-    Argument first;
-    std::optional<int> first_default;  // none: the argument must be given
-    Argument second;
-    int second_default;
+    Form form;
     std::string_view usage;
     std::string_view meaning;
 };
 
-constexpr std::array<Row, 14> kRows{{
-    {"vanish",
-     ActionKind::kVanish,
-     Argument::kNone,
-     {},
-     Argument::kNone,
-     0,
-     "vanish",
-     "close the client's connection without a word"},
-    {"restart", ActionKind::kRestart, Argument::kNumber, 500, Argument::kNumber, 0,
-     "restart [MS] [PORT]", "stop, and start again after MS (500), on PORT if given"},
-    {"junk",
-     ActionKind::kJunk,
-     Argument::kNumberOrOff,
-     {},
-     Argument::kNone,
-     0,
-     "junk N|off",
-     "N bytes of junk ahead of every frame"},
-    {"split",
-     ActionKind::kSplit,
-     Argument::kNumberOrOff,
-     {},
-     Argument::kNone,
-     0,
-     "split N|off",
-     "send frames in pieces of N bytes"},
-    {"slow",
-     ActionKind::kSlow,
-     Argument::kNumberOrOff,
-     {},
-     Argument::kNone,
-     0,
-     "slow MS|off",
-     "wait MS after every piece; without split a piece is one byte"},
-    {"silence",
-     ActionKind::kSilence,
-     Argument::kOnOff,
-     {},
-     Argument::kNone,
-     0,
-     "silence on|off",
-     "answer nothing, no sign of life either"},
-    {"flood",
-     ActionKind::kFlood,
-     Argument::kNumber,
-     {},
-     Argument::kCode,
-     kHarmlessStatus,
-     "flood N [CODE]",
-     "N statuses at once"},
-    {"status",
-     ActionKind::kStatus,
-     Argument::kCode,
-     {},
-     Argument::kNone,
-     0,
-     "status CODE",
-     "send one status, by number or by name"},
-    {"offline",
-     ActionKind::kOffline,
-     Argument::kNone,
-     {},
-     Argument::kNone,
-     0,
-     "offline",
-     "end the session from the gateway's side"},
-    {"vnic",
-     ActionKind::kVnic,
-     Argument::kOnOff,
-     {},
-     Argument::kNone,
-     0,
-     "vnic on|off",
-     "the virtual network card works, or does not"},
-    {"send",
-     ActionKind::kSend,
-     Argument::kNone,
-     {},
-     Argument::kNone,
-     0,
-     "send JSON",
-     "send this message as it stands"},
-    {"state",
-     ActionKind::kState,
-     Argument::kNone,
-     {},
-     Argument::kNone,
-     0,
-     "state",
-     "say how things are"},
-    {"help", ActionKind::kHelp, Argument::kNone, {}, Argument::kNone, 0, "help", "this list"},
-    {"quit", ActionKind::kQuit, Argument::kNone, {}, Argument::kNone, 0, "quit", "end the service"},
-}};
+constexpr std::array kRows{
+    Row{"vanish", ActionKind::kVanish, kBare, "vanish",
+        "close the client's connection without a word"},
+    Row{"restart",
+        ActionKind::kRestart,
+        {Argument::kNumber, 500, Argument::kNumber},
+        "restart [MS] [PORT]",
+        "stop, and start again after MS (500), on PORT if given"},
+    Row{"junk", ActionKind::kJunk, kAmount, "junk N|off", "N bytes of junk ahead of every frame"},
+    Row{"split", ActionKind::kSplit, kAmount, "split N|off", "send frames in pieces of N bytes"},
+    Row{"slow", ActionKind::kSlow, kAmount, "slow MS|off",
+        "wait MS after every piece; without split a piece is one byte"},
+    Row{"silence", ActionKind::kSilence, kSwitch, "silence on|off",
+        "answer nothing, no sign of life either"},
+    Row{"flood",
+        ActionKind::kFlood,
+        {Argument::kNumber, kGiven, Argument::kCode, kHarmlessStatus},
+        "flood N [CODE]",
+        "N statuses at once"},
+    Row{"status",
+        ActionKind::kStatus,
+        {Argument::kCode, kGiven, Argument::kNone, 0, Tail::kMaybeObject},
+        "status CODE [OBJECT]",
+        "send one status, by number or by name, with further keys"},
+    Row{"message", ActionKind::kMessage, kText, "message ENGLISH [| CHINESE]",
+        "a message in the gateway's own words"},
+    Row{"disconnect",
+        ActionKind::kDisconnect,
+        {Argument::kNumber},
+        "disconnect REASON",
+        "tell why the tunnel ends (1 to 13, 222), and end the session"},
+    Row{"reconnect",
+        ActionKind::kReconnect,
+        {Argument::kNumber, 1000},
+        "reconnect [MS]",
+        "lose the tunnel and bring it back, MS (1000) a phase"},
+    Row{"offline", ActionKind::kOffline, kBare, "offline",
+        "end the session from the gateway's side"},
+    Row{"route",
+        ActionKind::kRoute,
+        {Argument::kNone, kGiven, Argument::kNone, 0, Tail::kRoute},
+        "route DEST/PREFIX [GATEWAY]",
+        "a route that joins later, for a domain"},
+    Row{"gateways", ActionKind::kGateways, kList, "gateways [LIST]",
+        "tell the gateways of the scenario, or these"},
+    Row{"clusters", ActionKind::kClusters, kList, "clusters [LIST]",
+        "tell the cluster of the scenario, or this one"},
+    Row{"detect-stop", ActionKind::kDetectStop, kText, "detect-stop REASON",
+        "no gateway was found, and why"},
+    Row{"vnic", ActionKind::kVnic, kSwitch, "vnic on|off",
+        "the virtual network card works, or does not"},
+    Row{"send",
+        ActionKind::kSend,
+        {Argument::kNone, kGiven, Argument::kNone, 0, Tail::kBraced},
+        "send JSON",
+        "send this message as it stands"},
+    Row{"state", ActionKind::kState, kBare, "state", "say how things are"},
+    Row{"help", ActionKind::kHelp, kBare, "help", "this list"},
+    Row{"quit", ActionKind::kQuit, kBare, "quit", "end the service"},
+};
 
 std::vector<std::string_view> splitWords(std::string_view line) {
     std::vector<std::string_view> words;
@@ -182,36 +164,57 @@ std::optional<int> parseArgument(Argument kind, std::string_view word) {
     return std::nullopt;
 }
 
-bool parseNumbers(Row const& row, std::vector<std::string_view> const& words, Action& action) {
-    bool const enough = row.first == Argument::kNone || row.first_default || words.size() > 1;
-    std::size_t const most =
-        1 + (row.first != Argument::kNone ? 1 : 0) + (row.second != Argument::kNone ? 1 : 0);
-    if (!enough || words.size() > most) {
-        return false;
-    }
-    std::optional<int> first = row.first_default.value_or(0);
-    std::optional<int> second = row.second_default;
-    if (words.size() > 1) {
-        first = parseArgument(row.first, words[1]);
-    }
-    if (words.size() > 2) {
-        second = parseArgument(row.second, words[2]);
-    }
-    if (!first || !second) {
-        return false;
-    }
-    action.first = *first;
-    action.second = *second;
-    return action.kind != ActionKind::kRestart || action.second <= 65534;
+// Takes the words of the numbers off the front.
+bool parseNumbers(Form const& form, std::vector<std::string_view>& words, Action& action) {
+    auto const take = [&](Argument kind, std::optional<int> fallback) {
+        if (kind == Argument::kNone || words.empty()) {
+            return kind == Argument::kNone ? std::optional(0) : fallback;
+        }
+        auto const value = parseArgument(kind, words.front());
+        words.erase(words.begin());
+        return value;
+    };
+    auto const first = take(form.first, form.first_default);
+    auto const second = first ? take(form.second, form.second_default) : std::nullopt;
+    action.first = first.value_or(0);
+    action.second = second.value_or(0);
+    return first && second && (action.kind != ActionKind::kRestart || action.second <= 65534);
 }
 
-bool parseText(std::string_view line, Action& action) {
-    auto const brace = line.find('{');
-    if (brace == std::string_view::npos) {
+bool isTail(Tail kind, std::string const& text) {
+    auto const json = [&](char open) { return text[0] == open && nlohmann::json::accept(text); };
+    switch (kind) {
+        case Tail::kNone:
+            return text.empty();
+        case Tail::kText:
+            return !text.empty();
+        case Tail::kBraced:
+            return text.starts_with('{');
+        case Tail::kMaybeObject:
+            return text.empty() || json('{');
+        case Tail::kMaybeList:
+            return text.empty() || json('[');
+        case Tail::kRoute: {
+            auto const words = splitWords(text);
+            core::sslvpn::NetConfigRoute route;
+            return !words.empty() && words.size() <= 2 && ParseRoute(words[0], route);
+        }
+    }
+    return false;
+}
+
+bool parseForm(Form const& form, std::string_view line, std::vector<std::string_view> words,
+               Action& action) {
+    words.erase(words.begin());
+    if (!parseNumbers(form, words, action)) {
         return false;
     }
-    action.text = line.substr(brace);
-    return true;
+    if (!words.empty()) {
+        auto const begin = static_cast<std::size_t>(words.front().data() - line.data());
+        auto const end = static_cast<std::size_t>(words.back().end() - line.begin());
+        action.text = line.substr(begin, end - begin);
+    }
+    return isTail(form.tail, action.text);
 }
 
 }  // namespace
@@ -237,9 +240,7 @@ bool ParseAction(std::string_view line, Action& action, std::string& error) {
     }
     Action parsed;
     parsed.kind = row->kind;
-    bool const good = row->kind == ActionKind::kSend ? parseText(line, parsed)
-                                                     : parseNumbers(*row, words, parsed);
-    if (!good) {
+    if (!parseForm(row->form, line, words, parsed)) {
         error = fmt::format("usage: {}", row->usage);
         return false;
     }
@@ -250,7 +251,7 @@ bool ParseAction(std::string_view line, Action& action, std::string& error) {
 std::string ActionHelp() {
     std::string text;
     for (auto const& row : kRows) {
-        text += fmt::format("  {:<20} {}\n", row.usage, row.meaning);
+        text += fmt::format("  {:<28} {}\n", row.usage, row.meaning);
     }
     return text;
 }

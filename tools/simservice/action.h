@@ -16,7 +16,14 @@ enum class ActionKind {
     kSilence,
     kFlood,
     kStatus,
+    kMessage,
+    kDisconnect,
+    kReconnect,
     kOffline,
+    kRoute,
+    kGateways,
+    kClusters,
+    kDetectStop,
     kVnic,
     kSend,
     kState,
@@ -25,7 +32,7 @@ enum class ActionKind {
 };
 
 // `first` and `second` are the numbers of the line, an omitted one has its default, "off" is 0
-// and "on" 1. `text` is the message of kSend.
+// and "on" 1. `text` is what follows them: a message, an object, a list.
 struct Action {
     ActionKind kind = ActionKind::kHelp;
     int first = 0;

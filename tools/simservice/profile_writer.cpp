@@ -75,7 +75,9 @@ std::string quotedValue(std::string_view value) {
     return text + '"';
 }
 
-std::string profileSection(User const& user) {
+// A gateway with one type is never asked for its types.
+std::string profileSection(User const& user, std::vector<common::SupportedAuthType> const& types) {
+    bool const one = types.size() == 1;
     return fmt::format(
         "\n[{}]\n"
         "ConnectionName={}\n"
@@ -83,7 +85,7 @@ std::string profileSection(User const& user) {
         "Port={}\n"
         "LoginMode=1\n"
         "SFMode=1\n"
-        "KeepAuthType=true\n"
+        "KeepAuthType={}\n"
         "LastAuthType={}\n"
         "UserName={}\n"
         "Password={}\n"
@@ -94,10 +96,11 @@ std::string profileSection(User const& user) {
         "OptimalChannel=false\n"
         "GatewayDetect=true\n"
         "VerifyServerCert=false\n"
-        "SupportedAuthType=\"1,\"\n",
+        "SupportedAuthType=\"{}\"\n",
         escapedSection(user.profile), quotedValue(user.profile), quotedValue(user.server),
-        user.port, static_cast<int>(common::SupportedAuthType::kPwd), quotedValue(user.name),
-        quotedValue(components::utils::EncodeSensitiveValue(user.password)));
+        user.port, one, one ? static_cast<int>(types.front()) : 0, quotedValue(user.name),
+        quotedValue(components::utils::EncodeSensitiveValue(user.password)),
+        one ? fmt::format("{},", static_cast<int>(types.front())) : std::string());
 }
 
 }  // namespace
@@ -107,7 +110,7 @@ std::string SettingsText(Scenario const& scenario) {
     std::string sections;
     for (auto const& user : scenario.users) {
         names += (names.empty() ? "" : ";") + user.profile;
-        sections += profileSection(user);
+        sections += profileSection(user, scenario.auth_types);
     }
     auto const first = scenario.users.empty() ? std::string() : scenario.users.front().profile;
     return fmt::format(

@@ -9,6 +9,7 @@
 
 #include "components/utils/file.h"
 #include "tools/simservice/built_in_scenario.h"
+#include "tools/simservice/routes.h"
 #include "tools/simservice/scenario_reader.h"
 
 namespace zorvanelink::simservice {
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int kMaxDelay = 3'600'000;  // ms
 constexpr std::size_t kMaxProfileName = 127;
+constexpr int kMaxMadeUpRoutes = 1'000'000;
 
 constexpr std::array<std::pair<std::string_view, Moment>, 4> kMoments{{
     {"link", Moment::kLink},
@@ -23,6 +25,29 @@ constexpr std::array<std::pair<std::string_view, Moment>, 4> kMoments{{
     {"online", Moment::kOnline},
     {"signal", Moment::kSignal},
 }};
+
+constexpr std::array<std::pair<std::string_view, ServerCertificate>, 4> kServerCertificates{{
+    {"good", ServerCertificate::kGood},
+    {"not-yet-valid", ServerCertificate::kNotYetValid},
+    {"expired", ServerCertificate::kExpired},
+    {"untrusted", ServerCertificate::kUntrusted},
+}};
+
+// The value of a word that must be one of the table's.
+template <class Table>
+auto valueOf(ObjectReader const& reader, char const* key, std::string const& word,
+             Table const& table) {
+    auto const* const row = std::find_if(table.begin(), table.end(),
+                                         [&](auto const& known) { return known.first == word; });
+    if (row == table.end()) {
+        std::string words;
+        for (auto const& known : table) {
+            words += fmt::format("{}\"{}\"", words.empty() ? "" : ", ", known.first);
+        }
+        reader.Fail(key, fmt::format("must be one of {}", words));
+    }
+    return row->second;
+}
 
 core::sslvpn::CLMsgReplyNetConfigData friendlyNetConfig() {
     core::sslvpn::CLMsgReplyNetConfigData data;
@@ -52,6 +77,9 @@ void readUsers(ObjectReader& reader, Scenario& scenario) {
         entry.Read("profile", user.profile);
         entry.Read("server", user.server);
         entry.Read("port", user.port, 1, 65535);
+        entry.Read("certificate", user.certificate);
+        entry.Read("locked_after", user.locked_after);
+        entry.Read("lock_seconds", user.lock_seconds, 1);
         entry.Finish();
         entry.Require(!user.name.empty(), "name");
         entry.Require(!user.password.empty(), "password");
@@ -81,15 +109,9 @@ core::sslvpn::NetConfigRoute readRoute(ScenarioText const& text, Json const& ele
         entry.Require(has_prefix, "prefix");
         return route;
     }
-    auto const words = element.is_string() ? element.get<std::string>() : std::string();
-    auto const slash = words.find('/');
-    auto const digits = slash == std::string::npos ? std::string() : words.substr(slash + 1);
-    if (slash == 0 || digits.empty() || digits.size() > 3 ||
-        digits.find_first_not_of("0123456789") != std::string::npos || std::stoi(digits) > 128) {
+    if (!element.is_string() || !ParseRoute(element.get<std::string>(), route)) {
         text.Fail(path, "must be \"ADDRESS/PREFIX\" or an object");
     }
-    route.destination = words.substr(0, slash);
-    route.prefix = std::stoi(digits);
     return route;
 }
 
@@ -141,6 +163,61 @@ void readSession(ObjectReader& reader, core::sslvpn::CLMsgCommonReplyData& data)
     reader.Read("receivedUserName", data.receivedUserName);
 }
 
+void readLogin(ObjectReader& reader, Scenario& scenario) {
+    std::vector<std::string> types;
+    if (reader.Read("authTypes", types)) {
+        scenario.auth_types.clear();
+    }
+    for (auto const& text : types) {
+        auto const type = common::StringToAuthType(text);
+        if (!common::IsListableAuthType(static_cast<int>(type))) {
+            reader.Fail("authTypes", fmt::format("\"{}\" is no authentication type", text));
+        }
+        scenario.auth_types.push_back(type);
+    }
+    if (std::string word; reader.Read("serverCertificate", word)) {
+        scenario.server_certificate =
+            valueOf(reader, "serverCertificate", word, kServerCertificates);
+    }
+    reader.ReadObject("thirdParty", [&](ObjectReader& part) {
+        part.Read("page", scenario.third_party.page);
+        part.Read("after_ms", scenario.third_party.after_ms, 0, kMaxDelay);
+    });
+}
+
+void readLists(ObjectReader& reader, Scenario& scenario) {
+    reader.ReadList("gateways", [&](Json const& element, std::string const& path) {
+        ObjectReader entry(reader.Text(), element, path);
+        std::string name;
+        core::sslvpn::Gateway gateway;
+        entry.Require(entry.Read("name", name), "name");
+        entry.Read("addr", gateway.addr);
+        entry.Read("detectPort", gateway.detectPort);
+        entry.Read("sslPort", gateway.sslPort);
+        entry.Finish();
+        scenario.gateways.emplace(name, std::move(gateway));
+    });
+    reader.ReadList("clusters", [&](Json const& element, std::string const& path) {
+        ObjectReader entry(reader.Text(), element, path);
+        core::sslvpn::Server server;
+        entry.Require(entry.Read("server", server.addr), "server");
+        entry.Read("port", server.port, 0, 65535);
+        entry.Finish();
+        scenario.clusters.emplace(server.addr, server);
+    });
+}
+
+void addMadeUpRoutes(ObjectReader& reader, core::sslvpn::CLMsgReplyNetConfigData& data) {
+    int count = 0;
+    reader.Read("routes", count, 0, kMaxMadeUpRoutes);
+    auto const add = [&](std::vector<core::sslvpn::NetConfigRoute>& routes, bool ipv6) {
+        auto const made_up = MadeUpRoutes(count, ipv6);
+        routes.insert(routes.end(), made_up.begin(), made_up.end());
+    };
+    add(data.routeList, false);
+    add(data.ipv6RouteList, true);
+}
+
 void readCounters(ObjectReader& reader, Counters& counters) {
     reader.Read("inbound_bytes", counters.inbound_bytes);
     reader.Read("outbound_bytes", counters.outbound_bytes);
@@ -165,12 +242,7 @@ void readFaults(ObjectReader& reader, std::vector<Fault>& faults) {
         entry.Finish();
         entry.Require(!on.empty(), "on");
         entry.Require(!line.empty(), "do");
-        auto const* const moment = std::find_if(kMoments.begin(), kMoments.end(),
-                                                [&](auto const& row) { return row.first == on; });
-        if (moment == kMoments.end()) {
-            entry.Fail("on", "must be \"link\", \"start\", \"online\" or \"signal\"");
-        }
-        fault.on = moment->second;
+        fault.on = valueOf(entry, "on", on, kMoments);
         if (!ParseAction(line, fault.action, error)) {
             entry.Fail("do", error);
         }
@@ -181,9 +253,12 @@ void readFaults(ObjectReader& reader, std::vector<Fault>& faults) {
 void readScenario(ObjectReader& reader, Scenario& scenario) {
     reader.Read("description", scenario.description);
     readUsers(reader, scenario);
+    readLogin(reader, scenario);
+    readLists(reader, scenario);
     reader.Read("vnic", scenario.vnic);
     reader.ReadObject("netconfig",
                       [&](ObjectReader& part) { readNetConfig(part, scenario.netconfig); });
+    addMadeUpRoutes(reader, scenario.netconfig);
     reader.ReadObject("session", [&](ObjectReader& part) { readSession(part, scenario.session); });
     reader.ReadList("warnings", [&](Json const& element, std::string const& path) {
         if (!element.is_number_integer()) {

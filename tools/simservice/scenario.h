@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "common/auth_type.h"
 #include "core/reply_records.h"
 #include "tools/simservice/action.h"
 
@@ -18,6 +19,19 @@ struct User {
     std::string profile;  // name of the connection that --write-profile makes for this user
     std::string server = "vpn.example.com";
     int port = 443;
+    // Common name or fingerprint of the user's certificate; empty: with a password, any.
+    std::string certificate{};
+    int locked_after = 0;  // wrong tries; 0: never
+    int lock_seconds = 600;
+};
+
+// What the gateway's own certificate gives cause for.
+enum class ServerCertificate { kGood, kNotYetValid, kExpired, kUntrusted };
+
+// Login at the page of an outside provider, which ends well by itself.
+struct ThirdParty {
+    std::string page = "http://127.0.0.1/login";
+    int after_ms = 3000;
 };
 
 // Growth a second, and how often it is told.
@@ -52,11 +66,17 @@ struct Fault {
 struct Scenario {
     std::string description;
     std::vector<User> users;
+    std::vector<common::SupportedAuthType> auth_types{common::SupportedAuthType::kPwd};
+    ServerCertificate server_certificate = ServerCertificate::kGood;
+    ThirdParty third_party;
     bool vnic = true;  // whether the virtual network card is usable
     core::sslvpn::CLMsgReplyNetConfigData netconfig;
     // What the key exchange tells; nothing is sent when all of it is empty.
     core::sslvpn::CLMsgCommonReplyData session;
-    std::vector<int> warnings;  // codes that come with ONLINE
+    // Told with the key exchange; an empty one is not.
+    std::map<std::string, core::sslvpn::Gateway> gateways;  // by name
+    std::map<std::string, core::sslvpn::Server> clusters;   // by address
+    std::vector<int> warnings;                              // codes that come with ONLINE
     Counters counters;
     Delays delays;
     std::vector<Fault> faults;

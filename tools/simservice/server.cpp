@@ -9,6 +9,7 @@
 
 #include "components/ipc/port_file.h"
 #include "components/logger/logger.h"
+#include "tools/simservice/notices.h"
 
 namespace zorvanelink::simservice {
 namespace {
@@ -26,6 +27,7 @@ constexpr char kOk[] = "ok\n";
 Server::Server(Options const& options, Scenario const& scenario, EventLoop& loop,
                Terminal& terminal, Recorder& recorder)
     : options_(options),
+      scenario_(scenario),
       loop_(loop),
       terminal_(terminal),
       recorder_(recorder),
@@ -40,7 +42,11 @@ Server::Server(Options const& options, Scenario const& scenario, EventLoop& loop
                {[this](std::string const& json) { outbox_.SendMessage(json); },
                 [this](std::string const& line) { terminal_.Say(line); },
                 [this](Moment moment) { faults_.Happened(moment); }}),
-      faults_(scenario.faults, loop, [this](Action const& action) { perform(action); }) {
+      faults_(scenario.faults, loop, [this](Action const& action) {
+          if (auto const answer = perform(action); answer.starts_with("error")) {
+              terminal_.Say(answer.substr(0, answer.find('\n')));
+          }
+      }) {
 }
 
 Server::~Server() {
@@ -213,7 +219,8 @@ void Server::OnSignal(int signal) {
 }
 
 std::string Server::state() const {
-    static constexpr std::array<char const*, 3> kNames{"idle", "connecting", "online"};
+    static constexpr std::array<char const*, 4> kNames{"idle", "connecting", "online",
+                                                       "reconnecting"};
     return fmt::format("ok link={} session={} port={} profile={}\n", linked_ ? "up" : "down",
                        kNames[static_cast<std::size_t>(session_.GetState())], port_,
                        session_.ProfileName());
@@ -242,18 +249,6 @@ std::string Server::perform(Action const& action) {
         case ActionKind::kSilence:
             outbox_.SetSilent(action.first != 0);
             break;
-        case ActionKind::kFlood:
-            session_.Flood(action.first, static_cast<common::MsgCode>(action.second));
-            break;
-        case ActionKind::kStatus:
-            session_.SendStatus(static_cast<common::MsgCode>(action.first));
-            break;
-        case ActionKind::kOffline:
-            session_.SendStatus(common::MsgCode::OFFLINE);
-            break;
-        case ActionKind::kVnic:
-            session_.SetVnic(action.first != 0);
-            break;
         case ActionKind::kSend:
             outbox_.SendMessage(action.text);
             break;
@@ -264,6 +259,62 @@ std::string Server::perform(Action const& action) {
         case ActionKind::kQuit:
             loop_.Quit();
             break;
+        default:
+            return performInSession(action);
+    }
+    return kOk;
+}
+
+std::string Server::performInSession(Action const& action) {
+    auto const& profile = session_.ProfileName();
+    switch (action.kind) {
+        case ActionKind::kFlood:
+            session_.Flood(action.first, static_cast<common::MsgCode>(action.second));
+            break;
+        case ActionKind::kStatus:
+            session_.SendStatus(static_cast<common::MsgCode>(action.first), action.text);
+            break;
+        case ActionKind::kOffline:
+            session_.SendStatus(common::MsgCode::OFFLINE);
+            break;
+        case ActionKind::kMessage:
+            outbox_.SendMessage(ServerMessage(profile, action.text));
+            break;
+        case ActionKind::kDisconnect:
+            session_.Disconnect(action.first);
+            break;
+        case ActionKind::kReconnect:
+            return session_.Reconnect(action.first) ? kOk : "error: nothing is online\n";
+        case ActionKind::kRoute:
+            outbox_.SendMessage(DomainRoute(scenario_.netconfig, profile, action.text));
+            break;
+        case ActionKind::kDetectStop:
+            outbox_.SendMessage(DetectStop(profile, action.text));
+            break;
+        case ActionKind::kGateways:
+            return tellList(action, "gateways", &Session::TellGateways);
+        case ActionKind::kClusters:
+            return tellList(action, "clusters", &Session::TellClusters);
+        case ActionKind::kVnic:
+            session_.SetVnic(action.first != 0);
+            break;
+        default:
+            break;
+    }
+    return kOk;
+}
+
+std::string Server::tellList(Action const& action, char const* key,
+                             void (Session::*tell)(Scenario const&)) {
+    Scenario given;
+    std::string error;
+    if (action.text.empty()) {
+        (session_.*tell)(scenario_);
+    } else if (ParseScenario(fmt::format("{{\"{}\": {}}}", key, action.text), "line", given,
+                             error)) {
+        (session_.*tell)(given);
+    } else {
+        return fmt::format("error: {}\n", error);
     }
     return kOk;
 }

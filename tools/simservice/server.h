@@ -48,10 +48,15 @@ class Server {
     void received(std::uint64_t generation, std::string const& json);
     void heartbeat();
     std::string perform(Action const& action);
+    std::string performInSession(Action const& action);
+    // Tells the list of the scenario, or the one that the line holds.
+    std::string tellList(Action const& action, char const* key,
+                         void (Session::*tell)(Scenario const&));
     std::string state() const;
     void drainTexts();
 
     Options const& options_;
+    Scenario const& scenario_;
     EventLoop& loop_;
     Terminal& terminal_;
     Recorder& recorder_;

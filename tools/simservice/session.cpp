@@ -6,10 +6,10 @@
 #include <array>
 #include <utility>
 
-#include "components/utils/secret_string.h"
-#include "components/utils/sensitive_value.h"
+#include "common/auth_type_list.h"
 #include "core/clmsg_json.h"
 #include "core/clmsg_reply_json.h"
+#include "tools/simservice/notices.h"
 
 namespace zorvanelink::simservice {
 namespace {
@@ -37,7 +37,11 @@ bool hasSessionData(core::sslvpn::CLMsgCommonReplyData const& data) {
 }  // namespace
 
 Session::Session(Scenario const& scenario, Scheduler& scheduler, Hooks hooks)
-    : scenario_(scenario), scheduler_(scheduler), hooks_(std::move(hooks)), vnic_(scenario.vnic) {
+    : scenario_(scenario),
+      scheduler_(scheduler),
+      hooks_(std::move(hooks)),
+      gatekeeper_(scenario, scheduler),
+      vnic_(scenario.vnic) {
     if (!scenario_.users.empty()) {
         profile_ = scenario_.users.front().profile;
     }
@@ -53,7 +57,8 @@ void Session::LinkDown() {
     if (state_ != State::kIdle) {
         hooks_.say(fmt::format("client left without a stop, {} ends", profile_));
     }
-    endSession();
+    goOffline();
+    stopping_.clear();
     link_ = std::make_shared<int>();
     hooks_.happened(Moment::kLinkEnd);
 }
@@ -63,11 +68,11 @@ Session::Handler Session::handlerOf(CLMsg::Type type) {
         CLMsg::Type type;
         Handler handler;
     };
-    // A "set" has been done when its log level was read; the rest of them is only recorded.
-    static constexpr std::array<Row, 4> kRows{{
+    static constexpr std::array<Row, 5> kRows{{
         {CLMsg::Type::kStart, &Session::handleStart},
         {CLMsg::Type::kStop, &Session::handleStop},
         {CLMsg::Type::kGet, &Session::handleGet},
+        {CLMsg::Type::kSet, &Session::handleSet},
         {CLMsg::Type::kUpdate, &Session::handleUpdate},
     }};
     auto const* const row = std::find_if(
@@ -93,6 +98,10 @@ void Session::handleStart(std::string const& json) {
         hooks_.say("a start without all it needs was dropped");
         return;
     }
+    // What is on its way down is down before anything comes up.
+    while (!stopping_.empty()) {
+        finishStop();
+    }
     endSession();
     state_ = State::kConnecting;
     profile_ = start.profileName;
@@ -102,43 +111,92 @@ void Session::handleStart(std::string const& json) {
     step(scenario_.delays.answer_ms, [this, start] { connecting(start); });
 }
 
-void Session::connecting(core::sslvpn::CLMsgStartData const& start) {
+void Session::connecting(Start const& start) {
     reply(MsgCode::CONNECTING);
     step(scenario_.delays.connecting_ms, [this, start] { verdict(start); });
 }
 
-void Session::verdict(core::sslvpn::CLMsgStartData const& start) {
-    if (start.authType != common::SupportedAuthType::kPwd) {
-        hooks_.say("asks for the authentication type");
-        core::sslvpn::CLMsgCommonReplyData data;
-        data.statusCode = MsgCode::NEED_SELECT_AUTH_TYPE;
-        data.supportedAuthType = {
-            std::string(common::AuthTypeToString(common::SupportedAuthType::kPwd))};
-        reply(std::move(data));
+void Session::verdict(Start const& start) {
+    if (!passServerCertificate(start)) {
         return;
     }
-    if (auto const* const user = findUser(start)) {
-        accept(*user);
+    auto const& offered = scenario_.auth_types;
+    if (start.needQueryAuthType) {
+        offerTypes();
+    } else if (std::find(offered.begin(), offered.end(), start.authType) == offered.end()) {
+        refuse({nullptr, MsgCode::ERR_LOGIN_MODE});
     } else {
-        refuse(MsgCode::ERR_AUTH_USER_OR_PASS);
+        login(start);
     }
 }
 
-User const* Session::findUser(core::sslvpn::CLMsgStartData const& start) const {
-    components::utils::SecretString const password(
-        components::utils::DecodeSensitiveValue(start.encryptedPassword));
-    auto const user =
-        std::find_if(scenario_.users.begin(), scenario_.users.end(), [&](User const& known) {
-            return known.name == start.user && known.password == password.Get();
-        });
-    return user == scenario_.users.end() ? nullptr : &*user;
+bool Session::passServerCertificate(Start const& start) {
+    switch (scenario_.server_certificate) {
+        case ServerCertificate::kGood:
+            return true;
+        case ServerCertificate::kUntrusted:
+            if (start.enableVerifyServerCert) {
+                refuse({nullptr, MsgCode::UI_TR_VERITY_SERVER_CERTIFICATE_FAILED});
+            }
+            return !start.enableVerifyServerCert;
+        case ServerCertificate::kNotYetValid:
+        case ServerCertificate::kExpired:
+            break;
+    }
+    if (!server_accepted_) {
+        questioned_ = start;
+        auto const code = scenario_.server_certificate == ServerCertificate::kExpired
+                              ? MsgCode::SSL_CERT_EXPIRED
+                              : MsgCode::SSL_CERT_YET_VALID;
+        hooks_.say(fmt::format("asks about the server's certificate, {}", readableCode(code)));
+        reply(code);
+    }
+    return server_accepted_;
 }
 
-void Session::refuse(MsgCode code) {
-    hooks_.say(fmt::format("login refused, {}", readableCode(code)));
-    reply(code);
+void Session::offerTypes() {
+    hooks_.say("asks for the authentication type");
+    core::sslvpn::CLMsgCommonReplyData data;
+    data.statusCode = MsgCode::NEED_SELECT_AUTH_TYPE;
+    data.supportedAuthType =
+        components::utils::ConvertSupportedAuthTypeToStrList(scenario_.auth_types);
+    reply(std::move(data));
+}
+
+void Session::login(Start const& start) {
+    if (start.authType == common::SupportedAuthType::kOauth && !scenario_.users.empty()) {
+        openProvidersPage();
+        return;
+    }
+    if (!common::NeedsPassword(start.authType) && !common::NeedsCertificate(start.authType)) {
+        refuse({nullptr, MsgCode::ERR_LOGIN_MODE});
+        return;
+    }
+    auto const judgement = gatekeeper_.Judge(start);
+    if (judgement.user != nullptr) {
+        accept(*judgement.user);
+    } else {
+        refuse(judgement);
+    }
+}
+
+void Session::openProvidersPage() {
+    core::sslvpn::CLMsgCommonReplyData data;
+    data.statusCode = MsgCode::OAUTH_PAGE;
+    data.oauthPagePath = scenario_.third_party.page;
+    hooks_.say(fmt::format("asks to log in at {}", data.oauthPagePath));
+    reply(std::move(data));
+    step(scenario_.third_party.after_ms, [this] { accept(scenario_.users.front()); });
+}
+
+void Session::refuse(Judgement const& judgement) {
+    hooks_.say(fmt::format("login refused, {}", readableCode(judgement.refusal)));
+    core::sslvpn::CLMsgCommonReplyData data;
+    data.statusCode = judgement.refusal;
+    data.accountLockSenconds = judgement.lock_seconds;
+    reply(std::move(data));
     reply(MsgCode::OFFLINE);
-    endSession();
+    goOffline();
 }
 
 void Session::accept(User const& user) {
@@ -147,12 +205,15 @@ void Session::accept(User const& user) {
         data.statusCode = MsgCode::KEY_EXCHANGE_DATA;
         reply(std::move(data));
     }
+    TellGateways(scenario_);
+    TellClusters(scenario_);
     hooks_.send(CLMsgReplyJson::Build(netconfig()));
     step(scenario_.delays.online_ms, [this, &user] { goOnline(user); });
 }
 
 void Session::goOnline(User const& user) {
     state_ = State::kOnline;
+    user_ = &user;
     online_since_ = scheduler_.Now();
     core::sslvpn::CLMsgCommonReplyData data;
     data.statusCode = MsgCode::ONLINE;
@@ -206,15 +267,23 @@ void Session::handleStop(std::string const& json) {
     }
     hooks_.say(fmt::format("stop {}", stop.profileName));
     if (stop.profileName == profile_) {
-        endSession();
+        goOffline();
     }
-    later(scenario_.delays.stop_ms, [this, name = stop.profileName] {
-        core::sslvpn::CLMsgCommonReplyData data;
-        data.profileName = name;
-        data.statusCode = MsgCode::OFFLINE;
-        hooks_.send(CLMsgReplyJson::Build(data));
-        hooks_.say(fmt::format("offline {}", name));
+    stopping_.push_back(std::make_shared<std::string>(stop.profileName));
+    later(scenario_.delays.stop_ms, [this, stopped = std::weak_ptr(stopping_.back())] {
+        if (!stopped.expired()) {
+            finishStop();
+        }
     });
+}
+
+void Session::finishStop() {
+    core::sslvpn::CLMsgCommonReplyData data;
+    data.profileName = *stopping_.front();
+    data.statusCode = MsgCode::OFFLINE;
+    stopping_.pop_front();
+    hooks_.send(CLMsgReplyJson::Build(data));
+    hooks_.say(fmt::format("offline {}", data.profileName));
 }
 
 void Session::handleGet(std::string const& json) {
@@ -238,9 +307,7 @@ void Session::handleGet(std::string const& json) {
     }
     switch (get.getType) {
         case core::sslvpn::GetType::kState:
-            reply(state_ == State::kOnline       ? MsgCode::ONLINE
-                  : state_ == State::kConnecting ? MsgCode::CONNECTING
-                                                 : MsgCode::OFFLINE);
+            reply(stateCode());
             break;
         case core::sslvpn::GetType::kStatistics:
             hooks_.send(CLMsgReplyJson::Build(statistics()));
@@ -251,6 +318,12 @@ void Session::handleGet(std::string const& json) {
         default:
             break;
     }
+}
+
+MsgCode Session::stateCode() const {
+    static constexpr std::array kCodes{MsgCode::OFFLINE, MsgCode::CONNECTING, MsgCode::ONLINE,
+                                       MsgCode::RECONNECTING};
+    return kCodes[static_cast<std::size_t>(state_)];
 }
 
 void Session::handleUpdate(std::string const& json) {
@@ -265,11 +338,66 @@ void Session::handleUpdate(std::string const& json) {
     hooks_.send(CLMsgReplyJson::Build(data));
 }
 
-void Session::SendStatus(MsgCode code) {
+// Most of them have been done when their log level was read, and are only recorded.
+void Session::handleSet(std::string const& json) {
+    core::sslvpn::CLMsgSetData set;
+    if (!CLMsgJson::Parse(json, &set) || set.subtype != core::sslvpn::SetType::kAcceptServerCert ||
+        !questioned_ || set.profileName != profile_) {
+        return;
+    }
+    auto const start = *std::exchange(questioned_, std::nullopt);
+    server_accepted_ = set.result;
+    hooks_.say(set.result ? "the server's certificate is accepted"
+                          : "the server's certificate is refused");
+    if (server_accepted_) {
+        verdict(start);
+    } else {
+        reply(MsgCode::OFFLINE);
+        goOffline();
+    }
+}
+
+void Session::SendStatus(MsgCode code, std::string const& fields) {
     hooks_.say(fmt::format("status {}", readableCode(code)));
-    reply(code);
+    hooks_.send(StatusNotice(profile_, code, fields));
     if (code == MsgCode::OFFLINE) {
-        endSession();
+        goOffline();
+    }
+}
+
+void Session::Disconnect(int reason) {
+    hooks_.say(fmt::format("disconnect, {}", core::sslvpn::DisconnectReasonText(reason)));
+    hooks_.send(
+        CLMsgReplyJson::Build(core::sslvpn::CLMsgReplyTunnelDisconnectData{profile_, reason}));
+    reply(MsgCode::OFFLINE);
+    goOffline();
+}
+
+bool Session::Reconnect(int phase_ms) {
+    if (state_ != State::kOnline) {
+        return false;
+    }
+    hooks_.say("the tunnel is lost, reconnecting");
+    attempt_ = std::make_shared<int>();
+    state_ = State::kReconnecting;
+    reply(MsgCode::PREPARE_RECONNECTING);
+    step(phase_ms, [this, phase_ms] {
+        reply(MsgCode::RECONNECTING);
+        step(phase_ms, [this] { accept(*user_); });
+    });
+    return true;
+}
+
+void Session::TellGateways(Scenario const& from) {
+    if (!from.gateways.empty()) {
+        hooks_.send(
+            CLMsgReplyJson::Build(core::sslvpn::CLMsgGatewayListData{profile_, from.gateways}));
+    }
+}
+
+void Session::TellClusters(Scenario const& from) {
+    if (!from.clusters.empty()) {
+        hooks_.send(CLMsgReplyJson::Build(core::sslvpn::CLMsgClusterData{profile_, from.clusters}));
     }
 }
 
@@ -298,9 +426,15 @@ void Session::reply(core::sslvpn::CLMsgCommonReplyData data) {
 
 void Session::endSession() {
     attempt_ = std::make_shared<int>();
+    questioned_.reset();
     if (std::exchange(state_, State::kIdle) != State::kIdle) {
         hooks_.happened(Moment::kSessionEnd);
     }
+}
+
+void Session::goOffline() {
+    server_accepted_ = false;
+    endSession();
 }
 
 void Session::step(int delay_ms, Task task) {

@@ -3,11 +3,14 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "core/clmsg.h"
 #include "core/request_records.h"
+#include "tools/simservice/gatekeeper.h"
 #include "tools/simservice/scenario.h"
 #include "tools/simservice/scheduler.h"
 
@@ -20,7 +23,7 @@ class Session {
         std::function<void(std::string const& line)> say;  // for people; never a secret
         std::function<void(Moment)> happened;
     };
-    enum class State { kIdle, kConnecting, kOnline };
+    enum class State { kIdle, kConnecting, kOnline, kReconnecting };
 
     // The scenario must outlive the session.
     Session(Scenario const& scenario, Scheduler& scheduler, Hooks hooks);
@@ -29,10 +32,17 @@ class Session {
     void LinkDown();
     void Receive(std::string const& json);
 
-    // From the gateway's own will. Of the profile started last, or the first user's.
-    void SendStatus(common::MsgCode code);
+    // From the gateway's own will. Of the profile started last, or the first user's. `fields`:
+    // further keys of the status, as a JSON object.
+    void SendStatus(common::MsgCode code, std::string const& fields = {});
     void Flood(int count, common::MsgCode code);
     void SetVnic(bool usable);
+    // Tells why, and ends the session.
+    void Disconnect(int reason);
+    // False when there is no tunnel to lose.
+    bool Reconnect(int phase_ms);
+    void TellGateways(Scenario const& from);
+    void TellClusters(Scenario const& from);
 
     State GetState() const { return state_; }
     std::string const& ProfileName() const { return profile_; }
@@ -45,18 +55,29 @@ class Session {
     void handleStart(std::string const& json);
     void handleStop(std::string const& json);
     void handleGet(std::string const& json);
+    void handleSet(std::string const& json);
     void handleUpdate(std::string const& json);
 
-    void connecting(core::sslvpn::CLMsgStartData const& start);
-    void verdict(core::sslvpn::CLMsgStartData const& start);
+    using Start = core::sslvpn::CLMsgStartData;
+    // A login, in this order.
+    void connecting(Start const& start);
+    void verdict(Start const& start);
+    // False when the login has to wait for the client's answer, or has ended.
+    bool passServerCertificate(Start const& start);
+    void offerTypes();
+    void login(Start const& start);
+    void openProvidersPage();
     void accept(User const& user);
-    void refuse(common::MsgCode code);
+    void refuse(Judgement const& judgement);
     void goOnline(User const& user);
     void tick();
     // Ends what runs: its timers are void from here on.
     void endSession();
+    // Answers the oldest stop.
+    void finishStop();
+    void goOffline();
 
-    User const* findUser(core::sslvpn::CLMsgStartData const& start) const;
+    common::MsgCode stateCode() const;
     void reply(common::MsgCode code);
     void reply(core::sslvpn::CLMsgCommonReplyData data);
     core::sslvpn::CLMsgReplyTunnelStatisticsData statistics() const;
@@ -70,10 +91,16 @@ class Session {
     Scenario const& scenario_;
     Scheduler& scheduler_;
     Hooks hooks_;
+    Gatekeeper gatekeeper_;
     std::shared_ptr<int> link_ = std::make_shared<int>();
     std::shared_ptr<int> attempt_ = std::make_shared<int>();
     State state_ = State::kIdle;
     std::string profile_;
+    std::deque<std::shared_ptr<std::string>> stopping_;  // profiles whose stop has no answer yet
+    User const* user_ = nullptr;                         // who is online
+    std::optional<Start> questioned_;  // a login that waits for the client's answer
+    // The answer holds from the question for the types to the login after it.
+    bool server_accepted_ = false;
     Scheduler::Clock::time_point online_since_;
     bool vnic_;
 };

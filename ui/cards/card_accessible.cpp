@@ -52,6 +52,13 @@ class AccessibleCard : public QAccessibleWidget {
         }
         return QAccessibleWidget::parent();
     }
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.selectable = true;
+        state.selected = static_cast<ProfileTab*>(widget())->IsSelected();
+        return state;
+    }
 };
 
 QAccessibleInterface* makeInterface(QString const& /*className*/, QObject* object) {

@@ -22,6 +22,9 @@ void ConnectionList::RefreshConnList() {
     if (g_running_client != 0 || status_ != ConnectStatus::Disconnected) {
         Log().info("Not refresh connection list now");
         refreshDue_ = true;
+        if (!selected_.empty()) {
+            Q_EMIT Selected(QString::fromStdString(selected_));
+        }
         return;
     }
     refreshDue_ = false;

@@ -108,7 +108,7 @@ void ProfileTab::onStartConnect(QString const&, bool) {
 void ProfileTab::onAutoLogin(QString const& name) {
     if (name.toStdString() == profile->name) {
         Log().info("auto login profile_name: {}", profile->name);
-        onConnButtonTriggered();
+        conn_button_->click();  // a grey one does nothing
     }
 }
 

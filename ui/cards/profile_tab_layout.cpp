@@ -130,7 +130,9 @@ void ProfileTab::RefreshProfile() {
     port_->setText(QStringLiteral("%1 %2").arg(GetTrMsg(MsgCode::UI_INFO_PORT),
                                                QString::number(profile->port)));
     loginMode_->setText(gm ? QStringLiteral("GM SSL") : QString());
-    loginMode_->setToolTip(GetTrMsg(MsgCode::UI_INFO_LOGIN_MODE) + loginMode_->text());
+    loginMode_->setToolTip(gm ? GetTrMsg(MsgCode::UI_INFO_LOGIN_MODE) + loginMode_->text()
+                              : QString());
+    loginMode_->setAttribute(Qt::WA_TransparentForMouseEvents, !gm);
     SetMenu(menu_);
     SetUserName(profile->userName);
 }
@@ -183,7 +185,8 @@ void ProfileTab::placeTexts() {
 }
 
 void ProfileTab::updateMenu() {
-    bool const inside = hovered_ || selected_ || menu_panel_->isAncestorOf(focusWidget());
+    bool const inside =
+        hovered_ || selected_ || menu_panel_->isAncestorOf(QApplication::focusWidget());
     bool const shown = inside && menu_panel_->isEnabled() && !pending_;
     hoverMenu(shown ? QPoint(kInset - 6, height() - kRing - kPadding - kButtonHeight / 2 -
                                              menu_panel_->height() / 2)

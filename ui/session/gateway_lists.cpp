@@ -1,5 +1,7 @@
 #include "ui/session/gateway_lists.h"
 
+#include <limits>
+
 #include "components/logger/logger.h"
 #include "components/utils/text.h"
 
@@ -20,8 +22,10 @@ char const* missingFieldOf(std::string const& name, core::sslvpn::Gateway const&
     return gateway.detectPort.empty() || gateway.sslPort.empty() ? "port" : nullptr;
 }
 
-std::uint16_t port(std::string const& text) {
-    return static_cast<std::uint16_t>(String2Int(text));
+// A number that is no port counts as none: cut to 16 bits it would name another one.
+std::uint16_t port(std::int32_t number) {
+    bool const valid = number >= 0 && number <= std::numeric_limits<std::uint16_t>::max();
+    return valid ? static_cast<std::uint16_t>(number) : 0;
 }
 
 }  // namespace
@@ -38,8 +42,8 @@ void HandleGatewayList(Config& config, core::sslvpn::CLMsgGatewayListData const&
             Log().warning("gatewaylist {} field is empty, skipping it", field);
             continue;
         }
-        profile->gatewayList[name] = {gateway.addr, port(gateway.detectPort),
-                                      port(gateway.sslPort)};
+        profile->gatewayList[name] = {gateway.addr, port(String2Int(gateway.detectPort)),
+                                      port(String2Int(gateway.sslPort))};
     }
     Log().info("Update preferred gatewaylist");
     if (!profile->gatewayList.contains(profile->perferredGatewayName)) {
@@ -56,7 +60,7 @@ void HandleClusterList(Config& config, core::sslvpn::CLMsgClusterData const& dat
     }
     profile->clusterList.clear();
     for (auto const& [address, server] : data.clusterList) {
-        profile->clusterList[address] = {address, static_cast<std::uint16_t>(server.port)};
+        profile->clusterList[address] = {address, port(server.port)};
     }
     Log().info("Save profile [{}] cluster", profile->name);
     config.Save();

@@ -149,7 +149,7 @@ bool MessageDispatcher::onCluster(std::string const& json) {
 
 bool MessageDispatcher::onGatewayDetectStop(std::string const& json) {
     auto const data = read<CLMsgGatewayDetectStopData>(json);
-    if (data) {
+    if (data && statuses_.Addressee(data->profileName)) {
         failures_.ShowPopMsgBox(BoxKind::kWarning, GetErrMsg(MsgCode::UI_WARNING),
                                 QString::fromStdString(data->reason),
                                 GetErrMsg(MsgCode::UI_INFO_OK));

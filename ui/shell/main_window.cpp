@@ -1,7 +1,5 @@
 #include "ui/shell/main_window.h"
 
-#include <QCloseEvent>
-#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QPainterPath>
 #include <QTimer>
@@ -9,6 +7,7 @@
 #include "app/environment/globals.h"
 #include "components/ipc/socket_ipc_client.h"
 #include "components/logger/logger.h"
+#include "core/clmsg_json.h"
 #include "ui/session/view_state.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/open_url.h"
@@ -37,6 +36,10 @@ LinkCore::LinkFactory socketLink(std::string const& uuid) {
     return [uuid] { return std::make_shared<components::ipc::SocketIPCClient>(uuid, nullptr); };
 }
 
+TrayController::Available allowed(TrayController::Available available) {
+    return AppCtrl::Instance().disableTray ? nullptr : std::move(available);
+}
+
 }  // namespace
 
 MainWindow::MainWindow(Environment environment, QWidget* parent)
@@ -52,12 +55,18 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
       failures_(state_, flow_, prompts_, dialogs_, this),
       statuses_({state_, updater_, flow_, failures_, config_, prompts_, dialogs_, this}),
       dispatcher_(state_, statuses_, failures_, config_),
-      tunnel_(*ui_.tunnel, [this] { return flow_.RunningProfile(); }) {
+      tunnel_(*ui_.tunnel, [this] { return flow_.RunningProfile(); }),
+      authTypes_({state_, updater_, flow_, dialogs_, {config_, prompts_, certList_}, this}),
+      tray_(*this, config_, allowed(std::move(environment.trayAvailable))),
+      more_({*ui_.titleBar->MoreButton(), config_, prompts_,
+             [this](QString const& message) { return link_.SendToService(message); }}) {
     applyLogLevel();
     shapeWindow();
     wireLink();
     wireSession();
+    wireAuth();
     wireCards();
+    wireTray();
     wireWindow();
     cards_.RefreshConnList();
     render();
@@ -85,8 +94,6 @@ void MainWindow::shapeWindow() {
     if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
         setAttribute(Qt::WA_TranslucentBackground);
     }
-    // Their flows come with the menus of the shell.
-    ui_.titleBar->MoreButton()->hide();
 }
 
 void MainWindow::wireLink() {
@@ -131,6 +138,20 @@ void MainWindow::wireSession() {
     });
 }
 
+void MainWindow::wireAuth() {
+    connect(&authTypes_, &AuthTypeFlow::StartConnect, this,
+            [this](QString const& name, bool query) {
+                if (ProfileTab* const tab = cards_.GetProfileTab(name.toStdString())) {
+                    tab->onStartConnect(name, query);
+                }
+            });
+    connect(&certList_, &CertListRoad::SendCertRequest, &link_, [this](bool gm) {
+        link_.SendToService(QString::fromStdString(core::sslvpn::CLMsgJson::BuildCertRequest(gm)));
+    });
+    connect(&dispatcher_, &MessageDispatcher::RecvCertInfo, &certList_,
+            &CertListRoad::RecvCertInfo);
+}
+
 void MainWindow::wireCards() {
     cards_.SetMenu({.modify = false, .remove = true, .forgotPassword = true});
     connect(&cards_, &ConnectionList::StartConnect, &flow_, &ConnectFlow::onStartConnect);
@@ -155,6 +176,8 @@ void MainWindow::wireWindow() {
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [](Qt::ApplicationState now) {
         g_is_application_active = now == Qt::ApplicationActive;
     });
+    connect(qApp, &QGuiApplication::commitDataRequest, this, &MainWindow::onSessionEnding);
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &MainWindow::leave);
 }
 
 // Everything that follows from the state, in one place.
@@ -170,6 +193,7 @@ void MainWindow::render() {
     ui_.tunnel->SetWarning(view.hasWarning ? GetTrMsg(view.warning) : QString());
     cards_.SetPending(state_.startingProfileName);
     SetStatusBarInfo();
+    renderTray();
     if (view.hasStatusText) {
         Q_EMIT UpdateStatusBar(GetTrMsg(view.statusText), QLatin1String(view.statusIcon));
     }
@@ -270,28 +294,8 @@ void MainWindow::onDeleteConnectionInfo(QString const& name) {
     }
 }
 
-// Without a tray nothing would bring a hidden window back: closing means leaving.
-void MainWindow::on_btn_main_close__clicked() {
-    if (prompts_.Question(this, GetErrMsg(MsgCode::UI_WARNING),
-                          GetErrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT),
-                          GetErrMsg(MsgCode::UI_INFO_OK), GetErrMsg(MsgCode::UI_INFO_CANCEL))) {
-        close();
-    }
-}
-
 void MainWindow::on_btn_main_min__clicked() {
     showMinimized();
-}
-
-void MainWindow::closeEvent(QCloseEvent* event) {
-    event->accept();
-    if (std::exchange(quitting_, true)) {
-        return;
-    }
-    link_.IgnoreLoss();
-    state_.errorShown = true;  // who leaves needs no word about an open dialog
-    StopConnect();
-    QCoreApplication::exit(0);
 }
 
 bool MainWindow::event(QEvent* event) {
@@ -301,6 +305,8 @@ bool MainWindow::event(QEvent* event) {
     } else if (event->type() == QEvent::WindowUnblocked) {
         ui_.cover->ToFront();
         Log().debug("active mainwindow");
+    } else if (event->type() == QEvent::WindowActivate) {
+        sessionEnding_ = false;  // the user has stayed
     }
     return QWidget::event(event);
 }

@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <string>
 
+#include "ui/auth/auth_type_flow.h"
 #include "ui/cards/connection_list.h"
 #include "ui/config/config.h"
 #include "ui/link/service_link.h"
@@ -16,6 +17,8 @@
 #include "ui/session/status_handler.h"
 #include "ui/session/status_updater.h"
 #include "ui/shell/main_window_layout.h"
+#include "ui/shell/more_menu.h"
+#include "ui/shell/tray_controller.h"
 #include "ui/tunnel/tunnel_controller.h"
 #include "ui/widgets/prompts.h"
 
@@ -30,6 +33,7 @@ class MainWindow : public QWidget {
         Config& config;
         Prompts& prompts;
         LinkCore::LinkFactory link;  // null: the socket link to the service
+        TrayController::Available trayAvailable = QSystemTrayIcon::isSystemTrayAvailable;
     };
 
     explicit MainWindow(Environment environment, QWidget* parent = nullptr);
@@ -49,6 +53,10 @@ class MainWindow : public QWidget {
     void Wait(int mode, QString const& text);
     void onUpdateStatusBar(QString const& text, QString const& iconPath);
     void onDeleteConnectionInfo(QString const& name);
+    // Out of the tray or the task bar, to the front.
+    void BringUp();
+    // The desktop session ends: from here on a close event from outside means leaving.
+    void onSessionEnding();
 
   private Q_SLOTS:
     void on_btn_main_close__clicked();
@@ -64,10 +72,17 @@ class MainWindow : public QWidget {
     void shapeWindow();
     void wireLink();
     void wireSession();
+    void wireAuth();
     void wireCards();
+    void wireTray();
     void wireWindow();
 
     void render();
+    void renderTray();
+    void pressCard(std::string const& name, bool start);
+    void offerPages();
+    void openPage(std::string Context::*page, bool local);
+    void leave();
     void onStatusNotified(QString const& name, ConnectStatus status);
     void onCameOnline(bool first);
     void SetStatusBarInfo();
@@ -87,7 +102,12 @@ class MainWindow : public QWidget {
     StatusHandler statuses_;
     MessageDispatcher dispatcher_;
     TunnelController tunnel_;
+    CertListRoad certList_;
+    AuthTypeFlow authTypes_;
+    TrayController tray_;
+    MoreMenu more_;
     bool quitting_ = false;
+    bool sessionEnding_ = false;
 };
 
 // The one main window, or null.

@@ -160,6 +160,8 @@ void RouteView::OnRouteQTableViewCellEntered(QModelIndex const& index) {
     int const room = table->columnWidth(index.column()) - kCellPadding;
     if (address && table->fontMetrics().horizontalAdvance(text) > room) {
         QToolTip::showText(QCursor::pos(), PlainToolTip(text));
+    } else {
+        QToolTip::hideText();  // that of the cell before
     }
 }
 

@@ -147,9 +147,7 @@ void InputDialog::reportOpened() {
 }
 
 void InputDialog::on_ok_button__clicked() {
-    QByteArray bytes = edit_->text().toUtf8();
-    auto const length = bytes.size();
-    bytes.fill('\0');
+    int const length = Utf8Length(*edit_);
     QString complaint;
     if (length == 0) {
         complaint = emptyMessage_;

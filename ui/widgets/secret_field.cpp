@@ -18,4 +18,17 @@ std::string TakeSensitiveValue(QLineEdit& field) {
     return components::utils::EncodeSensitiveValue(clear.Get());
 }
 
+void WipeField(QLineEdit& field) {
+    QString text = field.text();
+    field.setText(QString());
+    text.fill(QChar(u'\0'));
+}
+
+int Utf8Length(QLineEdit const& field) {
+    QByteArray bytes = field.text().toUtf8();
+    int const length = bytes.size();
+    bytes.fill('\0');
+    return length;
+}
+
 }  // namespace zorvanelink::ui

@@ -10,4 +10,10 @@ namespace zorvanelink::ui {
 // way is overwritten.
 std::string TakeSensitiveValue(QLineEdit& field);
 
+// Empties the field and overwrites what stood in it.
+void WipeField(QLineEdit& field);
+
+// What the field holds in bytes of UTF-8, counted without leaving a clear copy.
+int Utf8Length(QLineEdit const& field);
+
 }  // namespace zorvanelink::ui

@@ -24,7 +24,8 @@ void InitAssets() {
 
 QString LoadStyle(QString const& name) {
     InitAssets();
-    QFile file(QStringLiteral(":/assets/qss/%1.qss").arg(name));
+    QString const suffix = name.contains(QLatin1Char('.')) ? QString() : QStringLiteral(".qss");
+    QFile file(QStringLiteral(":/assets/qss/") + name + suffix);
     if (!file.open(QIODevice::ReadOnly)) {
         components::logger::Log().error("Failed to load style {}", name.toStdString());
         return {};

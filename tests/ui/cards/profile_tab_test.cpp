@@ -139,7 +139,10 @@ TEST_F(ProfileTabTest, APasswordForOneAttemptIsAskedForAgain) {
 TEST_F(ProfileTabTest, AutomaticLoginPressesOnlyItsOwnButton) {
     QSignalSpy starts(tab.get(), &ProfileTab::StartConnect);
     tab->onAutoLogin(QStringLiteral("Other"));
+    tab->SetAdapterUsable(false);
+    tab->onAutoLogin(QStringLiteral("Head office"));
     EXPECT_EQ(starts.count(), 0);
+    tab->SetAdapterUsable(true);
     tab->onAutoLogin(QStringLiteral("Head office"));
     EXPECT_EQ(starts.count(), 1);
 }

@@ -1,0 +1,17 @@
+// Prompts of windows in which nothing is pressed.
+#pragma once
+
+#include "ui/widgets/prompts.h"
+
+namespace zorvanelink::gallery {
+
+class NoPrompts : public ui::Prompts {
+  public:
+    int Box(ui::BoxRequest const&) override { return -1; }
+    std::optional<ui::SecretAnswer> InputSecret(ui::SecretRequest const&) override {
+        return std::nullopt;
+    }
+    std::optional<QString> ChooseFile(ui::FileRequest const&) override { return std::nullopt; }
+};
+
+}  // namespace zorvanelink::gallery

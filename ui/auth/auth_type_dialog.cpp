@@ -1,0 +1,295 @@
+#include "ui/auth/auth_type_dialog.h"
+
+#include <QHBoxLayout>
+#include <QScreen>
+#include <algorithm>
+
+#include "app/environment/app_ctrl.h"
+#include "components/logger/logger.h"
+#include "ui/text/texts.h"
+#include "ui/widgets/style.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+using components::logger::Log;
+
+// Pixels.
+constexpr int kWidth = 480;
+constexpr int kMargin = 20;
+constexpr int kSpacing = 14;
+constexpr int kRadioSpacing = 15;
+constexpr int kRadioSpacingChinese = 55;
+
+constexpr char kDisabledStyle[] =
+    "background-color: #E8E8E8; color: #CCCCCC; border-radius:4;border: #CCCCCC";
+
+bool contains(std::vector<SupportedAuthType> const& types, SupportedAuthType type) {
+    return std::find(types.begin(), types.end(), type) != types.end();
+}
+
+bool hasControl(SupportedAuthType type) {
+    return common::NeedsPassword(type) || common::NeedsCertificate(type) ||
+           type == SupportedAuthType::kOauth;
+}
+
+}  // namespace
+
+// In the order of preference, which is also the order shown.
+AuthTypeDialog::Choice const AuthTypeDialog::kChoices[] = {
+    {SupportedAuthType::kPwd, &AuthTypeDialog::userRadio_, "radioButton_username_",
+     MsgCode::UI_TR_AUTH_INFO_USER, "radio button user name "},
+    {SupportedAuthType::kPwdWithCert, &AuthTypeDialog::userCertRadio_, "radioButton_user_cert_",
+     MsgCode::UI_TR_AUTH_INFO_USER_CERT, "radio button user name and cert "},
+    {SupportedAuthType::kOnlyUkey, &AuthTypeDialog::certRadio_, "radioButton_cert_",
+     MsgCode::UI_TR_AUTH_INFO_CERT, "radio button only cert "},
+};
+
+AuthTypeDialog::AuthTypeDialog(std::shared_ptr<Profile> profile, bool select, Services services,
+                               QWidget* parent)
+    : AuthConfigBase(std::move(profile), true, services, parent) {
+    setObjectName(QStringLiteral("auth_type_dialog_"));
+    setStyleSheet(styleSheet() + LoadStyle(QStringLiteral("authtypedialog.css")));
+    build();
+    SetCredentialWidgets(form_->Widgets());
+    completeKnownTypes();
+    InitAuthConfig();
+    Init(select);
+}
+
+void AuthTypeDialog::build() {
+    // Follows its content: the groups come and go with the type.
+    FrameLayout()->setSizeConstraint(QLayout::SetFixedSize);
+    Body()->setFixedWidth(kWidth);
+    form_ = new CredentialForm(Body());
+    keepType_ = new QCheckBox(GetTrMsg(MsgCode::UI_TR_INFO_REMEMBER_AUTH_TYPE), Body());
+    keepType_->setObjectName(QStringLiteral("checkbox_keep_auth_type_"));
+    keepType_->setAccessibleName(keepType_->text());
+    keepType_->setChecked(EditedProfile().keepAuthType);
+    auto* column = new QVBoxLayout(Body());
+    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    column->setSpacing(kSpacing);
+    column->addWidget(buildRadios());
+    column->addWidget(form_);
+    column->addWidget(keepType_, 0, Qt::AlignLeft);
+    column->addSpacing(4);
+    column->addWidget(buildButtons());
+}
+
+QWidget* AuthTypeDialog::buildRadios() {
+    radioRow_ = new QWidget(Body());
+    auto* row = new QHBoxLayout(radioRow_);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(IsChineseDisplayLangguage() ? kRadioSpacingChinese : kRadioSpacing);
+    for (Choice const& choice : kChoices) {
+        auto* radio = new QRadioButton(GetTrMsg(choice.text), radioRow_);
+        radio->setObjectName(QLatin1String(choice.objectName));
+        radio->setAccessibleName(radio->text());
+        radio->hide();
+        connect(radio, &QRadioButton::toggled, this,
+                [this, &choice](bool checked) { onRadio(choice, checked); });
+        row->addWidget(radio);
+        this->*choice.radio = radio;
+    }
+    row->addStretch();
+    return radioRow_;
+}
+
+QWidget* AuthTypeDialog::buildButtons() {
+    auto* bar = new QWidget(Body());
+    auto* column = new QVBoxLayout(bar);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(12);
+    login_ = addButton(*column, "btn_connect_", MsgCode::UI_TR_INFO_BEGIN_LOGIN);
+    thirdParty_ = addButton(*column, "btn_third_party_", MsgCode::UI_TR_INFO_THIRD_LOGIN);
+    cancel_ = addButton(*column, "btn_cancel_", MsgCode::UI_INFO_CANCEL);
+    cancel_->setProperty("flat", true);
+    login_->hide();
+    thirdParty_->hide();
+    return bar;
+}
+
+QPushButtonExt* AuthTypeDialog::addButton(QLayout& column, char const* name, MsgCode text) {
+    auto* button = new QPushButtonExt(GetTrMsg(text), Body());
+    button->setObjectName(QLatin1String(name));
+    button->setAccessibleName(button->text());
+    // The default button stays the one that Enter means, wherever the focus is.
+    button->setAutoDefault(false);
+    column.addWidget(button);
+    return button;
+}
+
+// What this run's server said, else what the last run's said, else all that can be chosen here.
+void AuthTypeDialog::completeKnownTypes() {
+    auto& known = EditedProfile().supportedAuthTypes;
+    if (known.empty()) {
+        known = EditedProfile().lastSupportedAuthTypes;
+    }
+    if (std::none_of(known.begin(), known.end(), hasControl)) {
+        known = {SupportedAuthType::kPwd, SupportedAuthType::kPwdWithCert,
+                 SupportedAuthType::kOnlyUkey};
+    }
+}
+
+void AuthTypeDialog::Init(bool select) {
+    Profile const& profile = EditedProfile();
+    bool const reduced = !select && hasControl(profile.authType);
+    offer_ = reduced ? std::vector{profile.authType} : profile.supportedAuthTypes;
+    hasRadioButtons_ = IsNeedAuthTypeRadioButton();
+    radioRow_->setVisible(hasRadioButtons_);
+    setWindowTitle(
+        GetTrMsg(hasRadioButtons_ ? MsgCode::UI_TR_INFO_AUTH_TYPE : MsgCode::UI_INFO_CONNECT));
+    form_->PasswordGroup()->hide();
+    form_->CertGroup()->hide();
+    for (SupportedAuthType const type : offer_) {
+        InitAuthTypeWidget(type);
+    }
+    if (!login_->isHidden()) {
+        login_->setDefault(true);
+    }
+    pressFirstChoice();
+    connect(login_, &QPushButton::clicked, this, &AuthTypeDialog::onClickedConnectButton);
+    connect(thirdParty_, &QPushButton::clicked, this,
+            &AuthTypeDialog::onClickedThirdPartyLoginButton);
+    connect(cancel_, &QPushButton::clicked, this, &AuthTypeDialog::onClickedCancelButton);
+    connect(this, &AuthTypeDialog::ClickedConnectButton, this,
+            &AuthTypeDialog::onClickedConnectButton);
+    connect(this, &AuthTypeDialog::ClickedCancelButton, this,
+            &AuthTypeDialog::onClickedCancelButton);
+    orderTabs();
+}
+
+bool AuthTypeDialog::offers(SupportedAuthType type) const {
+    return contains(offer_, type);
+}
+
+bool AuthTypeDialog::IsNeedAuthTypeRadioButton() const {
+    return std::count_if(std::begin(kChoices), std::end(kChoices),
+                         [this](Choice const& choice) { return offers(choice.type); }) > 1;
+}
+
+void AuthTypeDialog::InitAuthTypeWidget(SupportedAuthType type) {
+    if (type == SupportedAuthType::kOauth) {
+        thirdParty_->show();
+        thirdParty_->setDefault(true);
+    }
+    for (Choice const& choice : kChoices) {
+        if (choice.type == type) {
+            login_->show();
+            (this->*choice.radio)->setVisible(hasRadioButtons_);
+        }
+    }
+}
+
+// Also where no radio button is shown: the one type on offer is chosen by its hidden button.
+void AuthTypeDialog::pressFirstChoice() {
+    Choice const* first = nullptr;
+    for (Choice const& choice : kChoices) {
+        bool const own = choice.type == EditedProfile().authType;
+        if (offers(choice.type) && (first == nullptr || own)) {
+            first = &choice;
+        }
+    }
+    if (first != nullptr) {
+        (this->*first->radio)->click();
+    }
+}
+
+void AuthTypeDialog::orderTabs() {
+    QList<QWidget*> stops{userRadio_, userCertRadio_, certRadio_};
+    stops += form_->TabStops();
+    stops += {login_, thirdParty_, keepType_, cancel_};
+    for (int i = 1; i < stops.size(); ++i) {
+        setTabOrder(stops[i - 1], stops[i]);
+    }
+}
+
+void AuthTypeDialog::onRadio(Choice const& choice, bool checked) {
+    Log().info("{}{}", choice.logLine, checked ? "true" : "false");
+    if (!checked) {
+        return;
+    }
+    chosen_ = choice.type;
+    form_->PasswordGroup()->setVisible(common::NeedsPassword(chosen_));
+    form_->CertGroup()->setVisible(common::NeedsCertificate(chosen_));
+    if (common::NeedsCertificate(chosen_)) {
+        RefreshCertInfo();
+    }
+}
+
+void AuthTypeDialog::onClickedConnectButton() {
+    Log().info("click start login button");
+    SaveSSLConfig();
+    if (!CheckInput()) {
+        return;
+    }
+    EditedProfile().authType = chosen_;
+    EditedProfile().keepAuthType = keepType_->isChecked();
+    SaveAuthConfig();
+    ConnectButtonEnable(false);
+    accept();
+    Q_EMIT StartConnect(QString::fromStdString(EditedProfile().name), false);
+}
+
+void AuthTypeDialog::onClickedThirdPartyLoginButton() {
+    Profile& profile = EditedProfile();
+    chosen_ = SupportedAuthType::kOauth;
+    profile.keepAuthType = keepType_->isChecked();
+    profile.authType = chosen_;
+    profile.lastSupportedAuthTypes = profile.supportedAuthTypes;
+    profile.password.clear();
+    ConnectButtonEnable(false);
+    Q_EMIT StartConnect(QString::fromStdString(profile.name), false);
+    accept();
+}
+
+void AuthTypeDialog::onClickedCancelButton() {
+    reject();
+}
+
+// The close button and Escape come here too.
+void AuthTypeDialog::reject() {
+    ConnectButtonEnable(true);
+    AuthConfigBase::reject();
+}
+
+bool AuthTypeDialog::CheckInput() {
+    if (common::NeedsPassword(chosen_) && !CheckUserPwdInput()) {
+        return false;
+    }
+    return !common::NeedsCertificate(chosen_) || (CheckCert() && CheckPinCode());
+}
+
+// Enabled, the stylesheet of the dialog decides.
+void AuthTypeDialog::ConnectButtonEnable(bool enable) {
+    for (QPushButton* const button : {login_, thirdParty_}) {
+        button->setEnabled(enable);
+        button->setStyleSheet(enable ? QString() : QString::fromLatin1(kDisabledStyle));
+    }
+}
+
+void AuthTypeDialog::showEvent(QShowEvent* event) {
+    AuthConfigBase::showEvent(event);
+    CredentialWidgets const& w = form_->Widgets();
+    if (chosen_ == SupportedAuthType::kNone) {
+        thirdParty_->setFocus();
+    } else if (!common::NeedsPassword(chosen_)) {
+        w.selectCert->setFocus();
+    } else if (w.userName->text().isEmpty()) {
+        w.userName->setFocus();
+    } else {
+        w.password->setFocus();
+    }
+}
+
+// A group that comes may reach below the screen.
+void AuthTypeDialog::resizeEvent(QResizeEvent* event) {
+    AuthConfigBase::resizeEvent(event);
+    int const excess = geometry().bottom() - screen()->availableGeometry().bottom();
+    if (isVisible() && excess > 0) {
+        move(x(), qMax(screen()->availableGeometry().top(), y() - excess));
+    }
+}
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,58 @@
+#include "ui/auth/secret_edit.h"
+
+#include "ui/widgets/style.h"
+
+namespace zorvanelink::ui {
+
+SecretEdit::SecretEdit(int maxLength, QWidget* parent)
+    : QLineEdit(parent), eye_(new FieldButton(this, QString(), QString())) {
+    eye_->setObjectName(QStringLiteral("eye_button_"));
+    setMaxLength(maxLength);
+    reveal(false);
+    updateEye();
+    connect(eye_, &QToolButton::clicked, this, [this] { reveal(echoMode() == Password); });
+    connect(this, &QLineEdit::textEdited, this, [this] { masked_ = false; });
+    connect(this, &QLineEdit::textChanged, this, &SecretEdit::updateEye);
+    connect(this, &QLineEdit::textEdited, this, &SecretEdit::updateEye);
+    connect(this, &QLineEdit::selectionChanged, this, &SecretEdit::keepMaskWhole);
+    connect(this, &QLineEdit::cursorPositionChanged, this, &SecretEdit::keepMaskWhole);
+}
+
+void SecretEdit::ShowMask() {
+    masked_ = true;
+    setText(QString(maxLength(), QLatin1Char('*')));
+    keepMaskWhole();
+}
+
+bool SecretEdit::HoldsMask() const {
+    return masked_ && text() == QString(maxLength(), QLatin1Char('*'));
+}
+
+void SecretEdit::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    keepMaskWhole();
+}
+
+void SecretEdit::keepMaskWhole() {
+    if (hasFocus() && HoldsMask() && selectionLength() < maxLength()) {
+        selectAll();
+    }
+}
+
+void SecretEdit::updateEye() {
+    bool const worth_seeing = !text().isEmpty() && !HoldsMask();
+    eye_->SetShown(worth_seeing);
+    if (!worth_seeing) {
+        reveal(false);
+    }
+}
+
+void SecretEdit::reveal(bool shown) {
+    setEchoMode(shown ? Normal : Password);
+    eye_->SetImage(shown ? QStringLiteral(":/assets/images/eye_off.png")
+                         : QStringLiteral(":/assets/images/eye.png"));
+    eye_->SetName(shown ? Translate(QT_TRANSLATE_NOOP("ui", "Hide what is typed"))
+                        : Translate(QT_TRANSLATE_NOOP("ui", "Show what is typed")));
+}
+
+}  // namespace zorvanelink::ui
