@@ -203,5 +203,37 @@ BuildID: %2</source>
         <source>Hide what is typed</source>
         <translation>隐藏输入内容</translation>
     </message>
+    <message>
+        <source>Advanced Settings</source>
+        <translation>高级设置</translation>
+    </message>
+    <message>
+        <source>Verify Server Certificate</source>
+        <translation>校验服务器证书</translation>
+    </message>
+    <message>
+        <source>Select Optimal Channel</source>
+        <translation>选择最优通道</translation>
+    </message>
+    <message>
+        <source>SPA Mode:</source>
+        <translation>SPA 模式：</translation>
+    </message>
+    <message>
+        <source>SPA Port:</source>
+        <translation>SPA 端口：</translation>
+    </message>
+    <message>
+        <source>Detect Nearest Gateway</source>
+        <translation>探测最近网关</translation>
+    </message>
+    <message>
+        <source>Preferred Gateway:</source>
+        <translation>首选网关：</translation>
+    </message>
+    <message>
+        <source>Next Step</source>
+        <translation>下一步</translation>
+    </message>
 </context>
 </TS>

@@ -10,6 +10,7 @@
 #include "app/environment/app_ctrl.h"
 #include "tools/gallery/auth_states.h"
 #include "tools/gallery/cert_states.h"
+#include "tools/gallery/editor_states.h"
 #include "tools/gallery/sample_window.h"
 #include "tools/gallery/shell_states.h"
 #include "ui/text/texts.h"
@@ -168,6 +169,11 @@ void logins() {
     over(sample, AuthStates);
 }
 
+void editor() {
+    SampleWindow sample;
+    over(sample, EditorStates);
+}
+
 void installTranslators() {
     ui::InitAssets();
     if (!ui::IsChineseDisplayLangguage()) {
@@ -207,5 +213,6 @@ int main(int argc, char** argv) {
     gallery::certificates();
     gallery::logins();
     gallery::ShellStates(gallery::save);
+    gallery::editor();
     return 0;
 }

@@ -11,7 +11,7 @@ namespace zorvanelink::ui {
 
 using common::MsgCode;
 
-UserGuide::UserGuide(bool canAdd, QWidget* parent) : QWidget(parent) {
+UserGuide::UserGuide(QWidget* parent) : QWidget(parent) {
     auto* shield = new QLabel(this);
     shield->setPixmap(LoadImage(QStringLiteral(":/assets/images/shield_guide.png")));
     auto* title = new QLabel(GetTrMsg(MsgCode::UI_TR_USER_GUIDE_TITLE), this);
@@ -36,8 +36,6 @@ UserGuide::UserGuide(bool canAdd, QWidget* parent) : QWidget(parent) {
     column->addWidget(title, 0, Qt::AlignHCenter);
     column->addWidget(hint);
     column->addWidget(button, 0, Qt::AlignHCenter);
-    hint->setVisible(canAdd);
-    button->setVisible(canAdd);
     column->addStretch();
 }
 

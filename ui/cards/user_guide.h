@@ -1,4 +1,4 @@
-// The first-use page: no connection yet and, where one can be added, a button for it.
+// The first-use page: no connection yet, and a button to add one.
 #pragma once
 
 #include <QWidget>
@@ -9,7 +9,7 @@ class UserGuide : public QWidget {
     Q_OBJECT
 
   public:
-    explicit UserGuide(bool canAdd, QWidget* parent = nullptr);
+    explicit UserGuide(QWidget* parent = nullptr);
 
   Q_SIGNALS:
     void UserGuideStartConnect();

@@ -59,7 +59,9 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
       authTypes_({state_, updater_, flow_, dialogs_, {config_, prompts_, certList_}, this}),
       tray_(*this, config_, allowed(std::move(environment.trayAvailable))),
       more_({*ui_.titleBar->MoreButton(), config_, prompts_,
-             [this](QString const& message) { return link_.SendToService(message); }}) {
+             [this](QString const& message) { return link_.SendToService(message); }}),
+      editing_({state_, config_, certList_, prompts_, this,
+                [this](std::string const& name) { return cards_.Has(name); }}) {
     applyLogLevel();
     shapeWindow();
     wireLink();
@@ -67,6 +69,7 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
     wireAuth();
     wireCards();
     wireTray();
+    wireEditing();
     wireWindow();
     cards_.RefreshConnList();
     render();
@@ -159,18 +162,30 @@ void MainWindow::wireAuth() {
 }
 
 void MainWindow::wireCards() {
-    cards_.SetMenu({.modify = false, .remove = true, .forgotPassword = true});
+    cards_.SetMenu({.modify = true, .remove = true, .forgotPassword = true});
     connect(&cards_, &ConnectionList::StartConnect, &flow_, &ConnectFlow::onStartConnect);
     connect(&cards_, &ConnectionList::StopConnect, &flow_,
             [this](QString const& name) { flow_.onStopConnect(name); });
     connect(&cards_, &ConnectionList::PendingEnded, &flow_, &ConnectFlow::ForgetPendingRequest);
-    connect(&cards_, &ConnectionList::DeleteConnectionInfo, this,
-            &MainWindow::onDeleteConnectionInfo);
     connect(&cards_, &ConnectionList::ForgotPassword, this,
             [this](QString const& url) { OpenUrlWithHint(prompts_, this, url, false); });
-    connect(&cards_, &ConnectionList::EableUserGuide, this,
-            [this](bool enable) { ui_.ShowGuide(enable); });
+    connect(&cards_, &ConnectionList::EableUserGuide, this, &MainWindow::EableUserGuide);
     connect(&cards_, &ConnectionList::Selected, this, &MainWindow::SetStatusBarInfo);
+}
+
+void MainWindow::wireEditing() {
+    connect(&cards_, &ConnectionList::ModifyConnectionInfo, &editing_,
+            &ProfileEditing::onModifyConnectionInfo);
+    connect(&cards_, &ConnectionList::DeleteConnectionInfo, &editing_,
+            &ProfileEditing::onDeleteConnectionInfo);
+    connect(ui_.addButton, &QPushButton::clicked, &editing_,
+            &ProfileEditing::onButtonAddConnectionClicked);
+    connect(&editing_, &ProfileEditing::ListChanged, this, [this] {
+        cards_.RefreshConnList();
+        render();
+    });
+    connect(&editing_, &ProfileEditing::ProfileStored, this, &MainWindow::onProfileStored);
+    connect(&editing_, &ProfileEditing::ConnectWanted, this, &MainWindow::onConnectWanted);
 }
 
 void MainWindow::wireWindow() {
@@ -271,32 +286,28 @@ void MainWindow::onSignalAutoLogin() {
     });
 }
 
-void MainWindow::onDeleteConnectionInfo(QString const& name) {
-    std::string const key = name.toStdString();
-    Log().info("Delete connect: {}", key);
-    auto const critical = [this](MsgCode text) {
-        prompts_.Critical(this, GetErrMsg(MsgCode::UI_ERROR), GetErrMsg(text),
-                          GetErrMsg(MsgCode::UI_INFO_OK));
-    };
-    auto const runs = [this, &key] { return !state_.Idle() && state_.currentProfileName == key; };
-    if (!config_.GetProfile(key) || !cards_.Has(key)) {
-        Log().error("Can not find profile tab by name [{}] when try to delete", key);
-        critical(MsgCode::UI_ERROR_PROFILE_NOT_EXIST);
-    } else if (runs()) {
-        critical(MsgCode::UI_ERROR_PROFILE_IS_RUNNING);
-    } else if (prompts_.Question(this, GetErrMsg(MsgCode::UI_WARNING),
-                                 GetErrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION),
-                                 GetErrMsg(MsgCode::UI_INFO_YES), GetErrMsg(MsgCode::UI_INFO_NO),
-                                 Prompts::Default::kNo)) {
-        if (runs()) {  // it may have been started behind the question
-            critical(MsgCode::UI_ERROR_PROFILE_IS_RUNNING);
-            return;
-        }
-        Log().info("Delete profile: [{}]", key);
-        config_.DeleteProfile(key);
-        config_.Save();
-        cards_.RefreshConnList();
-        render();
+void MainWindow::EableUserGuide(bool enable) {
+    if (UserGuide* const made = ui_.ShowGuide(enable)) {
+        connect(made, &UserGuide::UserGuideStartConnect, this,
+                &MainWindow::onUserGuideStartConnect);
+    }
+}
+
+void MainWindow::onUserGuideStartConnect() {
+    editing_.onButtonAddConnectionClicked();
+}
+
+void MainWindow::onProfileStored(QString const& name) {
+    // A list that must wait for the end of a connection still has the old card, if any.
+    if (cards_.Has(name.toStdString())) {
+        cards_.GetProfileTab(name.toStdString())->RefreshProfile();
+        cards_.SetCurrntProfileTabbyProfileName(name);
+    }
+}
+
+void MainWindow::onConnectWanted(QString const& name) {
+    if (ProfileTab* const tab = cards_.GetProfileTab(name.toStdString())) {
+        tab->onConnButtonTriggered();
     }
 }
 

@@ -8,6 +8,7 @@
 #include "ui/auth/auth_type_flow.h"
 #include "ui/cards/connection_list.h"
 #include "ui/config/config.h"
+#include "ui/editor/profile_editing.h"
 #include "ui/link/service_link.h"
 #include "ui/session/connect_flow.h"
 #include "ui/session/connection_state.h"
@@ -52,7 +53,7 @@ class MainWindow : public QWidget {
     void onSignalAutoLogin();
     void Wait(int mode, QString const& text);
     void onUpdateStatusBar(QString const& text, QString const& iconPath);
-    void onDeleteConnectionInfo(QString const& name);
+    void onUserGuideStartConnect();
     // Out of the tray or the task bar, to the front.
     void BringUp();
     // The desktop session ends: from here on a close event from outside means leaving.
@@ -75,6 +76,7 @@ class MainWindow : public QWidget {
     void wireAuth();
     void wireCards();
     void wireTray();
+    void wireEditing();
     void wireWindow();
 
     void render();
@@ -85,6 +87,9 @@ class MainWindow : public QWidget {
     void leave();
     void onStatusNotified(QString const& name, ConnectStatus status);
     void onCameOnline(bool first);
+    void EableUserGuide(bool enable);
+    void onProfileStored(QString const& name);
+    void onConnectWanted(QString const& name);
     void SetStatusBarInfo();
     void SetWindowMinimize();
 
@@ -106,6 +111,7 @@ class MainWindow : public QWidget {
     AuthTypeFlow authTypes_;
     TrayController tray_;
     MoreMenu more_;
+    ProfileEditing editing_;
     bool quitting_ = false;
     bool sessionEnding_ = false;
 };

@@ -68,6 +68,11 @@ QWidget* MainWindowLayout::buildListPage(QWidget* parent) {
     auto* const page = new QWidget(parent);
     auto* const heading = new QLabel(GetTrMsg(MsgCode::UI_INFO_CONNECTION), page);
     heading->setObjectName(QStringLiteral("list_heading_"));
+    addButton = new QPushButton(GetTrMsg(MsgCode::UI_TR_ADD_CONNECTION), page);
+    addButton->setObjectName(QStringLiteral("add_button_"));
+    addButton->setProperty("outline", true);
+    addButton->setAutoDefault(false);
+    addButton->setAccessibleName(GetTrMsg(MsgCode::UI_INFO_ADD_CONNECTION));
     connection_listwidget_ = new StartListWidget(page);
     connection_listwidget_->setObjectName(QStringLiteral("connection_listwidget_"));
     connection_listwidget_->setAccessibleName(heading->text());
@@ -76,6 +81,7 @@ QWidget* MainWindowLayout::buildListPage(QWidget* parent) {
     header->setContentsMargins(kMargin, kMargin, kMargin, 0);
     header->addWidget(heading);
     header->addStretch();
+    header->addWidget(addButton);
     QVBoxLayout* const rows = column(page, kListSpacing);
     rows->addLayout(header);
     auto* const indented = new QHBoxLayout;
@@ -86,13 +92,16 @@ QWidget* MainWindowLayout::buildListPage(QWidget* parent) {
 }
 
 // The page is made when it is first needed: most starts never show it.
-void MainWindowLayout::ShowGuide(bool show) {
+UserGuide* MainWindowLayout::ShowGuide(bool show) {
     constexpr int kListPage = 0;
     constexpr int kGuidePage = 1;
+    UserGuide* made = nullptr;
     if (show && leftPages->count() == kGuidePage) {
-        leftPages->addWidget(new UserGuide(canAdd, leftPages));
+        made = new UserGuide(leftPages);
+        leftPages->addWidget(made);
     }
     leftPages->setCurrentIndex(show ? kGuidePage : kListPage);
+    return made;
 }
 
 }  // namespace zorvanelink::ui

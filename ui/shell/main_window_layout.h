@@ -19,13 +19,13 @@ namespace zorvanelink::ui {
 struct MainWindowLayout {
     explicit MainWindowLayout(QWidget* window);
 
-    // The list of cards, or the first-use page in its place.
-    void ShowGuide(bool show);
-
-    bool canAdd = false;  // whether the first-use page offers to add a connection
+    // The list of cards, or the first-use page in its place: the page when it was made by this
+    // call, else null.
+    UserGuide* ShowGuide(bool show);
 
     TitleBar* titleBar;
     QStackedWidget* leftPages;
+    QPushButton* addButton;
     StartListWidget* connection_listwidget_;
     TunnelView* tunnel;
     StatusBarWidget* statusBar;

@@ -229,7 +229,7 @@ TEST(ConnectionList, ARefusedStartLeavesTheRunningCardAsItIs) {
 }
 
 TEST(UserGuide, ItsButtonLeadsOn) {
-    UserGuide guide(true);
+    UserGuide guide;
     QSignalSpy pressed(&guide, &UserGuide::UserGuideStartConnect);
     Find<QPushButton>(guide, "guide_button_").click();
     EXPECT_EQ(pressed.count(), 1);
