@@ -159,10 +159,12 @@ void FailurePresenter::ProcessCriticalMsg(common::CodeType /*type*/, std::string
     Log().debug("critical msg recved");
     state_.errorShown = true;  // its own text is the only one
     flow_.StopConnect();
-    ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), utf8(text),
-                  GetErrMsg(MsgCode::UI_INFO_OK));
+    bool const shown = ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), utf8(text),
+                                     GetErrMsg(MsgCode::UI_INFO_OK));
     if (state_.Idle()) {
-        closeAllBoxes();
+        if (shown) {  // what stands in its way is read first
+            closeAllBoxes();
+        }
         closeDialogs();
     }
 }
@@ -262,7 +264,7 @@ void FailurePresenter::HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgDat
     EndSession(attempt);
 }
 
-void FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& title, QString const& text,
+bool FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& title, QString const& text,
                                      QString const& button) {
     Log().info("Show pop msg window, visible {}, hide {}, mini {}", window_->isVisible(),
                window_->isHidden(), window_->isMinimized());
@@ -276,7 +278,7 @@ void FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& title, QString
     request.title = title;
     request.text = text;
     request.buttons = {button};
-    show(std::move(request));
+    return show(std::move(request));
 }
 
 void FailurePresenter::ShowCriticalBox(QString const& title, QString const& text,
@@ -285,14 +287,14 @@ void FailurePresenter::ShowCriticalBox(QString const& title, QString const& text
     Q_EMIT CriticalBoxShown();
 }
 
-void FailurePresenter::show(BoxRequest request) {
+bool FailurePresenter::show(BoxRequest request) {
     state_.errorShown = true;
     if (standing_) {
         Log().info("A box stands already, next text: {}", request.text.toStdString());
         if (request.text != *standing_) {
             next_ = std::move(request);
         }
-        return;
+        return false;
     }
     standing_ = request.text;
     request.parent = boxParent();
@@ -303,6 +305,7 @@ void FailurePresenter::show(BoxRequest request) {
         auto following = [this, next = *std::exchange(next_, {})] { show(next); };
         QMetaObject::invokeMethod(this, std::move(following), Qt::QueuedConnection);
     }
+    return true;
 }
 
 QWidget* FailurePresenter::boxParent() const {

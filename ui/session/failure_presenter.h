@@ -47,8 +47,8 @@ class FailurePresenter : public QObject {
     void HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgData const& data);
 
     // Raises a hidden or minimised window first. One box at a time: while one stands, the latest
-    // text that differs waits for its end.
-    void ShowPopMsgBox(BoxKind kind, QString const& title, QString const& text,
+    // text that differs waits for its end, and the answer is false.
+    bool ShowPopMsgBox(BoxKind kind, QString const& title, QString const& text,
                        QString const& button);
     // The same for what ends or blocks a login; CriticalBoxShown follows.
     void ShowCriticalBox(QString const& title, QString const& text, QString const& button);
@@ -65,7 +65,7 @@ class FailurePresenter : public QObject {
     void HandleErrMsgPostProcess(core::sslvpn::CLMsgCommonReplyData const& data, bool shown);
     void closeDialogs();
     QWidget* boxParent() const;
-    void show(BoxRequest request);
+    bool show(BoxRequest request);
     void warn(QString const& text);
 
     ConnectionState& state_;
