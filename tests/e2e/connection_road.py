@@ -1,6 +1,7 @@
 """What the gateway and an impatient user do to a connection."""
 
 import road
+from waiting import wait_for
 
 
 class Connection(road.Road):
@@ -24,13 +25,17 @@ class Connection(road.Road):
         self.assertEqual(len(service.messages("start")), 2)
 
     def test_a_tunnel_is_lost_and_comes_back(self):
-        service, client = self.online(*self.scenario())
+        opened = self.browser()
+        page = "http://127.0.0.1/portal"
+        service, client = self.online(*self.scenario(session={"redirectUrl": page}))
+        wait_for("the page", opened, road.SECONDS)
         service.order("reconnect 1500")
         self.sees(client, "ReConnecting")
         self.assertNotIn("Online", client.widgets.texts())
         self.sees_online(client)
         self.sees_counters_grow(client)
         self.assertEqual(len(service.messages("start")), 1)
+        self.assertEqual(opened(), [page], "a reconnect opens nothing again")
 
         service.order("disconnect 5")
         client.widgets.press("push button", "OK", road.SECONDS)
