@@ -48,9 +48,8 @@ void makeDataFolder() {
 
 // Widgets need no OpenGL, and looking for it costs most of the start and of the memory.
 void avoidOpenGl() {
-    constexpr char kVariable[] = "QT_XCB_GL_INTEGRATION";
-    if (!qEnvironmentVariableIsSet(kVariable)) {
-        qputenv(kVariable, "none");
+    if (!qEnvironmentVariableIsSet(kGlIntegrationVariable)) {
+        g_gl_integration_set = qputenv(kGlIntegrationVariable, "none");
     }
 }
 

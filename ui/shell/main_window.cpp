@@ -11,6 +11,7 @@
 #include "components/logger/logger.h"
 #include "ui/session/view_state.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/open_url.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -48,8 +49,8 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
       updater_(state_),
       flow_({state_, updater_, config_, link_, prompts_, this,
              [this](std::string const& name) { return cards_.Has(name); }}),
-      failures_(state_, flow_, prompts_, this),
-      statuses_(state_, updater_, flow_, failures_),
+      failures_(state_, flow_, prompts_, dialogs_, this),
+      statuses_({state_, updater_, flow_, failures_, config_, prompts_, dialogs_, this}),
       dispatcher_(state_, statuses_, failures_, config_),
       tunnel_(*ui_.tunnel, [this] { return flow_.RunningProfile(); }) {
     applyLogLevel();
@@ -112,6 +113,9 @@ void MainWindow::wireSession() {
     connect(&statuses_, &StatusHandler::CameOnline, this, &MainWindow::onCameOnline);
     connect(&statuses_, &StatusHandler::ClientAddressChanged, &tunnel_,
             &TunnelController::SetClientAddress);
+    connect(&statuses_, &StatusHandler::ProfileChanged, &cards_, &ConnectionList::RefreshCard);
+    connect(&failures_, &FailurePresenter::CriticalBoxShown, &cards_,
+            &ConnectionList::RefreshConnList);
     connect(&dispatcher_, &MessageDispatcher::NetConfigArrived, this,
             [this](std::shared_ptr<Profile> const& profile) {
                 if (state_.online) {
@@ -128,13 +132,15 @@ void MainWindow::wireSession() {
 }
 
 void MainWindow::wireCards() {
-    cards_.SetMenu({.modify = false, .remove = true, .forgotPassword = false});
+    cards_.SetMenu({.modify = false, .remove = true, .forgotPassword = true});
     connect(&cards_, &ConnectionList::StartConnect, &flow_, &ConnectFlow::onStartConnect);
     connect(&cards_, &ConnectionList::StopConnect, &flow_,
             [this](QString const& name) { flow_.onStopConnect(name); });
     connect(&cards_, &ConnectionList::PendingEnded, &flow_, &ConnectFlow::ForgetPendingRequest);
     connect(&cards_, &ConnectionList::DeleteConnectionInfo, this,
             &MainWindow::onDeleteConnectionInfo);
+    connect(&cards_, &ConnectionList::ForgotPassword, this,
+            [this](QString const& url) { OpenUrlWithHint(prompts_, this, url, false); });
     connect(&cards_, &ConnectionList::EableUserGuide, this,
             [this](bool enable) { ui_.ShowGuide(enable); });
     connect(&cards_, &ConnectionList::Selected, this, &MainWindow::SetStatusBarInfo);
@@ -283,6 +289,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         return;
     }
     link_.IgnoreLoss();
+    state_.errorShown = true;  // who leaves needs no word about an open dialog
     StopConnect();
     QCoreApplication::exit(0);
 }

@@ -12,6 +12,7 @@
 #include "ui/session/connection_state.h"
 #include "ui/session/failure_presenter.h"
 #include "ui/session/message_dispatcher.h"
+#include "ui/session/session_dialogs.h"
 #include "ui/session/status_handler.h"
 #include "ui/session/status_updater.h"
 #include "ui/shell/main_window_layout.h"
@@ -81,6 +82,7 @@ class MainWindow : public QWidget {
     ConnectionList cards_;
     StatusUpdater updater_;
     ConnectFlow flow_;
+    SessionDialogs dialogs_;
     FailurePresenter failures_;
     StatusHandler statuses_;
     MessageDispatcher dispatcher_;
