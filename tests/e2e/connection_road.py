@@ -42,6 +42,21 @@ class Connection(road.Road):
         self.sees(client, "Disconnected")
         client.widgets.usable("push button", road.CONNECT, road.SECONDS)
 
+    def test_an_expired_server_certificate_is_the_users_to_accept(self):
+        self.write_profile()
+        service = self.service(*self.scenario(serverCertificate="expired"))
+        client = self.client()
+        client.settle(road.SECONDS)
+        client.widgets.click("push button", road.CONNECT, road.SECONDS)
+        client.widgets.press("push button", "No", road.SECONDS)
+        self.sees(client, "Disconnected")
+
+        client.widgets.click("push button", road.CONNECT, road.SECONDS)
+        client.widgets.press("push button", "Yes", road.SECONDS)
+        self.sees_online(client)
+        answers = [m for m in service.messages("set") if m["subtype"] == "acceptServerCert"]
+        self.assertEqual([answer["result"] for answer in answers], [False, True])
+
 
 if __name__ == "__main__":
     road.main()
