@@ -78,6 +78,18 @@ class Road(unittest.TestCase):
         self.go_online(client)
         return service, client
 
+    def browser(self):
+        """Stands in for the desktop's browser; call what it answers for the addresses so far."""
+        folder = self.desktop.folder / "browser"
+        folder.mkdir(exist_ok=True)
+        opened = folder / f"{self._testMethodName}.txt"
+        opened.touch()
+        program = folder / "xdg-open"
+        program.write_text(f'#!/bin/sh\necho "$1" >> "{opened}"\n')
+        program.chmod(0o755)
+        os.environ["PATH"] = f"{folder}{os.pathsep}{os.environ['PATH']}"
+        return lambda: opened.read_text().split()
+
     # What users do and see.
 
     def go_online(self, client):
