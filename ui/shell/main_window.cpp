@@ -135,6 +135,12 @@ void MainWindow::wireSession() {
 }
 
 void MainWindow::wireAuth() {
+    connect(&statuses_, &StatusHandler::NeedSelectAuthType, &authTypes_,
+            &AuthTypeFlow::onNeedSelectAuthType);
+    connect(&statuses_, &StatusHandler::PushStatusArrived, &authTypes_,
+            &AuthTypeFlow::StopSelectAuthTypeTimer);
+    connect(&failures_, &FailurePresenter::CriticalBoxShown, &authTypes_,
+            &AuthTypeFlow::StopSelectAuthTypeTimer);
     connect(&authTypes_, &AuthTypeFlow::StartConnect, this,
             [this](QString const& name, bool query) {
                 if (ProfileTab* const tab = cards_.GetProfileTab(name.toStdString())) {

@@ -89,7 +89,6 @@ class MainWindow : public QWidget {
     StatusHandler statuses_;
     MessageDispatcher dispatcher_;
     TunnelController tunnel_;
-    SessionDialogs dialogs_;
     CertListRoad certList_;
     AuthTypeFlow authTypes_;
     bool quitting_ = false;
