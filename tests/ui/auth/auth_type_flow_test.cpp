@@ -23,12 +23,8 @@ class AuthTypeFlowTest : public test::SessionFixture {
         Click("Head office", true);
         Receive(common::MsgCode::CONNECTING);
     }
-    static void press(AuthTypeDialog& dialog, char const* button) {
-        test::Find<QPushButton>(dialog, button).click();
-    }
 
     std::shared_ptr<Profile> profile = Add("Head office");
-    SessionDialogs dialogs;
     CertListRoad road;
     AuthTypeFlow types{{state, updater, flow, dialogs, {config, prompts, road}, &window}};
 };
@@ -40,7 +36,7 @@ TEST_F(AuthTypeFlowTest, LoginStartsOnceTheDialogIsGone) {
             EXPECT_EQ(dialogs.authTypeDialog, &dialog);
             types.onNeedSelectAuthType(true);  // one at a time
             EXPECT_EQ(QApplication::activeModalWidget(), &dialog);
-            press(dialog, button);
+            test::Find<QPushButton>(dialog, button).click();
             EXPECT_EQ(Sent("start"), before);
         });
         types.onNeedSelectAuthType(true);
@@ -83,14 +79,6 @@ TEST_F(AuthTypeFlowTest, CancelNeverStopsAnother) {
     EXPECT_EQ(Sent("stop"), 0);
     EXPECT_EQ(notified.last()[0].toString(), QStringLiteral("Head office"));
     EXPECT_EQ(notified.last()[1].value<ConnectStatus>(), ConnectStatus::Disconnected);
-}
-
-TEST_F(AuthTypeFlowTest, NothingToAskFor) {
-    state.currentProfileName = "gone";
-    types.onNeedSelectAuthType(true);
-    state.currentProfileName.clear();
-    types.onNeedSelectAuthType(true);
-    EXPECT_FALSE(dialogs.authTypeDialog);
 }
 
 }  // namespace

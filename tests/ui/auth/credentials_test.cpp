@@ -18,7 +18,6 @@ class CredentialDialog : public AuthConfigBase {
         InitAuthConfig();
         show();
     }
-    using AuthConfigBase::RefreshCertInfo;
     using AuthConfigBase::SaveAuthConfig;
     using AuthConfigBase::SaveSSLConfig;
 
@@ -48,7 +47,9 @@ class CredentialsTest : public AuthTest {
 
 TEST_F(CredentialsTest, LimitsCountBytes) {
     constexpr MsgCode kFine = MsgCode::UI_INFO_NONE;
-    QString const hanzi(QChar(0x5BC6));
+    constexpr MsgCode kNoPassword = MsgCode::UI_INFO_PLEASE_INPUT_PWD;
+    QString const hanzi(QChar(0x5BC6));  // three bytes
+    QString const a(QLatin1Char('a'));
     struct Case {
         QString name;
         QString password;
@@ -56,32 +57,28 @@ TEST_F(CredentialsTest, LimitsCountBytes) {
         bool remember;
         MsgCode complaint;
     } const cases[] = {
-        {{}, QStringLiteral("x"), true, false, MsgCode::UI_INFO_INPUT_USER},
-        {QString(95, QLatin1Char('a')), QStringLiteral("x"), true, false, kFine},
-        {hanzi.repeated(32), QStringLiteral("x"), true, false, MsgCode::UI_TR_ERR_USER_NAME_LENGTH},
-        {QStringLiteral("a"), {}, true, false, MsgCode::UI_INFO_PLEASE_INPUT_PWD},
-        {QStringLiteral("a"), {}, false, true, MsgCode::UI_INFO_PLEASE_INPUT_PWD},
-        {QStringLiteral("a"), {}, false, false, kFine},
-        {QStringLiteral("a"), QString(31, QLatin1Char('p')), true, false, kFine},
-        {QStringLiteral("a"), hanzi.repeated(10), true, false, kFine},
-        {QStringLiteral("a"), hanzi.repeated(10) + QStringLiteral("pp"), true, false,
-         MsgCode::UI_TR_ERR_PWD_LENGTH},
+        {{}, a, true, false, MsgCode::UI_INFO_INPUT_USER},
+        {a.repeated(95), a, true, false, kFine},
+        {hanzi.repeated(32), a, true, false, MsgCode::UI_TR_ERR_USER_NAME_LENGTH},
+        {a, {}, true, false, kNoPassword},
+        {a, {}, false, true, kNoPassword},
+        {a, {}, false, false, kFine},
+        {a, a.repeated(31), true, false, kFine},
+        {a, hanzi.repeated(10) + a, true, false, kFine},
+        {a, hanzi.repeated(10) + a + a, true, false, MsgCode::UI_TR_ERR_PWD_LENGTH},
     };
     for (Case const& c : cases) {
         CredentialDialog dialog(profile, c.required, services());
         dialog.w.userName->setText(c.name);
         dialog.w.password->setText(c.password);
         dialog.w.rememberPassword->setChecked(c.remember);
+        bool const about_password =
+            c.complaint == kNoPassword || c.complaint == MsgCode::UI_TR_ERR_PWD_LENGTH;
         if (c.complaint != kFine) {
             prompts.ExpectBox(GetTrMsg(c.complaint), 0);
         }
         EXPECT_EQ(dialog.CheckUserPwdInput(), c.complaint == kFine);
-        bool const about_name = c.complaint == MsgCode::UI_INFO_INPUT_USER ||
-                                c.complaint == MsgCode::UI_TR_ERR_USER_NAME_LENGTH;
-        if (c.complaint != kFine) {
-            EXPECT_EQ(dialog.focusWidget(),
-                      about_name ? dialog.w.userName : static_cast<QWidget*>(dialog.w.password));
-        }
+        EXPECT_EQ(dialog.focusWidget() == dialog.w.password, about_password);
     }
 }
 
@@ -98,7 +95,6 @@ TEST_F(CredentialsTest, PinIsAskedOnlyForAKey) {
     key.w.pin->setText(QString(43, QChar(0x5BC6)));  // 129 bytes
     prompts.ExpectBox(GetTrMsg(MsgCode::UI_TR_ERR_PIN_CODE_LENGTH), 0);
     EXPECT_FALSE(key.CheckPinCode());
-    type(*key.w.pin, QStringLiteral("4711"));
     key.w.pin->setText(QStringLiteral("4711"));
     EXPECT_TRUE(key.CheckPinCode());
     key.w.rememberPin->setChecked(true);
@@ -117,13 +113,13 @@ TEST_F(CredentialsTest, PinIsAskedOnlyForAKey) {
 
 TEST_F(CredentialsTest, MaskStandsForWhatIsStored) {
     for (bool const remember : {true, false}) {
-        for (bool const stored : {true, false}) {
+        for (std::string const& stored : {sensitive("open"), std::string()}) {
             profile->rememberPassword = remember;
-            profile->password = stored ? sensitive("open") : std::string();
+            profile->password = stored;
             CredentialDialog dialog(profile, true, services());
-            EXPECT_EQ(dialog.IsUIInputPwdForShow(), remember && stored);
-            EXPECT_EQ(dialog.w.password->text().size(), remember && stored ? 31 : 0);
-            EXPECT_EQ(dialog.w.userName->text(), QStringLiteral("alice"));
+            bool const masked = remember && !stored.empty();
+            EXPECT_EQ(dialog.IsUIInputPwdForShow(), masked);
+            EXPECT_EQ(dialog.w.password->text(), QString(masked ? 31 : 0, QLatin1Char('*')));
         }
     }
 }
