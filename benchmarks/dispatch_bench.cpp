@@ -47,8 +47,9 @@ int main(int argc, char** argv) {
     ServiceLink link([] { return std::make_shared<NoLink>(); }, {});
     ConnectFlow flow({state, updater, config, link, prompts, nullptr,
                       [&](std::string const& name) { return name == profile->name; }});
-    FailurePresenter failures(state, flow, prompts, nullptr);
-    StatusHandler statuses(state, updater, flow, failures);
+    SessionDialogs dialogs;
+    FailurePresenter failures(state, flow, prompts, dialogs, nullptr);
+    StatusHandler statuses({state, updater, flow, failures, config, prompts, dialogs, nullptr});
     MessageDispatcher dispatcher(state, statuses, failures, config);
 
     core::sslvpn::CLMsgCommonReplyData status;

@@ -9,5 +9,6 @@ std::atomic<bool> g_vnic_state{true};
 int g_running_client = 0;
 int g_log_level = 15;
 std::atomic<bool> g_is_chinese{false};
+bool g_gl_integration_set = false;
 
 }  // namespace zorvanelink::ui

@@ -21,5 +21,9 @@ extern int g_running_client;
 extern int g_log_level;
 // The display language, decided once at start.
 extern std::atomic<bool> g_is_chinese;
+// Start-up has put kGlIntegrationVariable into our environment; a program that we open must not
+// inherit it. GUI thread.
+extern bool g_gl_integration_set;
+inline constexpr char kGlIntegrationVariable[] = "QT_XCB_GL_INTEGRATION";
 
 }  // namespace zorvanelink::ui

@@ -48,9 +48,8 @@ void makeDataFolder() {
 
 // Widgets need no OpenGL, and looking for it costs most of the start and of the memory.
 void avoidOpenGl() {
-    constexpr char kVariable[] = "QT_XCB_GL_INTEGRATION";
-    if (!qEnvironmentVariableIsSet(kVariable)) {
-        qputenv(kVariable, "none");
+    if (!qEnvironmentVariableIsSet(kGlIntegrationVariable)) {
+        g_gl_integration_set = qputenv(kGlIntegrationVariable, "none");
     }
 }
 
@@ -90,6 +89,8 @@ int runMainWindow(Prompts& prompts) {
     common::ShowCriticalMsgBox = ZVShowCriticalMsgBox;
     common::ShowErrorMsgBox = ZVShowErrorMsgBox;
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    // It would close the window, which may be in the tray, and hold up the user's logout.
+    QGuiApplication::setFallbackSessionManagementEnabled(false);
     MainWindow window({Config::Instance(), prompts, nullptr});
     g_mainwindow = &window;
     window.show();

@@ -120,6 +120,82 @@
         <translation>刷新</translation>
     </message>
     <message>
+        <source>Show Window</source>
+        <translation>显示窗口</translation>
+    </message>
+    <message>
+        <source>Verbose</source>
+        <translation>详细</translation>
+    </message>
+    <message>
+        <source>Debug</source>
+        <translation>调试</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>信息</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>错误</translation>
+    </message>
+    <message>
+        <source>Version: %1
+BuildID: %2</source>
+        <translation>版本：%1
+构建号：%2</translation>
+    </message>
+    <message>
+        <source>Your administrator can tell you the gateway, your account and the certificate to use.#@@#Support may ask for the log files:
+%1</source>
+        <translation>网关、账号和证书信息请向管理员咨询。#@@#技术支持可能需要以下日志文件：
+%1</translation>
+    </message>
+    <message>
+        <source>Open Log Folder</source>
+        <translation>打开日志文件夹</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>启动</translation>
+    </message>
+    <message>
+        <source>Start with the desktop session</source>
+        <translation>随桌面会话启动</translation>
+    </message>
+    <message>
+        <source>Connect automatically after the start</source>
+        <translation>启动后自动连接</translation>
+    </message>
+    <message>
+        <source>Connection</source>
+        <translation>连接</translation>
+    </message>
+    <message>
+        <source>Reconnect automatically after an interruption</source>
+        <translation>连接中断后自动重连</translation>
+    </message>
+    <message>
+        <source>Minimize the window once connected</source>
+        <translation>连接成功后最小化窗口</translation>
+    </message>
+    <message>
+        <source>Show notifications about the connection</source>
+        <translation>显示连接状态通知</translation>
+    </message>
+    <message>
+        <source>Update automatically</source>
+        <translation>自动更新</translation>
+    </message>
+    <message>
+        <source>Certificates</source>
+        <translation>证书</translation>
+    </message>
+    <message>
+        <source>The start with the session could not be changed.#@@#%1</source>
+        <translation>无法更改随会话启动的设置。#@@#%1</translation>
+    </message>
+    <message>
         <source>Show what is typed</source>
         <translation>显示输入内容</translation>
     </message>

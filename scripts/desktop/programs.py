@@ -26,10 +26,10 @@ class Service:
         self._control = desktop.sockets / f"{name}.sock"
         self.process = None
 
-    def write_profile(self):
+    def write_profile(self, *options):
         """The connections of the scenario's users, with stored passwords, as the client's settings."""
         folder = Path(os.environ["XDG_CONFIG_HOME"], "ZorvaneLink")
-        argv = [self._program, "--write-profile", str(folder), "--force"]
+        argv = [self._program, "--write-profile", str(folder), "--force", *options]
         subprocess.run(argv, check=True, capture_output=True, timeout=20)
 
     def start(self, *options):

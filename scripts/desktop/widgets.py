@@ -28,6 +28,16 @@ class Widget:
     def enabled(self):
         return self._has(Atspi.StateType.SENSITIVE)
 
+    def focused(self):
+        return self._has(Atspi.StateType.FOCUSED)
+
+    def active(self):
+        """Whether it is the window that the keyboard goes to."""
+        return self._has(Atspi.StateType.ACTIVE)
+
+    def matches(self, name):
+        return re.fullmatch(name, self.name) is not None
+
     def _has(self, state):
         try:
             return self._node.get_state_set().contains(state)
@@ -40,11 +50,12 @@ class Widget:
         if not self._node.do_action(0):
             raise LookupError(f"{self.role} {self.name!r} cannot be pressed")
 
-    def click(self):
-        """With the mouse, in the middle."""
+    def click(self, times=1):
+        """With the mouse, in the middle; one right after the other."""
         box = self._node.get_extents(Atspi.CoordType.SCREEN)
         at = [str(box.x + box.width // 2), str(box.y + box.height // 2)]
-        subprocess.run(["xdotool", "mousemove", *at, "click", "1"], check=True, timeout=20)
+        argv = ["xdotool", "mousemove", *at, "click", "--repeat", str(times), "--delay", "50", "1"]
+        subprocess.run(argv, check=True, timeout=20)
 
     def children(self):
         for index in range(self._node.get_child_count()):
@@ -61,17 +72,14 @@ class Program:
 
     def all(self):
         """Every widget of the program that shows at the moment."""
-        found = []
-        pending = [root for root in [self._root()] if root is not None]
-        while pending:
-            try:
-                children = list(pending.pop().children())
-                shown = [child for child in children if child.shows()]
-            except GLib.Error:  # it went away while we looked
-                continue
-            found += shown
-            pending += shown
-        return found
+        return _shown_below([self._root()])
+
+    def focus(self):
+        """The widget that the keyboard goes to, or None between two windows."""
+        root = self._root()
+        windows = list(root.children()) if root is not None else []
+        shown = _shown_below([window for window in windows if window.active()])
+        return next((widget for widget in shown if widget.focused()), None)
 
     def texts(self):
         return [widget.name for widget in self.all() if widget.role == "label" and widget.name]
@@ -79,7 +87,7 @@ class Program:
     def look(self, role, name):
         """The first shown widget of that role whose whole name matches the pattern, or None."""
         for widget in self.all():
-            if widget.role == role and re.fullmatch(name, widget.name):
+            if widget.role == role and widget.matches(name):
                 return widget
         return None
 
@@ -127,3 +135,17 @@ class Program:
             except GLib.Error:
                 continue
         return None
+
+
+def _shown_below(roots):
+    found = []
+    pending = [root for root in roots if root is not None]
+    while pending:
+        try:
+            children = list(pending.pop().children())
+            shown = [child for child in children if child.shows()]
+        except GLib.Error:  # it went away while we looked
+            continue
+        found += shown
+        pending += shown
+    return found

@@ -2,6 +2,7 @@
 was on the screen and in the logs when a road fails."""
 
 import base64
+import json
 import os
 import shutil
 import sys
@@ -56,13 +57,21 @@ class Road(unittest.TestCase):
             client.start()
         return client
 
-    def write_profile(self):
-        Service(self.desktop, BINARIES).write_profile()
+    def write_profile(self, *options):
+        Service(self.desktop, BINARIES).write_profile(*options)
 
-    def online(self):
+    def scenario(self, **keys):
+        """The options for a service with one quick user and these keys."""
+        user = {"name": "alice", "password": PASSWORDS[0], "profile": "Head office"}
+        delays = {"answer_ms": 0, "connecting_ms": 100, "online_ms": 100, "stop_ms": 0}
+        path = self.desktop.sockets / f"{self._testMethodName}.json"
+        path.write_text(json.dumps({"users": [user], "delays": delays, **keys}))
+        return "--scenario", str(path)
+
+    def online(self, *options):
         """A service and a client that is connected to "Head office"."""
         self.write_profile()
-        service = self.service()
+        service = self.service(*options)
         client = self.client()
         self.go_online(client)
         return service, client
@@ -96,6 +105,9 @@ class Road(unittest.TestCase):
 
     def press_tab(self, client, name):
         client.widgets.press("check box", name, SECONDS)
+
+    def click_tab(self, client, name):
+        client.widgets.click("check box", name, SECONDS)
 
     # Ending.
 

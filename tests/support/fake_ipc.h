@@ -42,6 +42,11 @@ class FakeIpc : public components::ipc::IPC {
     std::atomic<bool> stopped{false};
     std::atomic<bool> accepts{true};
 
+    void Forget() {
+        std::lock_guard lock(mutex_);
+        sent_.clear();
+    }
+
   private:
     bool const runs_;
     bool const alive_;

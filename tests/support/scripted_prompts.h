@@ -33,12 +33,22 @@ class ScriptedPrompts : public ui::Prompts {
     }
     void ExpectFile(std::optional<QString> answer) { answers_.push_back(std::move(answer)); }
 
+    // From here on any box is closed unread; for tests that count them.
+    void CloseAnyBox() { close_any_box_ = true; }
+
+    // Addresses are only taken down.
+    void FailToOpen(bool fail) { fail_to_open_ = fail; }
+    std::vector<QUrl> const& Opened() const { return opened_; }
+
     bool Finished() const { return answers_.empty(); }
     std::vector<ui::BoxRequest> const& Boxes() const { return boxes_; }
     std::vector<ui::SecretRequest> const& Secrets() const { return secrets_; }
 
     int Box(ui::BoxRequest const& request) override {
         boxes_.push_back(request);
+        if (close_any_box_) {
+            return -1;
+        }
         auto const answer = next<BoxAnswer>(request.text);
         if (!answer) {
             return -1;
@@ -67,6 +77,11 @@ class ScriptedPrompts : public ui::Prompts {
         return answer ? *answer : std::nullopt;
     }
 
+    bool OpenUrl(QUrl const& url) override {
+        opened_.push_back(url);
+        return !fail_to_open_;
+    }
+
   private:
     struct BoxAnswer {
         QString text;
@@ -93,6 +108,9 @@ class ScriptedPrompts : public ui::Prompts {
     std::deque<Answer> answers_;
     std::vector<ui::BoxRequest> boxes_;
     std::vector<ui::SecretRequest> secrets_;
+    std::vector<QUrl> opened_;
+    bool fail_to_open_ = false;
+    bool close_any_box_ = false;
 };
 
 }  // namespace zorvanelink::test

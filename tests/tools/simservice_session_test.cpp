@@ -207,6 +207,16 @@ TEST_F(SessionTest, StopInTheMiddleOfALoginLeavesNothingBehind) {
     EXPECT_THAT(take(), ElementsAre("40976", "40973"));
 }
 
+TEST_F(SessionTest, AStopIsAnsweredBeforeTheNextLogin) {
+    scenario.delays.stop_ms = 1000;
+    goOnline();
+    session.Receive(CLMsgJson::BuildStop(startOf("", "")));
+    session.Receive(CLMsgJson::BuildStart(startOf("alice", "made-up")));
+    EXPECT_THAT(take(), ElementsAre("40973"));
+    scheduler.Advance(1110);
+    EXPECT_THAT(take(), ElementsAre("40976", "40994", "netconfig", "40971"));
+}
+
 TEST_F(SessionTest, StopForAnotherProfileLeavesTheSessionAlone) {
     goOnline();
     auto other = startOf("", "");

@@ -12,6 +12,7 @@
 #include "tools/gallery/cert_states.h"
 #include "tools/gallery/editor_states.h"
 #include "tools/gallery/sample_window.h"
+#include "tools/gallery/shell_states.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/fonts.h"
 #include "ui/widgets/input_dialog.h"
@@ -49,15 +50,15 @@ void drawShadow(QPainter& painter, QRect const& window) {
     }
 }
 
-// The window and what stands in front of it, on a backdrop.
-void save(QString const& name, QWidget& window, QWidget* front = nullptr) {
+// The window and what stands in front of it, the last on top, on a backdrop.
+void save(QString const& name, QWidget& window, std::vector<QWidget*> const& fronts = {}) {
     settle();
-    if (front != nullptr) {
-        // The offscreen platform's screen is smaller than some windows, so dialogs land askew.
-        front->move(window.geometry().center() - front->rect().center());
-    }
     QRect area = window.geometry();
-    if (front != nullptr) {
+    for (QWidget* front : fronts) {
+        // The offscreen platform's screen is smaller than some windows, so dialogs land askew.
+        if (qobject_cast<QDialog*>(front) != nullptr) {
+            front->move(window.geometry().center() - front->rect().center());
+        }
         area = area.united(front->geometry());
     }
     qreal const ratio = qApp->devicePixelRatio();
@@ -67,11 +68,11 @@ void save(QString const& name, QWidget& window, QWidget* front = nullptr) {
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(QPoint(kMargin, kMargin) - area.topLeft());
-    for (QWidget* shown : {&window, front}) {
-        if (shown != nullptr) {
-            drawShadow(painter, shown->geometry());
-            shown->render(&painter, shown->pos(), {}, QWidget::DrawChildren);
-        }
+    std::vector<QWidget*> shown{&window};
+    shown.insert(shown.end(), fronts.begin(), fronts.end());
+    for (QWidget* widget : shown) {
+        drawShadow(painter, widget->geometry());
+        widget->render(&painter, widget->pos(), {}, QWidget::DrawChildren);
     }
     painter.end();
     image.save(QStringLiteral("%1/%2%3.png").arg(g_folder, name, g_suffix));
@@ -108,7 +109,7 @@ void box(QString const& name, ZVLMsgBoxType kind, QString const& title, QString 
     ZVLMessageBox shown(&sample.Window(), kind, title, text, buttons);
     shown.SetDefaultButton(preset);
     shown.show();
-    save(name, sample.Window(), &shown);
+    save(name, sample.Window(), {&shown});
 }
 
 void boxes() {
@@ -142,18 +143,18 @@ void dialogs() {
     input.setCheckBoxText(GetTrMsg(MsgCode::UI_INFO_REMEMBER_PWD));
     input.setRemember(true);
     input.show();
-    save(QStringLiteral("dialog-input"), sample.Window(), &input);
+    save(QStringLiteral("dialog-input"), sample.Window(), {&input});
     ZVLMessageBox over(&input, ZVLMsgBoxType::kCritical, GetTrMsg(MsgCode::UI_ERROR),
                        GetTrMsg(MsgCode::UI_TR_ERR_PWD_LENGTH), {GetTrMsg(MsgCode::UI_INFO_OK)});
     over.show();
-    save(QStringLiteral("dialog-input-dimmed"), input, &over);
+    save(QStringLiteral("dialog-input-dimmed"), input, {&over});
 }
 
 // States of dialogs, over a window in that state.
 template <class States>
 void over(SampleWindow& sample, States states) {
     states(
-        [&sample](QString const& name, QWidget& dialog) { save(name, sample.Window(), &dialog); },
+        [&sample](QString const& name, QWidget& dialog) { save(name, sample.Window(), {&dialog}); },
         &sample.Window());
 }
 
@@ -212,5 +213,6 @@ int main(int argc, char** argv) {
     gallery::certificates();
     gallery::logins();
     gallery::editor();
+    gallery::ShellStates(gallery::save);
     return 0;
 }

@@ -58,6 +58,7 @@ void Session::LinkDown() {
         hooks_.say(fmt::format("client left without a stop, {} ends", profile_));
     }
     goOffline();
+    stopping_.clear();
     link_ = std::make_shared<int>();
     hooks_.happened(Moment::kLinkEnd);
 }
@@ -96,6 +97,10 @@ void Session::handleStart(std::string const& json) {
     if (!CLMsgJson::Parse(json, &start)) {
         hooks_.say("a start without all it needs was dropped");
         return;
+    }
+    // What is on its way down is down before anything comes up.
+    while (!stopping_.empty()) {
+        finishStop();
     }
     endSession();
     state_ = State::kConnecting;
@@ -264,13 +269,21 @@ void Session::handleStop(std::string const& json) {
     if (stop.profileName == profile_) {
         goOffline();
     }
-    later(scenario_.delays.stop_ms, [this, name = stop.profileName] {
-        core::sslvpn::CLMsgCommonReplyData data;
-        data.profileName = name;
-        data.statusCode = MsgCode::OFFLINE;
-        hooks_.send(CLMsgReplyJson::Build(data));
-        hooks_.say(fmt::format("offline {}", name));
+    stopping_.push_back(std::make_shared<std::string>(stop.profileName));
+    later(scenario_.delays.stop_ms, [this, stopped = std::weak_ptr(stopping_.back())] {
+        if (!stopped.expired()) {
+            finishStop();
+        }
     });
+}
+
+void Session::finishStop() {
+    core::sslvpn::CLMsgCommonReplyData data;
+    data.profileName = *stopping_.front();
+    data.statusCode = MsgCode::OFFLINE;
+    stopping_.pop_front();
+    hooks_.send(CLMsgReplyJson::Build(data));
+    hooks_.say(fmt::format("offline {}", data.profileName));
 }
 
 void Session::handleGet(std::string const& json) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -72,6 +73,8 @@ class Session {
     void tick();
     // Ends what runs: its timers are void from here on.
     void endSession();
+    // Answers the oldest stop.
+    void finishStop();
     void goOffline();
 
     common::MsgCode stateCode() const;
@@ -93,7 +96,8 @@ class Session {
     std::shared_ptr<int> attempt_ = std::make_shared<int>();
     State state_ = State::kIdle;
     std::string profile_;
-    User const* user_ = nullptr;       // who is online
+    std::deque<std::shared_ptr<std::string>> stopping_;  // profiles whose stop has no answer yet
+    User const* user_ = nullptr;                         // who is online
     std::optional<Start> questioned_;  // a login that waits for the client's answer
     // The answer holds from the question for the types to the login after it.
     bool server_accepted_ = false;

@@ -55,6 +55,12 @@ void ConnectionList::RefreshConnList() {
     on_connection_listwidget__itemSelectionChanged();
 }
 
+void ConnectionList::RefreshCard(QString const& name) {
+    if (ProfileTab* const tab = GetProfileTab(name.toStdString())) {
+        tab->RefreshProfile();
+    }
+}
+
 void ConnectionList::addCard(std::shared_ptr<Profile> const& profile) {
     auto* const tab = new ProfileTab(profile, &list_);
     tab->SetMenu(menu_);

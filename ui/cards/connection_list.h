@@ -25,6 +25,9 @@ class ConnectionList : public QObject {
     // done when the connection has ended.
     void RefreshConnList();
 
+    // A value of the profile has changed that its card shows.
+    void RefreshCard(QString const& name);
+
     // Null, with a line in the log, when no card has the name.
     ProfileTab* GetProfileTab(std::string const& name) const;
     ProfileTab* GetSelectedProfileTab() const;

@@ -80,6 +80,7 @@ struct Context {
     std::string hostCheckDownloadUrl;
     std::string redirectUrl;
     std::string redirectUrlTitle;
+    std::string openedRedirectUrl;  // which ONLINE does not open again
     std::string resourceListPagePath;
     bool needClearWebCacheWhenOffline = false;
     std::string receivedUserName;   // the session's cookie text

@@ -122,7 +122,6 @@ QString ConnectFlow::Profile2JsonString(QString const& type,
     }
     std::optional<std::string> const json = BuildStartMessage(*profile, config_);
     if (!json) {
-        criticalBox(GetErrMsg(MsgCode::UI_ERROR_NO_CERT));
         return {};
     }
     state_.connectingProfileName =

@@ -119,27 +119,33 @@ void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthT
     state_.offline = false;
     g_running_client = 1;
     updater_.AnnounceAttempt();
-    QString json;
-    {
-        QScopedValueRollback<bool> const guard(prompting_, true);
-        json = Profile2JsonString(QStringLiteral("start"), profile);
-    }
+    QString const json = Profile2JsonString(QStringLiteral("start"), profile);
     if (json.isEmpty()) {
         Log().error("NO json string could be get from profile");
-        if (!g_quit && attempt == state_.attempt) {
-            refuse(profile->name);
-        }
+        refuse(profile->name);
+        selectAnew();
         return;
     }
     profile->credentialPrompted = true;
     state_.manualDisconnected = false;
     state_.errorShown = false;
     forgetCredentials(*profile, queryAuthType);
-    send(json);
+    Send(json.toStdString());
+}
+
+// Queued: the start that failed is left first.
+void ConnectFlow::selectAnew() {
+    auto select = [this, attempt = state_.attempt] {
+        if (!g_quit && attempt == state_.attempt) {
+            Q_EMIT NeedSelectAuthType(false);
+        }
+    };
+    QMetaObject::invokeMethod(this, std::move(select), Qt::QueuedConnection);
 }
 
 void ConnectFlow::beginAttempt(Profile& profile, bool queryAuthType) {
     ++state_.attempt;
+    ++state_.starts;
     state_.currentProfileName = profile.name;
     state_.startingProfileName = profile.name;
     state_.queryingAuthType = queryAuthType;
@@ -187,7 +193,7 @@ void ConnectFlow::stop(std::shared_ptr<Profile> const& profile) {
     Q_EMIT RequestBegun();
     state_.currentProfileName = profile->name;
     stop_time_ = std::chrono::steady_clock::now();
-    state_.stopSent = send(Profile2JsonString(QStringLiteral("stop"), profile));
+    state_.stopSent = Send(Profile2JsonString(QStringLiteral("stop"), profile).toStdString());
 }
 
 bool ConnectFlow::BelongsToOldAttempt() const {
@@ -195,14 +201,11 @@ bool ConnectFlow::BelongsToOldAttempt() const {
            std::chrono::steady_clock::now() - stop_time_ < kLateAnswerTime;
 }
 
-bool ConnectFlow::send(QString const& json) {
-    QByteArray const bytes = json.toUtf8();
-    bool const sent =
-        link_.SendToService(bytes.constData(), static_cast<unsigned long>(bytes.size()));
+bool ConnectFlow::Send(std::string const& json) {
+    bool const sent = link_.SendToService(json.data(), json.size());
     if (Log().level() <= LOG_LEVEL::debug) {
         Log().debug("send to: {}, length: {}",
-                    utils::FilterJsonStr(utils::g_message_filter_word, bytes.toStdString()),
-                    bytes.size());
+                    utils::FilterJsonStr(utils::g_message_filter_word, json), json.size());
     }
     return sent;
 }
@@ -232,17 +235,40 @@ void ConnectFlow::StopConnect() {
     QScopedValueRollback<bool> const guard(stopping_, true);
     bool const link_up = link_.IsReady();
     std::shared_ptr<Profile> const profile = RunningProfile();
+    std::uint64_t const starts = state_.starts;
+    Q_EMIT SessionEnding();  // may show a text
     if (!profile) {
         Log().error("Can not get client");
         return;
     }
-    Log().info("Profile [{}] will disconnect", profile->name);
-    updater_.UpdateConnectStatus(profile->name, ConnectStatus::Disconnected);
-    if (!state_.manualDisconnected && link_up && !state_.stopSent) {
-        stop(profile);
+    if (starts != state_.starts) {
+        return;
+    }
+    // The service's own OFFLINE may have come behind the text.
+    if (state_.currentProfileName == profile->name) {
+        Log().info("Profile [{}] will disconnect", profile->name);
+        updater_.UpdateConnectStatus(profile->name, ConnectStatus::Disconnected);
+        if (!state_.manualDisconnected && link_up && !state_.stopSent) {
+            stop(profile);
+        }
+    }
+    endSession(*profile);
+}
+
+// The views have been cleared with the state.
+void ConnectFlow::endSession(Profile& profile) {
+    profile.context.redirectUrl.clear();
+    profile.context.redirectUrlTitle.clear();
+    profile.context.resourceListPagePath.clear();
+    if (!state_.manualDisconnected && profile.context.needClearWebCacheWhenOffline) {
+        ClearWebCache();
     }
     state_.manualDisconnected = true;
     Q_EMIT SessionEnded();
+}
+
+void ConnectFlow::ClearWebCache() {
+    Log().warning("Clearing of the browser's cache is not there yet");
 }
 
 void ConnectFlow::ForgetPendingRequest(QString const& name) {

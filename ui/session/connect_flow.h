@@ -43,6 +43,9 @@ class ConnectFlow : public QObject {
     void ForgetPendingRequest(QString const& name);
     // Whether an OFFLINE that comes now still answers the stop before the present start.
     bool BelongsToOldAttempt() const;
+    // Any message of a profile's conversation with the service; logged without its secrets. False
+    // when it has not left.
+    bool Send(std::string const& json);
     // The profile of the current connection, or null when no card carries it.
     std::shared_ptr<Profile> RunningProfile() const;
 
@@ -51,8 +54,11 @@ class ConnectFlow : public QObject {
     void onStopConnect(QString const& name);
 
   Q_SIGNALS:
-    void RequestBegun();  // a start or stop has passed its first checks
-    void SessionEnded();  // the way down has run
+    void RequestBegun();   // a start or stop has passed its first checks
+    void SessionEnding();  // the way down begins: texts of the moment go, open dialogs are told
+    void SessionEnded();   // the way down has run
+    // The chosen certificate is gone: the user chooses anew. Queued.
+    void NeedSelectAuthType(bool select);
 
   private:
     void start(std::shared_ptr<Profile> const& profile, bool queryAuthType);
@@ -61,8 +67,10 @@ class ConnectFlow : public QObject {
     bool mayStart(std::string const& name);
     void refuseLinkDown(std::string const& name);
     void refuse(std::string const& name);
+    void selectAnew();
+    void endSession(Profile& profile);
+    void ClearWebCache();
     void forgetCredentials(Profile& profile, bool queryAuthType);
-    bool send(QString const& json);
     void criticalBox(QString const& text);
 
     // What differs between the two secrets that are asked for.

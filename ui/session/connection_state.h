@@ -19,7 +19,8 @@ struct ConnectionState {
     bool errorShown = false;            // a box for this attempt is up or was shown
     bool reconnectingSeen = false;      // Reconnecting was shown in this connection
     std::string connectingProfileName;  // the name that CONNECTING must carry; empty: the current
-    std::list<int> pendingWarnings;     // codes that came with ONLINE, shown in the warning strip
+    bool lastNetConfigHasGateway = false;  // routes of the last netconfig have a gateway
+    std::list<int> pendingWarnings;  // codes that came with ONLINE, shown in the warning strip
 
     ConnectStatus status = ConnectStatus::Disconnected;
     bool stopSent = false;            // a "stop" has left for this connection
@@ -29,6 +30,7 @@ struct ConnectionState {
     std::string startingProfileName;  // between a user's start and its first status
     bool queryingAuthType = false;    // that start asks the gateway for its types
     std::uint64_t attempt = 0;        // rises with each start, ONLINE and OFFLINE
+    std::uint64_t starts = 0;  // rises with each start: a failure's tail outlives its OFFLINE
 
     LinkState link = LinkState::kFirstConnect;
     bool adapterUsable = true;

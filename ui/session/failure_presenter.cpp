@@ -3,8 +3,11 @@
 #include <QApplication>
 
 #include "app/environment/app_ctrl.h"
+#include "app/environment/globals.h"
 #include "components/logger/logger.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/open_url.h"
+#include "ui/widgets/zvl_message_box.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -48,7 +51,32 @@ QString utf8(std::string const& text) {
 // The service's own words for the code, else ours.
 QString textOf(CLMsgCommonReplyData const& data) {
     QString const sent = utf8(IsChineseDisplayLangguage() ? data.errMsgInCn : data.errMsgInEn);
-    return firstNonEmpty({sent, GetErrMsg(data.statusCode)});
+    QString const text = firstNonEmpty({sent, GetErrMsg(data.statusCode)});
+    if (data.statusCode == MsgCode::UI_TR_VERITY_SERVER_CERTIFICATE_FAILED) {
+        return text + QLatin1String(kMessageSeparator) +
+               GetErrMsg(MsgCode::UI_TR_IMPORT_TRUSTED_CERT_TIPS);
+    }
+    return text;
+}
+
+// What the dialog for a new password answers itself while it is open.
+constexpr MsgCode kChangePwdAnswers[] = {
+    MsgCode::ERR_HISTORY_PASSWORD, MsgCode::ERR_PASSWORD_COMPLEXITY,
+    MsgCode::ERR_CHANGE_PWD_WITH_CLIENT, MsgCode::CHANGE_PWD_SUCCESS,
+    MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD};
+
+void closeAllBoxes() {
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        if (auto* const box = qobject_cast<ZVLMessageBox*>(widget)) {
+            box->close();
+        }
+    }
+}
+
+void reject(QPointer<QDialog> const& dialog) {
+    if (dialog) {
+        dialog->reject();
+    }
 }
 
 // Failures that end a login although no row of the catalogue shows them.
@@ -64,20 +92,50 @@ constexpr int kFailureTypes[] = {5, 7};
 }  // namespace
 
 FailurePresenter::FailurePresenter(ConnectionState& state, ConnectFlow& flow, Prompts& prompts,
-                                   QWidget* window, QObject* parent)
-    : QObject(parent), state_(state), flow_(flow), prompts_(prompts), window_(window) {
+                                   SessionDialogs& dialogs, QWidget* window, QObject* parent)
+    : QObject(parent),
+      state_(state),
+      flow_(flow),
+      prompts_(prompts),
+      dialogs_(dialogs),
+      window_(window) {
+    connect(&flow_, &ConnectFlow::SessionEnding, this,
+            &FailurePresenter::PopDisconnectErrorForDialog);
 }
 
 bool FailurePresenter::HandleErrMsg(CLMsgCommonReplyData const& data) {
+    if (HandleErrMsgPreProcess(data)) {
+        return true;
+    }
     common::IPCMessage const row = common::g_IPCMessageMap.Get(data.statusCode);
     if (row.show == nullptr || !*row.show) {
         return false;
     }
-    (*row.show)(row.type, textOf(data).toStdString());
+    bool const shown = !state_.offline;
+    std::uint64_t const starts = state_.starts;
+    QString const text = firstNonEmpty({textOf(data), GetErrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG)});
+    (*row.show)(row.type, text.toStdString());
+    HandleErrMsgPostProcess(data, shown && starts == state_.starts && !g_quit);
+    return true;
+}
+
+bool FailurePresenter::HandleErrMsgPreProcess(CLMsgCommonReplyData const& data) {
+    bool const answer =
+        std::count(std::begin(kChangePwdAnswers), std::end(kChangePwdAnswers), data.statusCode) > 0;
+    if (!answer || !dialogs_.changePwdDialog) {
+        return false;
+    }
+    Q_EMIT ChangePWDRetSignal(static_cast<int>(data.statusCode));
+    return true;
+}
+
+void FailurePresenter::HandleErrMsgPostProcess(CLMsgCommonReplyData const& data, bool shown) {
+    if (data.statusCode == MsgCode::ERR_HOSTCHECK && shown && !data.hostCheckDownloadUrl.empty()) {
+        OpenUrl(prompts_, utf8(data.hostCheckDownloadUrl), false);
+    }
     if (data.statusCode == MsgCode::ERR_NO_IP_ADDR || data.statusCode == MsgCode::ERR_IP_IN_USE) {
         state_.errorShown = true;
     }
-    return true;
 }
 
 void FailurePresenter::ProcessErrorMsg(common::CodeType /*type*/, std::string const& text) {
@@ -86,14 +144,8 @@ void FailurePresenter::ProcessErrorMsg(common::CodeType /*type*/, std::string co
         return;
     }
     Log().debug("error msg recved");
-    QWidget* const parent = boxParent();
-    Log().debug("get pop up widget1 {}", static_cast<void const*>(parent));
-    BoxRequest request;
-    request.kind = BoxKind::kCritical;
-    request.title = GetErrMsg(MsgCode::UI_ERROR);
-    request.text = utf8(text);
-    request.buttons = {GetErrMsg(MsgCode::UI_INFO_OK)};
-    show(std::move(request));
+    Log().debug("get pop up widget1 {}", static_cast<void const*>(boxParent()));
+    ShowCriticalBox(GetErrMsg(MsgCode::UI_ERROR), utf8(text), GetErrMsg(MsgCode::UI_INFO_OK));
     window_->showNormal();
     window_->raise();
     window_->activateWindow();
@@ -105,9 +157,39 @@ void FailurePresenter::ProcessCriticalMsg(common::CodeType /*type*/, std::string
         return;
     }
     Log().debug("critical msg recved");
+    state_.errorShown = true;  // its own text is the only one
     flow_.StopConnect();
     ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), utf8(text),
                   GetErrMsg(MsgCode::UI_INFO_OK));
+    if (state_.Idle()) {
+        closeAllBoxes();
+        closeDialogs();
+    }
+}
+
+void FailurePresenter::EndSession(std::uint64_t attempt) {
+    if (attempt == state_.attempt) {
+        flow_.StopConnect();
+    }
+    if (state_.Idle()) {
+        closeDialogs();
+    }
+}
+
+void FailurePresenter::closeDialogs() {
+    reject(dialogs_.authDialog);
+    reject(dialogs_.changePwdDialog);
+}
+
+void FailurePresenter::PopDisconnectErrorForDialog() {
+    Log().debug("Pop disconnect error for dialog");
+    // A text has been shown, or the dialog is about to show its own.
+    if (!dialogs_.authDialog || state_.errorShown) {
+        return;
+    }
+    ShowCriticalBox(GetErrMsg(MsgCode::UI_ERROR), GetErrMsg(MsgCode::UI_INFO_CONNECTION_TERMINATED),
+                    GetErrMsg(MsgCode::UI_INFO_OK));
+    reject(dialogs_.authDialog);
 }
 
 bool FailurePresenter::HandleUnmarked(CLMsgCommonReplyData const& data) {
@@ -150,9 +232,7 @@ void FailurePresenter::HandleTunnelDisconnect(
     } else {
         Log().info("Tunnel disconnect: unkown");
     }
-    if (attempt == state_.attempt) {  // the user may have begun anew behind the box
-        flow_.StopConnect();
-    }
+    EndSession(attempt);
 }
 
 void FailurePresenter::HandleDisconnectReason(CLMsgCommonReplyData const& data) {
@@ -179,9 +259,7 @@ void FailurePresenter::HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgDat
     std::uint64_t const attempt = state_.attempt;
     warn(text);
     Log().info("Incompatible server and client, stop the connect");
-    if (attempt == state_.attempt) {
-        flow_.StopConnect();
-    }
+    EndSession(attempt);
 }
 
 void FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& title, QString const& text,
@@ -199,6 +277,12 @@ void FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& title, QString
     request.text = text;
     request.buttons = {button};
     show(std::move(request));
+}
+
+void FailurePresenter::ShowCriticalBox(QString const& title, QString const& text,
+                                       QString const& button) {
+    ShowPopMsgBox(BoxKind::kCritical, title, text, button);
+    Q_EMIT CriticalBoxShown();
 }
 
 void FailurePresenter::show(BoxRequest request) {
@@ -222,8 +306,14 @@ void FailurePresenter::show(BoxRequest request) {
 }
 
 QWidget* FailurePresenter::boxParent() const {
-    QWidget* const active = QApplication::activeWindow();
-    return active != nullptr ? active : window_;
+    // Without the focus of the desktop none of our windows is active, but one may be modal.
+    for (QWidget* const widget :
+         {QApplication::activeWindow(), QApplication::activeModalWidget()}) {
+        if (widget != nullptr) {
+            return widget;
+        }
+    }
+    return window_;
 }
 
 void FailurePresenter::warn(QString const& text) {

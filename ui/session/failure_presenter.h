@@ -11,6 +11,7 @@
 #include "core/reply_records.h"
 #include "ui/session/connect_flow.h"
 #include "ui/session/connection_state.h"
+#include "ui/session/session_dialogs.h"
 #include "ui/widgets/prompts.h"
 
 namespace zorvanelink::ui {
@@ -19,15 +20,21 @@ class FailurePresenter : public QObject {
     Q_OBJECT
 
   public:
-    FailurePresenter(ConnectionState& state, ConnectFlow& flow, Prompts& prompts, QWidget* window,
-                     QObject* parent = nullptr);
+    FailurePresenter(ConnectionState& state, ConnectFlow& flow, Prompts& prompts,
+                     SessionDialogs& dialogs, QWidget* window, QObject* parent = nullptr);
 
-    // True when the code's catalogue row has a handler that shows it; it has run then.
+    // True when the code has been shown: by the open password dialog, or by the handler of its
+    // catalogue row.
     bool HandleErrMsg(core::sslvpn::CLMsgCommonReplyData const& data);
     // The session goes on, or its end is the caller's.
     void ProcessErrorMsg(common::CodeType type, std::string const& text);
-    // The session is over.
+    // The session is over, and so is every box and every dialog that could still send.
     void ProcessCriticalMsg(common::CodeType type, std::string const& text);
+    // On the way down: who is typing a code learns that the connection behind it is gone.
+    void PopDisconnectErrorForDialog();
+    // After a box that tells the end of the session of that attempt: the way down, and no dialog
+    // is left that could still send. Nothing when the session came back or was begun anew.
+    void EndSession(std::uint64_t attempt);
 
     // A code that no row of the catalogue shows. True when it ends the login, which has happened
     // then; another failure's text is kept for TellUntoldFailure.
@@ -43,8 +50,20 @@ class FailurePresenter : public QObject {
     // text that differs waits for its end.
     void ShowPopMsgBox(BoxKind kind, QString const& title, QString const& text,
                        QString const& button);
+    // The same for what ends or blocks a login; CriticalBoxShown follows.
+    void ShowCriticalBox(QString const& title, QString const& text, QString const& button);
+
+  Q_SIGNALS:
+    // After the box: the selection of a type stops its timer and may be used again, the third-party
+    // login stops, the cards are refreshed.
+    void CriticalBoxShown();
+    // The answer to a new password, for the open dialog: it stops its timers and shows the text.
+    void ChangePWDRetSignal(int code);
 
   private:
+    bool HandleErrMsgPreProcess(core::sslvpn::CLMsgCommonReplyData const& data);
+    void HandleErrMsgPostProcess(core::sslvpn::CLMsgCommonReplyData const& data, bool shown);
+    void closeDialogs();
     QWidget* boxParent() const;
     void show(BoxRequest request);
     void warn(QString const& text);
@@ -52,6 +71,7 @@ class FailurePresenter : public QObject {
     ConnectionState& state_;
     ConnectFlow& flow_;
     Prompts& prompts_;
+    SessionDialogs& dialogs_;
     QWidget* const window_;
     std::optional<QString> standing_;  // text of the box that stands
     std::optional<BoxRequest> next_;

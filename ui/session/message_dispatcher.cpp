@@ -17,6 +17,8 @@ using core::CLMsg;
 using core::CLMsgJsonParse;
 using namespace core::sslvpn;  // the records
 
+constexpr std::int32_t kServiceTypeWithGateway = 3;
+
 template <class Record>
 std::optional<Record> read(std::string const& json) {
     Record record;
@@ -41,11 +43,18 @@ MessageDispatcher::Row const MessageDispatcher::kRows[] = {
     {SubType::kGatewayList, &MessageDispatcher::onGatewayList},
     {SubType::kGatewayDetectStop, &MessageDispatcher::onGatewayDetectStop},
     {SubType::kCluster, &MessageDispatcher::onCluster},
+    {SubType::kChangePwd, &MessageDispatcher::onChangePwd},
+    {SubType::kAuth, &MessageDispatcher::onAuth},
+    {SubType::kAppResource, &MessageDispatcher::onAppResource},
+    {SubType::kCertRequest, &MessageDispatcher::onCertRequest},
+    {SubType::kGmCertRequest, &MessageDispatcher::onCertRequest},
+    {SubType::kCertRespond, &MessageDispatcher::HandleCertRespond},
+    {SubType::kGmCertRespond, &MessageDispatcher::HandleGMCertRespond},
+    {SubType::kUpdate, &MessageDispatcher::onUpdate},
     {SubType::kAddRoute, &MessageDispatcher::onAddRoute},
     {SubType::kErrMsgByServer, &MessageDispatcher::onErrMsgByServer},
     {SubType::kPushStatus, &MessageDispatcher::onPushStatus},
     {SubType::kVnicState, &MessageDispatcher::onVnicState},
-    {SubType::kCertRespond, &MessageDispatcher::HandleCertRespond},
     {SubType::kDisconnectReason, &MessageDispatcher::onDisconnectReason},
     {SubType::kExecScript, &MessageDispatcher::onExecScript},
 };
@@ -53,6 +62,14 @@ MessageDispatcher::Row const MessageDispatcher::kRows[] = {
 MessageDispatcher::MessageDispatcher(ConnectionState& state, StatusHandler& statuses,
                                      FailurePresenter& failures, Config& config, QObject* parent)
     : QObject(parent), statuses_(statuses), failures_(failures), state_(state), config_(config) {
+}
+
+std::vector<CLMsg::SubType> MessageDispatcher::SubTypes() {
+    std::vector<CLMsg::SubType> subtypes;
+    for (Row const& row : kRows) {
+        subtypes.push_back(row.subtype);
+    }
+    return subtypes;
 }
 
 bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
@@ -84,6 +101,7 @@ bool MessageDispatcher::onNetConfig(std::string const& json) {
     if (auto const profile = statuses_.Addressee(data->profileName)) {
         Log().info("Get network configuration from service");
         profile->context.netConfig = *data;
+        state_.lastNetConfigHasGateway = data->serviceType == kServiceTypeWithGateway;
         Q_EMIT NetConfigArrived(profile);
     }
     return true;
@@ -159,8 +177,7 @@ bool MessageDispatcher::onErrMsgByServer(std::string const& json) {
 bool MessageDispatcher::onPushStatus(std::string const& json) {
     auto const data = read<CLMsgSessionStatus>(json);
     if (data && statuses_.Addressee(data->profileName)) {
-        Log().info("Recv session status [{}], sub code [{}], ip [{}]", data->status, data->subCode,
-                   data->connecttingIP);
+        statuses_.HandlePushReportData(*data);
     }
     return data.has_value();
 }
@@ -171,6 +188,59 @@ bool MessageDispatcher::onVnicState(std::string const& json) {
         g_vnic_state = data->state;
         state_.adapterUsable = data->state;
         Q_EMIT AdapterStateChanged(data->state);
+    }
+    return data.has_value();
+}
+
+bool MessageDispatcher::readFor(std::string const& json, char const* logLine,
+                                void (StatusHandler::*handle)(StatusHandler::Data const&,
+                                                              Profile&)) {
+    auto const data = read<CLMsgCommonReplyData>(json);
+    if (!data) {
+        return false;
+    }
+    Log().info("{}", logLine);
+    if (auto const profile = statuses_.Addressee(data->profileName)) {
+        (statuses_.*handle)(*data, *profile);
+    }
+    return true;
+}
+
+bool MessageDispatcher::onChangePwd(std::string const& json) {
+    return readFor(json, "Get change pwd from service", &StatusHandler::HandleChangePWD);
+}
+
+bool MessageDispatcher::onAuth(std::string const& json) {
+    return readFor(json, "Get auth data from service", &StatusHandler::HandleAuthData);
+}
+
+bool MessageDispatcher::onCertRequest(std::string const& json) {
+    return readFor(json, "Get sign request from service", &StatusHandler::HandleSignRequest);
+}
+
+bool MessageDispatcher::onAppResource(std::string const& json) {
+    auto const data = read<CLMsgZtnaAppResourceData>(json);
+    if (data && statuses_.Addressee(data->profileName)) {
+        Q_EMIT AppResourceArrived(*data);
+    }
+    return data.has_value();
+}
+
+bool MessageDispatcher::HandleGMCertRespond(std::string const& json) {
+    Log().info("Handle GM certificate respond");
+    auto const data = read<ALMsgGMCertRespondData>(json);
+    if (data) {
+        Q_EMIT RecvGMCertInfo(data->deviceList);
+    } else {
+        Log().error("Failed to handle GM certificate respond");
+    }
+    return data.has_value();
+}
+
+bool MessageDispatcher::onUpdate(std::string const& json) {
+    auto const data = read<CLMsgUpdate>(json);
+    if (data) {
+        Q_EMIT UpdateMsgArrived(*data);
     }
     return data.has_value();
 }

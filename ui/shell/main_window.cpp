@@ -1,7 +1,5 @@
 #include "ui/shell/main_window.h"
 
-#include <QCloseEvent>
-#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QPainterPath>
 #include <QTimer>
@@ -12,6 +10,7 @@
 #include "core/clmsg_json.h"
 #include "ui/session/view_state.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/open_url.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -37,6 +36,10 @@ LinkCore::LinkFactory socketLink(std::string const& uuid) {
     return [uuid] { return std::make_shared<components::ipc::SocketIPCClient>(uuid, nullptr); };
 }
 
+TrayController::Available allowed(TrayController::Available available) {
+    return AppCtrl::Instance().disableTray ? nullptr : std::move(available);
+}
+
 }  // namespace
 
 MainWindow::MainWindow(Environment environment, QWidget* parent)
@@ -49,13 +52,16 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
       updater_(state_),
       flow_({state_, updater_, config_, link_, prompts_, this,
              [this](std::string const& name) { return cards_.Has(name); }}),
-      failures_(state_, flow_, prompts_, this),
-      statuses_(state_, updater_, flow_, failures_),
+      failures_(state_, flow_, prompts_, dialogs_, this),
+      statuses_({state_, updater_, flow_, failures_, config_, prompts_, dialogs_, this}),
       dispatcher_(state_, statuses_, failures_, config_),
       tunnel_(*ui_.tunnel, [this] { return flow_.RunningProfile(); }),
       authTypes_({state_, updater_, flow_, dialogs_, {config_, prompts_, certList_}, this}),
       editing_({state_, config_, certList_, prompts_, this,
-                [this](std::string const& name) { return cards_.Has(name); }}) {
+                [this](std::string const& name) { return cards_.Has(name); }}),
+      tray_(*this, config_, allowed(std::move(environment.trayAvailable))),
+      more_({*ui_.titleBar->MoreButton(), config_, prompts_,
+             [this](QString const& message) { return link_.SendToService(message); }}) {
     applyLogLevel();
     shapeWindow();
     wireLink();
@@ -63,6 +69,7 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
     wireAuth();
     wireCards();
     wireEditing();
+    wireTray();
     wireWindow();
     cards_.RefreshConnList();
     render();
@@ -90,8 +97,6 @@ void MainWindow::shapeWindow() {
     if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
         setAttribute(Qt::WA_TranslucentBackground);
     }
-    // Their flows come with the menus of the shell.
-    ui_.titleBar->MoreButton()->hide();
 }
 
 void MainWindow::wireLink() {
@@ -118,6 +123,9 @@ void MainWindow::wireSession() {
     connect(&statuses_, &StatusHandler::CameOnline, this, &MainWindow::onCameOnline);
     connect(&statuses_, &StatusHandler::ClientAddressChanged, &tunnel_,
             &TunnelController::SetClientAddress);
+    connect(&statuses_, &StatusHandler::ProfileChanged, &cards_, &ConnectionList::RefreshCard);
+    connect(&failures_, &FailurePresenter::CriticalBoxShown, &cards_,
+            &ConnectionList::RefreshConnList);
     connect(&dispatcher_, &MessageDispatcher::NetConfigArrived, this,
             [this](std::shared_ptr<Profile> const& profile) {
                 if (state_.online) {
@@ -148,11 +156,13 @@ void MainWindow::wireAuth() {
 }
 
 void MainWindow::wireCards() {
-    cards_.SetMenu({.modify = true, .remove = true, .forgotPassword = false});
+    cards_.SetMenu({.modify = true, .remove = true, .forgotPassword = true});
     connect(&cards_, &ConnectionList::StartConnect, &flow_, &ConnectFlow::onStartConnect);
     connect(&cards_, &ConnectionList::StopConnect, &flow_,
             [this](QString const& name) { flow_.onStopConnect(name); });
     connect(&cards_, &ConnectionList::PendingEnded, &flow_, &ConnectFlow::ForgetPendingRequest);
+    connect(&cards_, &ConnectionList::ForgotPassword, this,
+            [this](QString const& url) { OpenUrlWithHint(prompts_, this, url, false); });
     connect(&cards_, &ConnectionList::EableUserGuide, this, &MainWindow::EableUserGuide);
     connect(&cards_, &ConnectionList::Selected, this, &MainWindow::SetStatusBarInfo);
 }
@@ -169,7 +179,8 @@ void MainWindow::wireEditing() {
         render();
     });
     connect(&editing_, &ProfileEditing::ProfileStored, this, &MainWindow::onProfileStored);
-    connect(&editing_, &ProfileEditing::ConnectWanted, this, &MainWindow::onConnectWanted);
+    connect(&editing_, &ProfileEditing::ConnectWanted, this,
+            [this](QString const& name) { pressCard(name.toStdString(), true); });
 }
 
 void MainWindow::wireWindow() {
@@ -181,6 +192,8 @@ void MainWindow::wireWindow() {
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [](Qt::ApplicationState now) {
         g_is_application_active = now == Qt::ApplicationActive;
     });
+    connect(qApp, &QGuiApplication::commitDataRequest, this, &MainWindow::onSessionEnding);
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &MainWindow::leave);
 }
 
 // Everything that follows from the state, in one place.
@@ -196,6 +209,7 @@ void MainWindow::render() {
     ui_.tunnel->SetWarning(view.hasWarning ? GetTrMsg(view.warning) : QString());
     cards_.SetPending(state_.startingProfileName);
     SetStatusBarInfo();
+    renderTray();
     if (view.hasStatusText) {
         Q_EMIT UpdateStatusBar(GetTrMsg(view.statusText), QLatin1String(view.statusIcon));
     }
@@ -286,33 +300,8 @@ void MainWindow::onProfileStored(QString const& name) {
     }
 }
 
-void MainWindow::onConnectWanted(QString const& name) {
-    if (ProfileTab* const tab = cards_.GetProfileTab(name.toStdString())) {
-        tab->onConnButtonTriggered();
-    }
-}
-
-// Without a tray nothing would bring a hidden window back: closing means leaving.
-void MainWindow::on_btn_main_close__clicked() {
-    if (prompts_.Question(this, GetErrMsg(MsgCode::UI_WARNING),
-                          GetErrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT),
-                          GetErrMsg(MsgCode::UI_INFO_OK), GetErrMsg(MsgCode::UI_INFO_CANCEL))) {
-        close();
-    }
-}
-
 void MainWindow::on_btn_main_min__clicked() {
     showMinimized();
-}
-
-void MainWindow::closeEvent(QCloseEvent* event) {
-    event->accept();
-    if (std::exchange(quitting_, true)) {
-        return;
-    }
-    link_.IgnoreLoss();
-    StopConnect();
-    QCoreApplication::exit(0);
 }
 
 bool MainWindow::event(QEvent* event) {
@@ -322,6 +311,8 @@ bool MainWindow::event(QEvent* event) {
     } else if (event->type() == QEvent::WindowUnblocked) {
         ui_.cover->ToFront();
         Log().debug("active mainwindow");
+    } else if (event->type() == QEvent::WindowActivate) {
+        sessionEnding_ = false;  // the user has stayed
     }
     return QWidget::event(event);
 }

@@ -18,6 +18,8 @@
 #include "ui/session/status_handler.h"
 #include "ui/session/status_updater.h"
 #include "ui/shell/main_window_layout.h"
+#include "ui/shell/more_menu.h"
+#include "ui/shell/tray_controller.h"
 #include "ui/tunnel/tunnel_controller.h"
 #include "ui/widgets/prompts.h"
 
@@ -32,6 +34,7 @@ class MainWindow : public QWidget {
         Config& config;
         Prompts& prompts;
         LinkCore::LinkFactory link;  // null: the socket link to the service
+        TrayController::Available trayAvailable = QSystemTrayIcon::isSystemTrayAvailable;
     };
 
     explicit MainWindow(Environment environment, QWidget* parent = nullptr);
@@ -51,6 +54,10 @@ class MainWindow : public QWidget {
     void Wait(int mode, QString const& text);
     void onUpdateStatusBar(QString const& text, QString const& iconPath);
     void onUserGuideStartConnect();
+    // Out of the tray or the task bar, to the front.
+    void BringUp();
+    // The desktop session ends: from here on a close event from outside means leaving.
+    void onSessionEnding();
 
   private Q_SLOTS:
     void on_btn_main_close__clicked();
@@ -69,14 +76,19 @@ class MainWindow : public QWidget {
     void wireAuth();
     void wireCards();
     void wireEditing();
+    void wireTray();
     void wireWindow();
 
     void render();
+    void renderTray();
+    void pressCard(std::string const& name, bool start);
+    void offerPages();
+    void openPage(std::string Context::*page, bool local);
+    void leave();
     void onStatusNotified(QString const& name, ConnectStatus status);
     void onCameOnline(bool first);
     void EableUserGuide(bool enable);
     void onProfileStored(QString const& name);
-    void onConnectWanted(QString const& name);
     void SetStatusBarInfo();
     void SetWindowMinimize();
 
@@ -89,15 +101,18 @@ class MainWindow : public QWidget {
     ConnectionList cards_;
     StatusUpdater updater_;
     ConnectFlow flow_;
+    SessionDialogs dialogs_;
     FailurePresenter failures_;
     StatusHandler statuses_;
     MessageDispatcher dispatcher_;
     TunnelController tunnel_;
-    SessionDialogs dialogs_;
     CertListRoad certList_;
     AuthTypeFlow authTypes_;
     ProfileEditing editing_;
+    TrayController tray_;
+    MoreMenu more_;
     bool quitting_ = false;
+    bool sessionEnding_ = false;
 };
 
 // The one main window, or null.

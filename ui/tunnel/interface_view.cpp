@@ -2,6 +2,9 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QScrollArea>
+
+#include "ui/text/texts.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -10,9 +13,23 @@ constexpr int kLabelWidth = 190;
 
 }  // namespace
 
-InterfaceView::InterfaceView(QWidget* parent) : QWidget(parent), column_(new QVBoxLayout(this)) {
+// A tunnel of both families has more rows than a small window has room for.
+InterfaceView::InterfaceView(QWidget* parent) : QWidget(parent) {
+    auto* area = new QScrollArea(this);
+    auto* body = new QWidget(area);
+    column_ = new QVBoxLayout(body);
     column_->setContentsMargins(0, 0, 0, 0);
     column_->addStretch();
+    area->setWidget(body);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setAccessibleName(GetTrMsg(common::MsgCode::UI_TR_INTERFACE));
+    area->viewport()->setAutoFillBackground(false);
+    body->setAutoFillBackground(false);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(area);
 }
 
 void InterfaceView::Set(InterfaceRows const& rows) {

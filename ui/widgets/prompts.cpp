@@ -1,7 +1,9 @@
 #include "ui/widgets/prompts.h"
 
+#include <QDesktopServices>
 #include <QFileDialog>
 
+#include "app/environment/globals.h"
 #include "ui/widgets/input_dialog.h"
 #include "ui/widgets/zvl_message_box.h"
 
@@ -105,6 +107,14 @@ std::optional<QString> DialogPrompts::ChooseFile(FileRequest const& request) {
             break;
     }
     return path.isEmpty() ? std::nullopt : std::optional(path);
+}
+
+bool DialogPrompts::OpenUrl(QUrl const& url) {
+    // Our own windows have been set up without OpenGL; a browser wants it.
+    if (std::exchange(g_gl_integration_set, false)) {
+        qunsetenv(kGlIntegrationVariable);
+    }
+    return QDesktopServices::openUrl(url);
 }
 
 }  // namespace zorvanelink::ui

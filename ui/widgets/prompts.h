@@ -1,8 +1,9 @@
-// The one door for questions to the user: boxes, secrets and file choosers. Flow code gets a
+// The one door to the user: boxes, secrets, file choosers and the browser. Flow code gets a
 // Prompts&; tests script it. GUI thread; every call may run a nested event loop.
 #pragma once
 
 #include <QString>
+#include <QUrl>
 #include <QWidget>
 #include <functional>
 #include <optional>
@@ -73,14 +74,18 @@ class Prompts {
     // Empty when cancelled.
     virtual std::optional<SecretAnswer> InputSecret(SecretRequest const& request) = 0;
     virtual std::optional<QString> ChooseFile(FileRequest const& request) = 0;
+    // Hands the address to the desktop's browser as it stands; OpenUrl of open_url.h looks at it
+    // first. False when nothing could be started, as without a desktop.
+    virtual bool OpenUrl(QUrl const& /*url*/) { return false; }
 };
 
-// The real one, on ZVLMessageBox, InputDialog and QFileDialog.
+// The real one, on ZVLMessageBox, InputDialog, QFileDialog and QDesktopServices.
 class DialogPrompts : public Prompts {
   public:
     int Box(BoxRequest const& request) override;
     std::optional<SecretAnswer> InputSecret(SecretRequest const& request) override;
     std::optional<QString> ChooseFile(FileRequest const& request) override;
+    bool OpenUrl(QUrl const& url) override;
 };
 
 }  // namespace zorvanelink::ui

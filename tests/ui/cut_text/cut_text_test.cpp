@@ -10,10 +10,10 @@
 
 #include "app/environment/app_ctrl.h"
 #include "tests/support/scripted_prompts.h"
+#include "tests/ui/windows/all_windows.h"
 #include "ui/cards/profile_tab.h"
 #include "ui/cert/digital_cert_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
-#include "ui/editor/create_connect_dialog.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/fonts.h"
 #include "ui/widgets/input_dialog.h"
@@ -146,49 +146,27 @@ TEST_P(CutText, InputDialogs) {
     }
 }
 
-TEST_P(CutText, CertificateDialogs) {
-    Config config;
-    CertInfo target;
-    for (int i = 0; i < 2; ++i) {
-        DigitalCertDialog manage(nullptr, config, prompts_);
-        expectWhole(manage);
-        DigitalCertDialog select(&target, config, prompts_);
-        expectWhole(select);
-        for (CertViewPage* page : select.findChild<CertViewBox*>()->Pages()) {
-            page->expand();
-        }
-        expectWhole(select);
-        TLSCertDialog kinds(target, config, prompts_);
-        expectWhole(kinds);
-        target.certType = kCertTypeFile;
-        // The second time with certificates in the store.
-        for (char const* name : {"Anna", "A name that is far longer than a row of the list is wide",
-                                 "\xE5\xBC\xA0\xE4\xBC\x9F & Co"}) {
-            CertInfo cert;
-            cert.fingerprint = cert.commonName = name;
-            cert.issuer = std::string("CN=Root,OU=") + std::string(120, 'x');
-            cert.validFrom = cert.validTo = "2036-01-02 03:04:05";
-            cert.isTls = i == 0;
-            config.clientCerts[name] = cert;
-        }
+TEST_P(CutText, EveryWindow) {
+    for (test::WindowRow const& row : test::AllWindows()) {
+        SCOPED_TRACE(row.name);
+        test::WindowWorld world;
+        auto const window = row.make(world);
+        test::Settle(*window);
+        EXPECT_THAT(test::CutTexts(*window), IsEmpty());
     }
 }
 
-TEST_P(CutText, ConnectionEditor) {
+TEST_P(CutText, CertificateDialogsWithoutCertificates) {
     Config config;
-    CertListRoad certs;
-    auto profile = std::make_shared<Profile>();
-    profile->name = "Emergency access with a very long name of a connection";
-    profile->authType = SupportedAuthType::kPwdWithCert;
-    profile->certIsFile = false;
-    profile->systemCert.certType = kCertTypeUsbKey;
-    profile->perferredGatewayName = "a-very-long-gateway-name.region-7.example.com";
-    for (auto const& edited : {std::shared_ptr<Profile>(), profile}) {
-        CreateConnectDialog dialog(edited, {config, prompts_, certs});
-        expectWhole(dialog);
-        dialog.on_btn_icon_advanced_config__clicked();
-        dialog.SetSPAMode(SPAMode::kOn);
-        expectWhole(dialog);
+    CertInfo target;
+    DigitalCertDialog manage(nullptr, config, prompts_);
+    expectWhole(manage);
+    DigitalCertDialog select(&target, config, prompts_);
+    expectWhole(select);
+    for (auto const kind : {kCertTypeUsbKey, kCertTypeFile}) {
+        target.certType = kind;
+        TLSCertDialog kinds(target, config, prompts_);
+        expectWhole(kinds);
     }
 }
 

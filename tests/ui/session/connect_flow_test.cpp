@@ -61,11 +61,15 @@ TEST_F(ConnectFlowTest, ACertificateThatIsNotThereStopsTheStart) {
 
     // The record is known, its file has gone since.
     profile->fileCert.commonName = "Alice";
-    prompts.ExpectBox(Text(MsgCode::UI_ERROR_NO_CERT), 0);
+    QSignalSpy select(&statuses, &StatusHandler::NeedSelectAuthType);
     Click();
     EXPECT_EQ(Sent("start"), 0);
     EXPECT_TRUE(state.Idle());
     EXPECT_TRUE(state.manualDisconnected);
+    EXPECT_EQ(select.count(), 0) << "the start is left first";
+    EXPECT_TRUE(WaitUntil([&select] { return select.count() == 1; }));
+    EXPECT_FALSE(select.at(0).at(0).toBool());
+    EXPECT_EQ(state.currentProfileName, "Head office") << "the selection must find it";
 }
 
 TEST_F(ConnectFlowTest, RefusalsEndInDisconnected) {

@@ -12,61 +12,20 @@ class DispatchTest : public test::SessionFixture {
     std::shared_ptr<Profile> profile = Add("Head office");
 };
 
-struct Step {
-    MsgCode code;
-    ConnectStatus status;
-    bool online;
-    bool offline;
-};
-
-TEST_F(DispatchTest, StatusesWalkTheConnectionThroughItsStates) {
-    Step const steps[] = {
-        {MsgCode::CONNECTING, ConnectStatus::Connecting, false, false},
-        {MsgCode::KEY_EXCHANGE_DATA, ConnectStatus::Connecting, false, false},
-        {MsgCode::ONLINE, ConnectStatus::Connected, true, false},
-        {MsgCode::HEARTBEAT_TIMEOUT, ConnectStatus::Connected, true, false},
-        {MsgCode::PREPARE_RECONNECTING, ConnectStatus::PrepareReconnecting, true, false},
-        {MsgCode::RECONNECTING, ConnectStatus::Reconnecting, false, false},
-        {MsgCode::ONLINE, ConnectStatus::Connected, true, false},
-        {MsgCode::OFFLINE, ConnectStatus::Disconnected, false, true},
-        {MsgCode::ONLINE, ConnectStatus::Disconnected, false, true},  // nobody is current
-    };
-    QSignalSpy online(&statuses, &StatusHandler::CameOnline);
-    Click();
-    for (Step const& step : steps) {
-        Receive(step.code);
-        EXPECT_EQ(state.status, step.status) << static_cast<int>(step.code);
-        EXPECT_EQ(state.online, step.online) << static_cast<int>(step.code);
-        EXPECT_EQ(state.offline, step.offline) << static_cast<int>(step.code);
-    }
-    ASSERT_EQ(online.size(), 2);
-    EXPECT_TRUE(online.at(0).at(0).toBool());
-    EXPECT_FALSE(online.at(1).at(0).toBool()) << "a reconnect opens nothing again";
-}
-
-TEST_F(DispatchTest, WhatConcernsAnotherProfileChangesNothing) {
+TEST_F(DispatchTest, ANetconfigIsTakenForTheRunningProfileOnly) {
     Add("Lab");
     GoOnline();
-    for (MsgCode const code : {MsgCode::OFFLINE, MsgCode::CONNECTING, MsgCode::RECONNECTING}) {
-        Receive(code, "Lab");
-    }
     core::sslvpn::CLMsgReplyNetConfigData record;
-    record.profileName = "Lab";
     record.clientPrivateIP = "10.8.0.2";
-    EXPECT_TRUE(dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(record)));
-    EXPECT_EQ(state.status, ConnectStatus::Connected);
+    record.serviceType = 3;
+    record.profileName = "Lab";
+    EXPECT_TRUE(Receive(record));
     EXPECT_TRUE(profile->context.netConfig.clientPrivateIP.empty());
-}
-
-TEST_F(DispatchTest, ConnectingMustCarryTheNameThatWasQueried) {
-    Click("Head office", true);
-    ASSERT_EQ(state.connectingProfileName, "Head office");
-    state.connectingProfileName = "Another";
-    Receive(MsgCode::CONNECTING);
-    EXPECT_EQ(state.status, ConnectStatus::Disconnected);
-    state.connectingProfileName.clear();
-    Receive(MsgCode::CONNECTING);
-    EXPECT_EQ(state.status, ConnectStatus::Connecting);
+    EXPECT_FALSE(state.lastNetConfigHasGateway);
+    record.profileName = "Head office";
+    EXPECT_TRUE(Receive(record));
+    EXPECT_EQ(profile->context.netConfig.clientPrivateIP, "10.8.0.2");
+    EXPECT_TRUE(state.lastNetConfigHasGateway);
 }
 
 TEST_F(DispatchTest, MalformedMessagesAreDroppedAndTheNextOneCounts) {
@@ -77,8 +36,7 @@ TEST_F(DispatchTest, MalformedMessagesAreDroppedAndTheNextOneCounts) {
           "{\"type\":\"reply\",\"statusCode\":1.0,\"profileName\":\"Head office\"}"}) {
         EXPECT_FALSE(dispatcher.ProcessServiceMsg(json)) << json;
     }
-    EXPECT_TRUE(dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(
-        core::sslvpn::CLMsgSessionStatus{"Head office", 4, "192.0.2.1", 2})));
+    EXPECT_TRUE(Receive(core::sslvpn::CLMsgSessionStatus{"Head office", 4, "192.0.2.1", 2}));
     EXPECT_EQ(state.status, ConnectStatus::Disconnected) << "a report changes nothing";
     Receive(MsgCode::CONNECTING);
     EXPECT_EQ(state.status, ConnectStatus::Connecting);
@@ -95,19 +53,6 @@ TEST_F(DispatchTest, AMessageThatComesBackShowsNoSecretInTheLog) {
     EXPECT_FALSE(log.Has(profile->password));
 }
 
-TEST_F(DispatchTest, AFatalStatusEndsTheSessionAndShowsOneBox) {
-    Click();
-    Receive(MsgCode::CONNECTING);
-    prompts.ExpectBox(Text(MsgCode::ERR_AUTH_USER_OR_PASS), 0, [this] {
-        // The service's own end of the session comes while the box stands.
-        Receive(MsgCode::OFFLINE);
-        Receive(MsgCode::ERR_AUTH_USER_OR_PASS);
-    });
-    Receive(MsgCode::ERR_AUTH_USER_OR_PASS);
-    EXPECT_EQ(state.status, ConnectStatus::Disconnected);
-    EXPECT_EQ(Sent("stop"), 1);
-}
-
 TEST_F(DispatchTest, ReasonsOfTheGatewayAreToldOnceAndNotWhenDown) {
     core::sslvpn::CLMsgReplyTunnelDisconnectData record;
     record.profileName = "Head office";
@@ -122,9 +67,9 @@ TEST_F(DispatchTest, ReasonsOfTheGatewayAreToldOnceAndNotWhenDown) {
         if (c.text) {
             prompts.ExpectBox(Text(*c.text), 0);
         }
-        dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(record));
+        Receive(record);
         EXPECT_EQ(state.status, ConnectStatus::Disconnected) << c.reason;
-        dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(record));
+        Receive(record);
     }
     EXPECT_EQ(prompts.Boxes().size(), 2U);
 }
@@ -154,7 +99,7 @@ TEST_F(DispatchTest, WhileABoxStandsOnlyTheLatestOtherTextFollows) {
     record.profileName = "Head office";
     auto const disconnect = [this, &record](int reason) {
         record.reason = reason;
-        dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(record));
+        Receive(record);
     };
     GoOnline();
     prompts.ExpectBox(Text(MsgCode::UI_WARNING_SERVER_KICKOUT_CLIENT), 0, [&] {
@@ -177,7 +122,7 @@ TEST_F(DispatchTest, AServersOwnMessageEndsTheAttempt) {
     Click();
     Receive(MsgCode::CONNECTING);
     prompts.ExpectBox(QStringLiteral("Maintenance at noon"), 0);
-    dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(record));
+    Receive(record);
     EXPECT_EQ(state.status, ConnectStatus::Disconnected);
 }
 
@@ -186,7 +131,7 @@ TEST_F(DispatchTest, ListsOfGatewaysAreKeptInTheProfile) {
     core::sslvpn::CLMsgGatewayListData gateways;
     gateways.profileName = "Head office";
     gateways.gatewayList = {{"A", {"192.0.2.1", "4433", "65979"}}, {"B", {"", "1", "2"}}};
-    dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(gateways));
+    Receive(gateways);
     ASSERT_EQ(profile->gatewayList.size(), 1U);
     EXPECT_EQ(profile->gatewayList.at("A").detectPort, 4433);
     EXPECT_EQ(profile->gatewayList.at("A").sslPort, 0) << "65979 is no port, and not 443 either";

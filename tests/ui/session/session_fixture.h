@@ -56,10 +56,18 @@ class SessionFixture : public testing::Test {
 
     // What the service would send; true when it was handled.
     bool Receive(common::MsgCode code, std::string const& name = "Head office") {
+        return Receive(Reply(code, name));
+    }
+    template <class Record>
+    bool Receive(Record const& record) {
+        return dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(record));
+    }
+    static core::sslvpn::CLMsgCommonReplyData Reply(common::MsgCode code,
+                                                    std::string const& name = "Head office") {
         core::sslvpn::CLMsgCommonReplyData data;
         data.profileName = name;
         data.statusCode = code;
-        return dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(data));
+        return data;
     }
     void Click(char const* name = "Head office", bool query = false) {
         flow.onStartConnect(QString::fromUtf8(name), query);
@@ -95,8 +103,9 @@ class SessionFixture : public testing::Test {
     ui::ConnectFlow flow{
         {state, updater, config, link, prompts, &window,
          [this](std::string const& name) { return config.GetProfile().contains(name); }}};
-    ui::FailurePresenter failures{state, flow, prompts, &window};
-    ui::StatusHandler statuses{state, updater, flow, failures};
+    ui::SessionDialogs dialogs;
+    ui::FailurePresenter failures{state, flow, prompts, dialogs, &window};
+    ui::StatusHandler statuses{{state, updater, flow, failures, config, prompts, dialogs, &window}};
     ui::MessageDispatcher dispatcher{state, statuses, failures, config};
     QSignalSpy notified{&updater, &ui::StatusUpdater::NotifyConnectStatus};
 };

@@ -1,0 +1,233 @@
+// What follows a status: tails of failures, pages, questions and the dialogs of a login.
+#include <QDir>
+#include <QFile>
+
+#include "app/environment/paths.h"
+#include "core/clmsg_json.h"
+#include "tests/ui/session/session_fixture.h"
+#include "ui/widgets/zvl_message_box.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+using common::SupportedAuthType;
+
+class StatusEffectsTest : public test::SessionFixture {
+  protected:
+    void Connect(bool query = false) {
+        Click("Head office", query);
+        Receive(MsgCode::CONNECTING);
+    }
+    std::vector<QUrl> const& Opened() const { return prompts.Opened(); }
+
+    std::shared_ptr<Profile> profile = Add("Head office");
+    QSignalSpy select{&statuses, &StatusHandler::NeedSelectAuthType};
+};
+
+TEST_F(StatusEffectsTest, ARefusedTypeIsRetriedOnceWithAQuery) {
+    Connect();
+    prompts.ExpectBox(Text(MsgCode::ERR_LOGIN_MODE), 0, [this] { Receive(MsgCode::OFFLINE); });
+    Receive(MsgCode::ERR_LOGIN_MODE);
+    ASSERT_EQ(Sent("start"), 2);
+    std::string const start = service->Sent().back();
+    EXPECT_NE(start.find("\"needQueryAuthType\":true"), std::string::npos);
+    EXPECT_NE(start.find("\"authType\":\"none\""), std::string::npos);
+
+    Receive(MsgCode::CONNECTING);
+    prompts.ExpectBox(Text(MsgCode::ERR_LOGIN_MODE), 0);
+    Receive(MsgCode::ERR_LOGIN_MODE);
+    EXPECT_EQ(Sent("start"), 2) << "that start was a query itself";
+}
+
+TEST_F(StatusEffectsTest, TailsRunOnlyForTheAttemptThatFailed) {
+    // After the user's stop: the text, nothing else.
+    for (MsgCode const code : {MsgCode::ERR_LOGIN_MODE, MsgCode::ERR_AUTH_USER_OR_PASS}) {
+        profile->authType = SupportedAuthType::kPwd;
+        Connect();
+        flow.onStopConnect(QStringLiteral("Head office"));
+        prompts.ExpectBox(Text(code), 0);
+        Receive(code);
+    }
+    // Begun anew behind the box.
+    Connect();
+    prompts.ExpectBox(Text(MsgCode::ERR_AUTH_BAD_CERT), 0, [this] { Click(); });
+    Receive(MsgCode::ERR_AUTH_BAD_CERT);
+    EXPECT_EQ(Sent("start"), 4);
+    EXPECT_EQ(select.count(), 0);
+}
+
+TEST_F(StatusEffectsTest, WrongCredentialsOpenTheSelection) {
+    for (bool const keep : {true, false}) {
+        profile->keepAuthType = keep;
+        Connect();
+        prompts.ExpectBox(Text(MsgCode::ERR_AUTH_USER_OR_PASS), 0, [this] {
+            Receive(MsgCode::OFFLINE);
+            Receive(MsgCode::ERR_AUTH_USER_OR_PASS);
+        });
+        Receive(MsgCode::ERR_AUTH_USER_OR_PASS);
+        EXPECT_EQ(select.takeLast().at(0).toBool(), !keep);
+        EXPECT_EQ(flow.RunningProfile(), profile) << "the selection must find it";
+    }
+}
+
+TEST_F(StatusEffectsTest, TheServersTypesAreOfferedWhenOneIsUsable) {
+    auto data = Reply(MsgCode::NEED_SELECT_AUTH_TYPE);
+    data.supportedAuthType = {"oauth", "cookie", "what"};
+    Connect(true);
+    Receive(data);
+    ASSERT_EQ(select.count(), 1);
+    EXPECT_TRUE(select.at(0).at(0).toBool());
+    EXPECT_EQ(profile->supportedAuthTypes,
+              (std::vector{SupportedAuthType::kCookie, SupportedAuthType::kOauth}));
+
+    data.supportedAuthType = {"cookie", "piccQrcode"};
+    prompts.ExpectBox(Text(MsgCode::ERR_NO_SUPPORTED_AUTH_TYPE), 0);
+    Receive(data);
+    EXPECT_EQ(select.count(), 1);
+    EXPECT_EQ(state.status, ConnectStatus::Disconnected);
+    EXPECT_TRUE(profile->supportedAuthTypes.empty());
+}
+
+TEST_F(StatusEffectsTest, PagesOpenOnceAfterALogin) {
+    QString const folder = GetAppDataDirPath() + QStringLiteral("/resourceList");
+    QDir().mkpath(folder);
+    QFile page(folder + QStringLiteral("/resource_list.html"));
+    ASSERT_TRUE(page.open(QIODevice::WriteOnly));
+    auto keys = Reply(MsgCode::KEY_EXCHANGE_DATA);
+    keys.redirectUrl = "https://intranet.example.com/start";
+    auto list = Reply(MsgCode::RESOURCE_LIST);
+    list.resourceListPagePath = page.fileName().toStdString();
+    auto redirect = Reply(MsgCode::URL_REDIRECT_ENABLE);
+
+    Connect();
+    Receive(keys);
+    Receive(list);
+    EXPECT_TRUE(Opened().empty());
+    Receive(MsgCode::ONLINE);
+    ASSERT_EQ(Opened().size(), 2U);
+    EXPECT_EQ(Opened()[0].host(), QStringLiteral("intranet.example.com"));
+    EXPECT_TRUE(Opened()[1].isLocalFile());
+    for (MsgCode const code :
+         {MsgCode::PREPARE_RECONNECTING, MsgCode::RECONNECTING, MsgCode::ONLINE}) {
+        Receive(code);
+    }
+    EXPECT_EQ(Opened().size(), 2U) << "a reconnect opens nothing";
+
+    flow.StopConnect();
+    EXPECT_TRUE(profile->context.redirectUrl.empty());
+    redirect.redirectUrl = keys.redirectUrl;
+    Receive(redirect);
+    EXPECT_EQ(Opened().size(), 2U) << "the session is over";
+    Connect();
+    Receive(redirect);
+    Receive(MsgCode::ONLINE);
+    EXPECT_EQ(Opened().size(), 3U) << "opened before, not again";
+}
+
+TEST_F(StatusEffectsTest, OnlyAPressedYesAcceptsACertificate) {
+    auto const answer = [this](int button, std::function<void()> during = {}) {
+        service->Forget();
+        prompts.ExpectBox(Text(MsgCode::SSL_CERT_EXPIRED), button, std::move(during));
+        Receive(MsgCode::SSL_CERT_EXPIRED);
+        return Sent("set") == 0 ? std::string() : service->Sent().back();
+    };
+    using core::sslvpn::CLMsgJson;
+    Connect();
+    EXPECT_EQ(answer(0), CLMsgJson::BuildAcceptServerCert("Head office", true));
+    EXPECT_EQ(answer(1), CLMsgJson::BuildAcceptServerCert("Head office", false));
+    EXPECT_EQ(answer(-1), CLMsgJson::BuildAcceptServerCert("Head office", false));
+    EXPECT_EQ(prompts.Boxes().back().timeoutSeconds, 30);
+    EXPECT_EQ(prompts.Boxes().back().defaultButton, 1);
+    // Asked again behind the question, and over before it is answered.
+    EXPECT_EQ(answer(0,
+                     [this] {
+                         Receive(MsgCode::SSL_CERT_EXPIRED);
+                         flow.StopConnect();
+                     }),
+              "");
+}
+
+TEST_F(StatusEffectsTest, AFailedHostCheckOpensItsPageAfterTheBox) {
+    auto data = Reply(MsgCode::ERR_HOSTCHECK);
+    data.hostCheckDownloadUrl = "https://vpn.example.com/fix";
+    Connect();
+    prompts.ExpectBox(Text(MsgCode::ERR_HOSTCHECK), 0, [this] {
+        EXPECT_TRUE(Opened().empty());
+        Receive(MsgCode::OFFLINE);
+    });
+    Receive(data);
+    ASSERT_EQ(Opened().size(), 1U);
+    Connect();
+    data.hostCheckDownloadUrl = "file:///etc/passwd";
+    prompts.ExpectBox(Text(MsgCode::ERR_HOSTCHECK), 0);
+    Receive(data);
+    Receive(data);  // the state says down already
+    EXPECT_EQ(Opened().size(), 1U);
+}
+
+TEST_F(StatusEffectsTest, ACriticalStatusLeavesNoBoxAndNoDialog) {
+    QDialog auth;
+    dialogs.authDialog = &auth;
+    ZVLMessageBox other(nullptr, ZVLMsgBoxType::kInformation, QStringLiteral("Info"),
+                        QStringLiteral("Another box"), {QStringLiteral("OK")});
+    other.show();
+    auth.show();
+    Connect();
+    prompts.ExpectBox(Text(MsgCode::ERR_SMS_DEVICE), 0, [&] { EXPECT_TRUE(auth.isVisible()); });
+    Receive(MsgCode::ERR_SMS_DEVICE);
+    EXPECT_FALSE(other.isVisible());
+    EXPECT_FALSE(auth.isVisible());
+}
+
+TEST_F(StatusEffectsTest, AThirdPartyLoginKeepsItsFirstDeadline) {
+    auto data = Reply(MsgCode::OAUTH_PAGE);
+    data.oauthPagePath = "https://login.example.com";
+    ThirdPartyLogin& login = statuses.ThirdParty();
+    Connect();
+    Receive(data);
+    Receive(data);
+    EXPECT_EQ(Opened().size(), 2U);
+    EXPECT_TRUE(login.Waits());
+    Receive(MsgCode::ONLINE);
+    EXPECT_FALSE(login.Waits());
+
+    Receive(MsgCode::OFFLINE);
+    Connect();
+    Receive(data);
+    prompts.ExpectBox(Text(MsgCode::SECOND_AUTH_TIMEOUT), 0);
+    login.OnThirdPartyExpire();
+    EXPECT_EQ(state.status, ConnectStatus::Disconnected);
+    EXPECT_FALSE(login.Waits());
+}
+
+TEST_F(StatusEffectsTest, SecondFactorsAndForgottenPasswordsAreKept) {
+    QSignalSpy need(&statuses, &StatusHandler::NeedSendAuthCode);
+    QSignalSpy verdict(&statuses, &StatusHandler::AuthCodeVerifyResult);
+    auto data = Reply(MsgCode::NEED_EMAIL_AUTH_CODE);
+    data.emailAuthAccount = "a***@example.com";
+    Connect();
+    Receive(data);
+    QDialog dialog;
+    dialogs.authDialog = &dialog;
+    Receive(MsgCode::NEED_TOKEN_AUTH_CODE);
+    EXPECT_EQ(need.count(), 1) << "one dialog only";
+    Receive(MsgCode::ERR_EMAIL_AUTH_CODE);
+    Receive(MsgCode::EMAIL_AUTH_CODE_CHECK_OK);
+    ASSERT_EQ(verdict.count(), 2);
+    EXPECT_FALSE(verdict.at(0).at(0).toBool());
+
+    QSignalSpy changed(&statuses, &StatusHandler::ProfileChanged);
+    auto auth = Reply(MsgCode::AUTH_DATA);
+    auth.forgotPasswordUrl = "https://vpn.example.com/forgot";
+    Receive(auth);
+    Receive(auth);
+    EXPECT_EQ(changed.count(), 1);
+    Config reread;
+    reread.Load();
+    ASSERT_NE(reread.GetProfile("Head office"), nullptr);
+    EXPECT_EQ(reread.GetProfile("Head office")->forgotPwdUrl, auth.forgotPasswordUrl);
+}
+
+}  // namespace
+}  // namespace zorvanelink::ui

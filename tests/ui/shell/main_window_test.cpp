@@ -1,0 +1,240 @@
+#include "ui/shell/main_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QtTest/qtestspontaneevent.h>
+
+#include "app/environment/globals.h"
+#include "app/environment/paths.h"
+#include "components/logger/logger.h"
+#include "components/utils/sensitive_value.h"
+#include "core/clmsg_reply_json.h"
+#include "tests/support/fake_ipc.h"
+#include "tests/support/qt_helpers.h"
+#include "tests/support/scripted_prompts.h"
+#include "ui/text/texts.h"
+#include "ui/widgets/style.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+using test::Find;
+using test::WaitFor;
+
+class Shell : public testing::Test {
+  protected:
+    Shell() { QFile::remove(GetAppConfigFilePath()); }
+    ~Shell() override { AppCtrl::Instance() = AppCtrl(); }
+
+    void Add(char const* name) {
+        auto profile = std::make_shared<Profile>();
+        profile->name = name;
+        profile->server = "vpn.example.com";
+        profile->userName = "alice";
+        profile->authType = common::SupportedAuthType::kPwd;
+        profile->password = components::utils::EncodeSensitiveValue("correct horse");
+        profile->rememberPassword = true;
+        config.AddProfile(profile, false);
+        config.SetDefaultProfile(name);
+    }
+    MainWindow& Open() {
+        window.reset();
+        g_quit = false;
+        g_running_client = 0;
+        config.Save();
+        window = std::make_unique<MainWindow>(MainWindow::Environment{
+            config, prompts, [this] { return service; }, [this] { return tray; }});
+        window->show();
+        EXPECT_TRUE(WaitFor([this] { return window->findChild<WaitForm*>()->isHidden(); }));
+        return *window;
+    }
+    void Say(MsgCode code) {
+        core::sslvpn::CLMsgCommonReplyData data;
+        data.profileName = "Head office";
+        data.statusCode = code;
+        service->Deliver(core::sslvpn::CLMsgReplyJson::Build(data));
+    }
+    void GoOnline() {
+        window->findChild<ProfileTab*>()->onConnButtonTriggered();
+        EXPECT_TRUE(WaitFor([this] { return Sent("start") == 1; }));
+        Say(MsgCode::CONNECTING);
+        Say(MsgCode::ONLINE);
+        EXPECT_TRUE(WaitFor([this] { return window->State().online; }));
+    }
+    int Sent(char const* type) const {
+        int count = 0;
+        for (std::string const& json : service->Sent()) {
+            count += json.find("\"" + std::string(type) + "\"") != std::string::npos ? 1 : 0;
+        }
+        return count;
+    }
+    bool CloseFromOutside() {
+        QCloseEvent event;
+        QSpontaneKeyEvent::setSpontaneous(&event);
+        // The application clears the mark of an event that it is handed.
+        qApp->notify(window.get(), &event);
+        return event.isAccepted();
+    }
+
+    bool tray = true;
+    std::shared_ptr<test::FakeIpc> service = std::make_shared<test::FakeIpc>();
+    test::ScriptedPrompts prompts;
+    Config config;
+    std::unique_ptr<MainWindow> window;
+};
+
+TEST_F(Shell, ClosingHidesToTheTrayAndKeepsTheConnection) {
+    Add("Head office");
+    config.autoMinimize = false;
+    Open();
+    GoOnline();
+    Find<QToolButton>(*window, "btn_main_close_").click();
+    EXPECT_TRUE(window->isHidden());
+    window->BringUp();
+    EXPECT_FALSE(CloseFromOutside());
+    EXPECT_TRUE(window->isHidden());
+    EXPECT_TRUE(window->State().online);
+    EXPECT_EQ(Sent("stop"), 0);
+
+    Find<QAction>(*window, "tray_show_").trigger();
+    EXPECT_TRUE(WaitFor([this] { return window->isVisible(); }));
+    Find<QAction>(*window, "tray_disconnect_").trigger();
+    EXPECT_TRUE(WaitFor([this] { return Sent("stop") == 1; }));
+}
+
+TEST_F(Shell, PagesOfTheSessionStandInTheTrayUntilItEnds) {
+    Add("Head office");
+    Open();
+    auto& redirect = Find<QAction>(*window, "tray_redirect_");
+    auto const offered = [&redirect] { return !redirect.associatedWidgets().isEmpty(); };
+    GoOnline();
+    core::sslvpn::CLMsgCommonReplyData data;
+    data.profileName = "Head office";
+    data.statusCode = MsgCode::KEY_EXCHANGE_DATA;
+    data.redirectUrl = "https://portal.example.com/";
+    data.redirectUrlTitle = "Portal";
+    service->Deliver(core::sslvpn::CLMsgReplyJson::Build(data));
+    EXPECT_TRUE(WaitFor(offered));
+    EXPECT_EQ(redirect.text(), QStringLiteral("Portal"));
+    redirect.trigger();
+    EXPECT_TRUE(WaitFor([this] { return prompts.Opened().size() == 1; }));
+    EXPECT_EQ(prompts.Opened().front(), QUrl(QStringLiteral("https://portal.example.com/")));
+    Say(MsgCode::PREPARE_RECONNECTING);
+    EXPECT_TRUE(WaitFor([&] { return !offered(); }));
+    Say(MsgCode::ONLINE);
+    EXPECT_TRUE(WaitFor(offered));
+    Say(MsgCode::OFFLINE);
+    EXPECT_TRUE(WaitFor([&] { return !offered(); }));
+}
+
+TEST_F(Shell, ClosingAsksWithoutATray) {
+    tray = false;
+    Open();
+    for (int const answer : {1, -1, 0}) {
+        prompts.ExpectBox(GetErrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT), answer);
+        Find<QToolButton>(*window, "btn_main_close_").click();
+        EXPECT_EQ(window->isVisible(), answer != 0);
+    }
+    tray = true;
+    AppCtrl::Instance().disableTray = true;
+    Open();
+    prompts.ExpectBox(GetErrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT), 1);
+    Find<QToolButton>(*window, "btn_main_close_").click();
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(Shell, LeavesByTheTrayMenuAndAtTheEndOfTheDesktopSession) {
+    Add("Head office");
+    for (bool const by_menu : {true, false}) {
+        service = std::make_shared<test::FakeIpc>();
+        Open();
+        GoOnline();
+        if (by_menu) {
+            Find<QAction>(*window, "tray_quit_").trigger();
+        } else {
+            window->onSessionEnding();
+            EXPECT_TRUE(CloseFromOutside());
+        }
+        EXPECT_TRUE(WaitFor([this] { return Sent("stop") == 1; }));
+        EXPECT_EQ(window->isHidden(), by_menu);
+    }
+}
+
+TEST_F(Shell, FirstUseShowsTheGuideAndNoCount) {
+    Open();
+    EXPECT_NE(window->findChild<UserGuide*>(), nullptr);
+    EXPECT_EQ(window->findChild<StatusBarWidget*>()->CountText(), QString());
+}
+
+TEST_F(Shell, AutomaticLoginStartsTheDefaultConnectionUnlessOneWasChosen) {
+    Add("Branch");
+    Add("Head office");
+    config.autoLogin = true;
+    Open();
+    EXPECT_EQ(window->findChild<StatusBarWidget*>()->CountText(),
+              GetTrMsg(MsgCode::UI_TR_STATUS_NO_CONNECTED).arg(2));
+    EXPECT_TRUE(WaitFor([this] { return Sent("start") == 1; }));
+    Say(MsgCode::CONNECTING);
+    EXPECT_TRUE(WaitFor([this] { return window->State().status == ConnectStatus::Connecting; }));
+    EXPECT_EQ(window->State().currentProfileName, "Head office");
+
+    window->onSignalAutoLogin();
+    QTimer waited;
+    waited.setSingleShot(true);
+    waited.start(300);  // past the pause before an automatic login
+    EXPECT_TRUE(WaitFor([&waited] { return !waited.isActive(); }));
+    EXPECT_EQ(Sent("start"), 1);
+}
+
+TEST_F(Shell, MoreMenuChangesTheLogLevelAndTellsTheService) {
+    Open();
+    auto& more = Find<QToolButton>(*window, "btn_main_more_");
+    more.click();
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    QMenu* const levels = menu->actions().front()->menu();
+    levels->popup({});
+    EXPECT_TRUE(levels->actions().at(2)->isChecked()) << "info";
+    levels->actions().at(4)->trigger();
+    EXPECT_EQ(g_log_level, 4);
+    EXPECT_EQ(components::logger::Log().level(), components::logger::LOG_LEVEL::error);
+    EXPECT_TRUE(WaitFor([this] { return Sent("loglevel") == 1; }));
+    EXPECT_NE(service->Sent().back().find("\"logLevel\":\"error\""), std::string::npos);
+    levels->actions().at(2)->trigger();
+    menu->close();
+}
+
+TEST_F(Shell, HelpOpensTheFolderOfTheLogFiles) {
+    Open();
+    prompts.ExpectBox(
+        Translate("Your administrator can tell you the gateway, your account and the certificate "
+                  "to use.#@@#Support may ask for the log files:\n%1")
+            .arg(GetAppLogDirPath()),
+        1);
+    Find<QAction>(*window, "more_help_").trigger();
+    EXPECT_TRUE(WaitFor([this] { return !prompts.Opened().empty(); }));
+    EXPECT_EQ(prompts.Opened().front(), QUrl::fromLocalFile(GetAppLogDirPath()));
+}
+
+TEST_F(Shell, MoreMenuOffersNoUpdatesToAPackagedClient) {
+    for (bool const packaged : {false, true}) {
+        AppCtrl::Instance().msiVersion = packaged;
+        Open();
+        Find<QToolButton>(*window, "btn_main_more_").click();
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        QAction* const check = menu->actions().at(1);
+        EXPECT_EQ(check->text(), GetTrMsg(MsgCode::UI_TR_UPDATE_CHECK));
+        EXPECT_EQ(check->isVisible(), !packaged);
+        menu->close();
+        if (!packaged) {
+            check->trigger();
+            EXPECT_TRUE(WaitFor([check] { return !check->isEnabled(); }))
+                << "twice in five seconds";
+        }
+    }
+}
+
+}  // namespace
+}  // namespace zorvanelink::ui

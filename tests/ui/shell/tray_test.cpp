@@ -1,0 +1,189 @@
+#include <gmock/gmock.h>
+
+#include <QSignalSpy>
+
+#include "tests/support/qt_helpers.h"
+#include "ui/shell/tray_controller.h"
+#include "ui/text/texts.h"
+#include "ui/widgets/style.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+
+constexpr auto kDisconnected = ConnectStatus::Disconnected;
+constexpr auto kConnecting = ConnectStatus::Connecting;
+constexpr auto kPrepare = ConnectStatus::PrepareReconnecting;
+constexpr auto kReconnecting = ConnectStatus::Reconnecting;
+constexpr auto kConnected = ConnectStatus::Connected;
+
+std::vector<std::string> textsOf(QMenu const& menu) {
+    std::vector<std::string> texts;
+    for (QAction const* action : menu.actions()) {
+        texts.push_back(action->isSeparator() ? "-" : action->text().toStdString());
+    }
+    return texts;
+}
+
+class Tray : public testing::Test {
+  protected:
+    Tray() {
+        InitAssets();
+        SystemTrayMsgCountCtrl::GetInstance() = SystemTrayMsgCountCtrl();
+    }
+
+    void Go(ConnectStatus status) {
+        state.status = status;
+        state.link = LinkState::kLinked;
+        tray.Render(trayViewFor(state, true), QStringLiteral("Head office"), QStringLiteral("R&D"));
+    }
+
+    QWidget window;
+    Config config;
+    ConnectionState state;
+    bool there = true;
+    TrayController tray{window, config, [this] { return there; }};
+};
+
+TEST_F(Tray, TellsEachStatusAsOftenAsItsLimitAllows) {
+    std::vector<ConnectStatus> flapping;
+    for (int i = 0; i < 25; ++i) {
+        flapping.insert(flapping.end(), {kConnected, kPrepare});
+    }
+    struct Case {
+        char const* name;
+        std::vector<ConnectStatus> road;
+        std::vector<ConnectStatus> told;
+    } const cases[] = {
+        {"one session", {kConnecting, kConnected, kDisconnected}, {kConnected, kDisconnected}},
+        {"each end of a connection is told",
+         {kConnected, kDisconnected, kConnecting, kConnected, kDisconnected},
+         {kConnected, kDisconnected, kConnected, kDisconnected}},
+        {"failed logins are told once",
+         {kConnecting, kDisconnected, kConnecting, kDisconnected},
+         {kDisconnected}},
+        {"only the end of a connection starts the counts over",
+         {kConnecting, kDisconnected, kConnected, kPrepare, kReconnecting, kDisconnected},
+         {kDisconnected, kConnected, kReconnecting}},
+        {"a connection that comes and goes", flapping, std::vector<ConnectStatus>(20, kConnected)},
+    };
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.name);
+        SystemTrayMsgCountCtrl::GetInstance() = SystemTrayMsgCountCtrl();
+        state = {};
+        TrayController one(window, config, [] { return true; });
+        ASSERT_TRUE(one.HasTray());
+        std::vector<std::string> told;
+        QObject::connect(one.Icon(), &AntiDupQSystemTrayIcon::MessageShown,
+                         [&told](QString const& text) { told.push_back(text.toStdString()); });
+        for (ConnectStatus const status : c.road) {
+            state.status = status;
+            one.Render(trayViewFor(state, true), {}, {});
+        }
+        std::vector<std::string> expected;
+        for (ConnectStatus const status : c.told) {
+            ConnectionState reached;
+            reached.status = status;
+            expected.push_back(GetTrMsg(trayViewFor(reached, true).message).toStdString());
+        }
+        EXPECT_THAT(told, ElementsAreArray(expected));
+    }
+}
+
+TEST_F(Tray, RepeatedAndSilencedMessagesAreNotShown) {
+    ASSERT_TRUE(tray.HasTray());
+    QSignalSpy const shown(tray.Icon(), &AntiDupQSystemTrayIcon::MessageShown);
+    QString const title = QStringLiteral("Zorvane Link");
+    for (int i = 0; i < 2; ++i) {
+        tray.Icon()->showMessage(title, QStringLiteral("Connected"), QIcon(), 3000, kConnected);
+    }
+    EXPECT_EQ(shown.count(), 1);
+    config.statusNotify = false;
+    Go(kConnecting);
+    Go(kConnected);
+    EXPECT_EQ(shown.count(), 1);
+    config.statusNotify = true;
+    Go(kDisconnected);  // the silent ones were counted
+    EXPECT_EQ(shown.count(), 2);
+}
+
+TEST_F(Tray, ViewFollowsTheState) {
+    struct Case {
+        char const* name;
+        ConnectStatus status;
+        void (*change)(ConnectionState& state);
+        char const* icon;
+        bool can_connect;
+        bool can_disconnect;
+    } const cases[] = {
+        {"ready", kDisconnected, [](auto&) {}, "disconnected", true, false},
+        {"before the first status", kDisconnected,
+         [](auto& s) { s.startingProfileName = "Head office"; }, "disconnected", false, false},
+        {"no link", kDisconnected, [](auto& s) { s.link = LinkState::kReconnecting; },
+         "disconnected", false, false},
+        {"no adapter", kDisconnected, [](auto& s) { s.adapterUsable = false; }, "disconnected",
+         false, false},
+        {"login", kConnecting, [](auto&) {}, "connecting", false, true},
+        {"interrupted", kPrepare, [](auto&) {}, "connecting", false, true},
+        {"online", kConnected, [](auto&) {}, "connected", false, true},
+        {"a stop is on its way", kConnected, [](auto& s) { s.stopSent = true; }, "connected", false,
+         false},
+    };
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.name);
+        ConnectionState now;
+        now.link = LinkState::kLinked;
+        now.status = c.status;
+        c.change(now);
+        TrayView const view = trayViewFor(now, true);
+        EXPECT_EQ(view.icon, ":/assets/images/" + std::string(c.icon) + ".ico");
+        EXPECT_EQ(view.canConnect, c.can_connect);
+        EXPECT_EQ(view.canDisconnect, c.can_disconnect);
+        EXPECT_FALSE(trayViewFor(now, false).canConnect);
+        EXPECT_EQ(view.plainMessage, c.status == kPrepare || c.status == kReconnecting);
+    }
+    ConnectionState unknown;
+    unknown.status = static_cast<ConnectStatus>(9);
+    EXPECT_STREQ(trayViewFor(unknown, true).icon, "");
+}
+
+TEST_F(Tray, MenuHoldsThePagesOfTheSession) {
+    Go(kConnected);
+    tray.SetPages(true, QStringLiteral("Staff & guests"), true);
+    QApplication::processEvents();
+    EXPECT_THAT(textsOf(tray.Menu()),
+                ElementsAre("Show Window", "-", "Connect (R&&D)", "Disconnect", "-",
+                            "Staff && guests", "Resource List", "-", "Quit"));
+    QSignalSpy const opened(&tray, &TrayController::OpenRedirectUrl);
+    tray.Menu().actions().at(5)->trigger();
+    QApplication::processEvents();
+    EXPECT_EQ(opened.count(), 1);
+    tray.ClearTrayMenuActions();
+    QApplication::processEvents();
+    EXPECT_THAT(textsOf(tray.Menu()),
+                ElementsAre("Show Window", "-", "Connect (R&&D)", "Disconnect", "-", "Quit"));
+}
+
+TEST_F(Tray, ComesAndGoesWithTheDesktopsTray) {
+    there = false;
+    Go(kConnected);
+    EXPECT_FALSE(tray.HasTray());
+    there = true;
+    ASSERT_TRUE(test::WaitFor([this] { return tray.Icon() != nullptr; }));
+    EXPECT_EQ(tray.Icon()->toolTip(), QStringLiteral("Zorvane Link\nHead office: Connected"));
+
+    QSignalSpy const shown(&tray, &TrayController::ShowWindow);
+    there = false;
+    tray.FollowDesktop();
+    EXPECT_EQ(tray.Icon(), nullptr);
+    EXPECT_EQ(shown.count(), 1) << "a hidden window would be lost";
+    window.show();
+    tray.FollowDesktop();
+    EXPECT_EQ(shown.count(), 1);
+}
+
+}  // namespace
+}  // namespace zorvanelink::ui

@@ -1,0 +1,77 @@
+#include "ui/pages/autostart.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+#include "app/environment/paths.h"
+#include "components/logger/logger.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using components::logger::Log;
+
+bool write(QString const& path) {
+    QSaveFile file(path);
+    QString const entry = QStringLiteral(
+                              "[Desktop Entry]\n"
+                              "Type=Application\n"
+                              "Name=Zorvane Link\n"
+                              "Exec=%1\n"
+                              "Terminal=false\n")
+                              .arg(DesktopExec(GetUIExeAbsolutePath()));
+    QDir().mkpath(QFileInfo(path).path());
+    bool const written = file.open(QIODevice::WriteOnly) && file.write(entry.toUtf8()) >= 0;
+    if (written && file.commit()) {
+        return true;
+    }
+    Log().error("Failed to write [{}]: {}", path.toStdString(), file.errorString().toStdString());
+    return false;
+}
+
+bool remove(QString const& path) {
+    QFile file(path);
+    if (!file.exists() || file.remove()) {
+        return true;
+    }
+    Log().error("Failed to remove [{}]: {}", path.toStdString(), file.errorString().toStdString());
+    return false;
+}
+
+}  // namespace
+
+QString GetAutostartFilePath() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/autostart/zorvanelink.desktop");
+}
+
+bool HasAutostart() {
+    QFile file(GetAutostartFilePath());
+    // A desktop's own settings switch an entry off by hiding it.
+    return file.open(QIODevice::ReadOnly) && !file.readAll().contains("\nHidden=true");
+}
+
+bool SetAutostart(bool enable) {
+    return enable ? write(GetAutostartFilePath()) : remove(GetAutostartFilePath());
+}
+
+QString DesktopExec(QString const& path) {
+    QString argument;
+    for (QChar const letter : path) {
+        // Inside quotes these carry a backslash, and each backslash of a value is written twice.
+        if (letter == QLatin1Char('\\')) {
+            argument += QStringLiteral("\\\\\\\\");
+        } else if (QStringLiteral("\"`$").contains(letter)) {
+            argument += QStringLiteral("\\\\") + letter;
+        } else if (letter == QLatin1Char('%')) {
+            argument += QStringLiteral("%%");
+        } else {
+            argument += letter;
+        }
+    }
+    return QLatin1Char('"') + argument + QLatin1Char('"');
+}
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,140 @@
+#include "ui/pages/settings_dialog.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+
+#include "app/environment/app_ctrl.h"
+#include "ui/cert/client_certs.h"
+#include "ui/pages/autostart.h"
+#include "ui/text/texts.h"
+#include "ui/widgets/push_button_ext.h"
+#include "ui/widgets/style.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+
+constexpr int kBodyWidth = 440;  // pixels
+
+struct Row {
+    char const* heading;  // of the group that begins here; null inside a group
+    char const* name;
+    char const* text;
+    bool Config::*member;
+};
+
+constexpr Row kRows[] = {
+    {QT_TRANSLATE_NOOP("ui", "Start"), "auto_run_",
+     QT_TRANSLATE_NOOP("ui", "Start with the desktop session"), &Config::autoRun},
+    {nullptr, "auto_login_", QT_TRANSLATE_NOOP("ui", "Connect automatically after the start"),
+     &Config::autoLogin},
+    {QT_TRANSLATE_NOOP("ui", "Connection"), "auto_reconnect_",
+     QT_TRANSLATE_NOOP("ui", "Reconnect automatically after an interruption"),
+     &Config::autoReconnect},
+    {nullptr, "auto_minimize_", QT_TRANSLATE_NOOP("ui", "Minimize the window once connected"),
+     &Config::autoMinimize},
+    {nullptr, "status_notify_", QT_TRANSLATE_NOOP("ui", "Show notifications about the connection"),
+     &Config::statusNotify},
+    {nullptr, "auto_update_", QT_TRANSLATE_NOOP("ui", "Update automatically"), &Config::autoUpdate},
+};
+
+QLabel* heading(QString const& text, QWidget* parent) {
+    auto* const label = new QLabel(text, parent);
+    label->setProperty("role", QStringLiteral("heading"));
+    return label;
+}
+
+}  // namespace
+
+SettingsDialog::SettingsDialog(Config& config, Prompts& prompts, QWidget* parent)
+    : ZVLDialog(parent), config_(config), prompts_(prompts) {
+    setObjectName(QStringLiteral("settings_dialog_"));
+    setWindowTitle(GetTrMsg(MsgCode::UI_INFO_SETTING));
+    auto* const column = new QVBoxLayout(Body());
+    column->setContentsMargins(20, 20, 20, 20);
+    column->setSpacing(8);
+    addSwitches(column);
+    column->addSpacing(12);
+    column->addWidget(buildCertificates());
+    column->addSpacing(16);
+    column->addWidget(buildButtons());
+    Body()->setMinimumWidth(kBodyWidth);
+    switches_.front().box->setFocus();
+    FrameLayout()->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void SettingsDialog::addSwitches(QVBoxLayout* column) {
+    for (Row const& row : kRows) {
+        if (row.heading != nullptr) {
+            column->addSpacing(switches_.empty() ? 0 : 12);
+            column->addWidget(heading(Translate(row.heading), Body()));
+        }
+        auto* const box = new QCheckBox(Translate(row.text), Body());
+        box->setObjectName(QLatin1String(row.name));
+        box->setAccessibleName(box->text());
+        box->setChecked(row.member == &Config::autoRun ? HasAutostart() : config_.*row.member);
+        // What a package manager installed is updated by it.
+        box->setHidden(row.member == &Config::autoUpdate && AppCtrl::Instance().msiVersion);
+        column->addWidget(box, 0, Qt::AlignLeft);
+        switches_.push_back({box, row.member});
+    }
+}
+
+QWidget* SettingsDialog::buildCertificates() {
+    auto* const group = new QWidget(Body());
+    auto* const row = new QHBoxLayout(group);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(heading(Translate(QT_TRANSLATE_NOOP("ui", "Certificates")), group));
+    row->addStretch();
+    auto* const button = new QPushButtonExt(GetTrMsg(MsgCode::UI_TR_CLIENT_CERT_MANAGEMENT), group);
+    button->setObjectName(QStringLiteral("btn_client_certs_"));
+    row->addWidget(button);
+    connect(button, &QPushButton::clicked, this,
+            [this] { ManageClientCerts(config_, prompts_, this); });
+    return group;
+}
+
+QWidget* SettingsDialog::buildButtons() {
+    auto* const bar = new QWidget(Body());
+    auto* const row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(12);
+    row->addStretch();
+    auto* const cancel = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_CANCEL), bar);
+    cancel->setObjectName(QStringLiteral("btn_cancel_"));
+    auto* const ok = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_OK), bar);
+    ok->setObjectName(QStringLiteral("btn_ok_"));
+    ok->setDefault(true);
+    row->addWidget(cancel);
+    row->addWidget(ok);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+    return bar;
+}
+
+void SettingsDialog::accept() {
+    if (!applyAutostart()) {
+        return;
+    }
+    for (Switch const& one : switches_) {
+        config_.*one.member = one.box->isChecked();
+    }
+    config_.Save();
+    ZVLDialog::accept();
+}
+
+bool SettingsDialog::applyAutostart() {
+    bool const wanted = switches_.front().box->isChecked();
+    if (wanted == HasAutostart() || SetAutostart(wanted)) {
+        return true;
+    }
+    prompts_.Critical(
+        this, GetTrMsg(MsgCode::UI_ERROR),
+        Translate(QT_TRANSLATE_NOOP("ui", "The start with the session could not be changed.#@@#%1"))
+            .arg(GetAutostartFilePath()),
+        GetTrMsg(MsgCode::UI_INFO_OK));
+    return false;
+}
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,225 @@
+#include "ui/shell/tray_controller.h"
+
+#include <QCursor>
+#include <QEvent>
+
+#include "components/logger/logger.h"
+#include "ui/text/texts.h"
+#include "ui/widgets/style.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+using components::logger::Log;
+using namespace std::chrono_literals;
+
+constexpr int kMessageMs = 3000;
+constexpr int kNameWidth = 200;  // pixels of a connection's name in the menu
+// A panel that starts after us comes within seconds; a desktop without a tray is asked rarely.
+constexpr auto kFirstPause = 1s;
+constexpr auto kLongestPause = 60s;
+constexpr auto kHiddenPause = 5s;
+
+QString title() {
+    return GetTrMsg(MsgCode::UI_INFO_ZORVANE_LINK);
+}
+
+}  // namespace
+
+TrayController::TrayController(QWidget& window, Config const& config, Available available)
+    : window_(window),
+      config_(config),
+      available_(std::move(available)),
+      view_(trayViewFor({}, false)),
+      showAction_(addAction("tray_show_", Translate(QT_TRANSLATE_NOOP("ui", "Show Window")),
+                            &TrayController::ShowWindow)),
+      connectAction_(
+          addAction("tray_connect_", GetTrMsg(MsgCode::UI_INFO_CONNECT), &TrayController::Connect)),
+      disconnectAction_(addAction("tray_disconnect_", GetTrMsg(MsgCode::UI_INFO_LOWER_DISCONNECT),
+                                  &TrayController::Disconnect)),
+      redirectAction_(addAction("tray_redirect_", GetTrMsg(MsgCode::UI_INFO_REDIRECT_URL),
+                                &TrayController::OpenRedirectUrl)),
+      resourcesAction_(addAction("tray_resources_", GetTrMsg(MsgCode::UI_INFO_RESOURCE_LIST),
+                                 &TrayController::OpenResourceList)),
+      quitAction_(addAction("tray_quit_", GetTrMsg(MsgCode::UI_INFO_QUIT), &TrayController::Quit)),
+      pause_(kFirstPause) {
+    menu_.setStyleSheet(LoadStyle(QStringLiteral("menu")));
+    menu_.setAccessibleName(title());
+    rebuild();
+    looking_.setSingleShot(true);
+    looking_.setTimerType(Qt::VeryCoarseTimer);
+    connect(&looking_, &QTimer::timeout, this, &TrayController::FollowDesktop);
+    if (available_) {
+        window_.installEventFilter(this);
+        looking_.start(0);  // the window is painted first
+    }
+}
+
+QAction* TrayController::addAction(char const* name, QString const& text,
+                                   void (TrayController::*signal)()) {
+    auto* const action = new QAction(text, &window_);
+    action->setObjectName(QLatin1String(name));
+    // Queued: what it starts may run an event loop, and the desktop waits for its menu.
+    connect(action, &QAction::triggered, this, signal, Qt::QueuedConnection);
+    return action;
+}
+
+bool TrayController::HasTray() {
+    FollowDesktop();
+    return icon_ != nullptr;
+}
+
+void TrayController::FollowDesktop() {
+    bool const there = available_ && available_();
+    if (there && icon_ == nullptr) {
+        takeIcon();
+    } else if (!there && icon_ != nullptr) {
+        Log().info("The system tray has gone");
+        icon_.reset();
+        pause_ = kFirstPause;
+        if (!window_.isVisible()) {
+            Q_EMIT ShowWindow();
+        }
+    }
+    lookLater();
+}
+
+void TrayController::lookLater() {
+    if (!available_ || (icon_ != nullptr && window_.isVisible())) {
+        looking_.stop();
+        return;
+    }
+    looking_.start(icon_ != nullptr ? kHiddenPause : pause_);
+    if (icon_ == nullptr) {
+        pause_ = std::min<std::chrono::seconds>(2 * pause_, kLongestPause);
+    }
+}
+
+void TrayController::takeIcon() {
+    icon_ = std::make_unique<AntiDupQSystemTrayIcon>();
+    icon_->setContextMenu(&menu_);
+    connect(icon_.get(), &QSystemTrayIcon::activated, this, &TrayController::onActiveTray);
+    connect(icon_.get(), &QSystemTrayIcon::messageClicked, this, &TrayController::ShowWindow);
+    show();
+    icon_->show();
+}
+
+bool TrayController::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == &window_ && (event->type() == QEvent::Hide || event->type() == QEvent::Show)) {
+        lookLater();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void TrayController::Render(TrayView const& view, QString const& profile, QString const& selected) {
+    bool const moved = view.status != view_.status;
+    view_ = view;
+    profile_ = profile;
+    connectAction_->setEnabled(view.canConnect);
+    disconnectAction_->setEnabled(view.canDisconnect);
+    QString name = menu_.fontMetrics().elidedText(selected, Qt::ElideMiddle, kNameWidth);
+    name.replace(QLatin1Char('&'), QStringLiteral("&&"));
+    QString const verb = GetTrMsg(MsgCode::UI_INFO_CONNECT);
+    connectAction_->setText(name.isEmpty() ? verb : QStringLiteral("%1 (%2)").arg(verb, name));
+    if (icon_ != nullptr) {
+        show();
+        if (moved) {
+            tell();
+        }
+    }
+}
+
+QIcon const& TrayController::picture() {
+    QString const path = QLatin1String(view_.icon);
+    auto found = pictures_.find(path);
+    if (found == pictures_.end()) {
+        found = pictures_.insert(path, QIcon(path));
+    }
+    return *found;
+}
+
+void TrayController::show() {
+    if (*view_.icon != '\0') {
+        icon_->setIcon(picture());
+    }
+    QString const state = GetTrMsg(view_.stateLabel);
+    QString const what = profile_.isEmpty() ? state : QStringLiteral("%1: %2").arg(profile_, state);
+    icon_->setToolTip(QStringLiteral("%1\n%2").arg(title(), what));
+}
+
+void TrayController::tell() {
+    QString const text = GetTrMsg(view_.message);
+    if (text.isEmpty()) {
+        return;
+    }
+    icon_->SetSilent(!config_.statusNotify);
+    if (view_.plainMessage) {
+        icon_->showMessage(title(), text, QSystemTrayIcon::Information, kMessageMs, view_.status);
+    } else {
+        icon_->showMessage(title(), text, picture(), kMessageMs, view_.status);
+    }
+}
+
+void TrayController::InitTrayAction() {
+    ClearTrayMenuActions();
+}
+
+void TrayController::ClearTrayMenuActions() {
+    SetPages(false, {}, false);
+}
+
+void TrayController::SetPages(bool redirect, QString const& redirectTitle, bool resources) {
+    redirect_ = redirect;
+    resources_ = resources;
+    QString text = redirectTitle.isEmpty()
+                       ? GetTrMsg(MsgCode::UI_INFO_REDIRECT_URL)
+                       : menu_.fontMetrics().elidedText(redirectTitle, Qt::ElideRight, kNameWidth);
+    redirectAction_->setText(text.replace(QLatin1Char('&'), QStringLiteral("&&")));
+    RefreshTrayMenu();
+}
+
+void TrayController::RefreshTrayMenu() {
+    if (!std::exchange(rebuildDue_, true)) {
+        QMetaObject::invokeMethod(this, &TrayController::rebuild, Qt::QueuedConnection);
+    }
+}
+
+void TrayController::rebuild() {
+    rebuildDue_ = false;
+    menu_.clear();
+    menu_.addAction(showAction_);
+    menu_.addSeparator();
+    menu_.addAction(connectAction_);
+    menu_.addAction(disconnectAction_);
+    if (redirect_ || resources_) {
+        menu_.addSeparator();
+    }
+    if (redirect_) {
+        menu_.addAction(redirectAction_);
+    }
+    if (resources_) {
+        menu_.addAction(resourcesAction_);
+    }
+    menu_.addSeparator();
+    menu_.addAction(quitAction_);
+}
+
+void TrayController::onActiveTray(QSystemTrayIcon::ActivationReason reason) {
+    switch (reason) {
+        case QSystemTrayIcon::Context:
+            // Most desktops show the menu themselves.
+            if (!menu_.isVisible()) {
+                menu_.popup(QCursor::pos());
+            }
+            break;
+        case QSystemTrayIcon::Trigger:
+        case QSystemTrayIcon::DoubleClick:
+            Q_EMIT ShowWindow();
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace zorvanelink::ui

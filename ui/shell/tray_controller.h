@@ -1,0 +1,90 @@
+// The client's place in the desktop's tray: icon, messages and menu. The tray may come after us,
+// at login, and may go while we run. GUI thread.
+#pragma once
+
+#include <QAction>
+#include <QHash>
+#include <QMenu>
+#include <QTimer>
+#include <chrono>
+#include <functional>
+#include <memory>
+
+#include "ui/config/config.h"
+#include "ui/shell/tray_icon.h"
+#include "ui/shell/tray_view.h"
+
+namespace zorvanelink::ui {
+
+class TrayController : public QObject {
+    Q_OBJECT
+
+  public:
+    // Tells whether the desktop has a tray now; null when the client shall not have an icon.
+    using Available = std::function<bool()>;
+
+    // The window owns the actions; while it is hidden the tray is its only way back.
+    TrayController(QWidget& window, Config const& config, Available available);
+
+    // Looks anew: whether a hidden window could be brought back.
+    bool HasTray();
+    // `profile` names the running connection, `selected` the one that Connect would start.
+    void Render(TrayView const& view, QString const& profile, QString const& selected);
+
+    QMenu& Menu() { return menu_; }
+    AntiDupQSystemTrayIcon* Icon() { return icon_.get(); }  // null without a tray
+
+  public Q_SLOTS:
+    // A request begins: the last session's actions go.
+    void InitTrayAction();
+    // Rebuilds the menu from the actions that exist now, once the event loop runs.
+    void RefreshTrayMenu();
+    void ClearTrayMenuActions();
+    // The pages that the session offers; an empty title means the usual one.
+    void SetPages(bool redirect, QString const& redirectTitle, bool resources);
+    void onActiveTray(QSystemTrayIcon::ActivationReason reason);
+    // Takes an icon when a tray has come, gives it up when the tray has gone.
+    void FollowDesktop();
+
+  Q_SIGNALS:
+    void ShowWindow();
+    void Connect();
+    void Disconnect();
+    void Quit();
+    void OpenRedirectUrl();
+    void OpenResourceList();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    QAction* addAction(char const* name, QString const& text, void (TrayController::*signal)());
+    void takeIcon();
+    void rebuild();
+    void show();
+    void tell();
+    void lookLater();
+    QIcon const& picture();
+
+    QWidget& window_;
+    Config const& config_;
+    Available const available_;
+    TrayView view_;
+    QString profile_;
+    bool redirect_ = false;
+    bool resources_ = false;
+    bool rebuildDue_ = false;
+    QHash<QString, QIcon> pictures_;
+    QAction* showAction_;
+    QAction* connectAction_;
+    QAction* disconnectAction_;
+    QAction* redirectAction_;
+    QAction* resourcesAction_;
+    QAction* quitAction_;
+    QMenu menu_;
+    std::unique_ptr<AntiDupQSystemTrayIcon> icon_;
+    QTimer looking_;
+    std::chrono::seconds pause_;  // until the next look for a tray
+};
+
+}  // namespace zorvanelink::ui

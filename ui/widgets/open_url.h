@@ -1,0 +1,20 @@
+// Pages in the user's browser. What a server names is opened only as http or https with a host;
+// a local page only as a file below the data folder. GUI thread.
+#pragma once
+
+#include <QUrl>
+#include <QWidget>
+
+#include "ui/widgets/prompts.h"
+
+namespace zorvanelink::ui {
+
+// With `local` the text is a file unless it has a scheme. Empty when it may not be opened.
+QUrl PageUrl(QString const& text, bool local);
+
+// True when a browser has been started.
+bool OpenUrl(Prompts& prompts, QString const& text, bool local);
+// The same with a box, over the raised window of `parent`, when that is not so.
+bool OpenUrlWithHint(Prompts& prompts, QWidget* parent, QString const& text, bool local);
+
+}  // namespace zorvanelink::ui
