@@ -57,19 +57,19 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
       dispatcher_(state_, statuses_, failures_, config_),
       tunnel_(*ui_.tunnel, [this] { return flow_.RunningProfile(); }),
       authTypes_({state_, updater_, flow_, dialogs_, {config_, prompts_, certList_}, this}),
+      editing_({state_, config_, certList_, prompts_, this,
+                [this](std::string const& name) { return cards_.Has(name); }}),
       tray_(*this, config_, allowed(std::move(environment.trayAvailable))),
       more_({*ui_.titleBar->MoreButton(), config_, prompts_,
-             [this](QString const& message) { return link_.SendToService(message); }}),
-      editing_({state_, config_, certList_, prompts_, this,
-                [this](std::string const& name) { return cards_.Has(name); }}) {
+             [this](QString const& message) { return link_.SendToService(message); }}) {
     applyLogLevel();
     shapeWindow();
     wireLink();
     wireSession();
     wireAuth();
     wireCards();
-    wireTray();
     wireEditing();
+    wireTray();
     wireWindow();
     cards_.RefreshConnList();
     render();
@@ -185,7 +185,8 @@ void MainWindow::wireEditing() {
         render();
     });
     connect(&editing_, &ProfileEditing::ProfileStored, this, &MainWindow::onProfileStored);
-    connect(&editing_, &ProfileEditing::ConnectWanted, this, &MainWindow::onConnectWanted);
+    connect(&editing_, &ProfileEditing::ConnectWanted, this,
+            [this](QString const& name) { pressCard(name.toStdString(), true); });
 }
 
 void MainWindow::wireWindow() {
@@ -302,12 +303,6 @@ void MainWindow::onProfileStored(QString const& name) {
     if (cards_.Has(name.toStdString())) {
         cards_.GetProfileTab(name.toStdString())->RefreshProfile();
         cards_.SetCurrntProfileTabbyProfileName(name);
-    }
-}
-
-void MainWindow::onConnectWanted(QString const& name) {
-    if (ProfileTab* const tab = cards_.GetProfileTab(name.toStdString())) {
-        tab->onConnButtonTriggered();
     }
 }
 

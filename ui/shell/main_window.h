@@ -75,8 +75,8 @@ class MainWindow : public QWidget {
     void wireSession();
     void wireAuth();
     void wireCards();
-    void wireTray();
     void wireEditing();
+    void wireTray();
     void wireWindow();
 
     void render();
@@ -89,7 +89,6 @@ class MainWindow : public QWidget {
     void onCameOnline(bool first);
     void EableUserGuide(bool enable);
     void onProfileStored(QString const& name);
-    void onConnectWanted(QString const& name);
     void SetStatusBarInfo();
     void SetWindowMinimize();
 
@@ -109,9 +108,9 @@ class MainWindow : public QWidget {
     TunnelController tunnel_;
     CertListRoad certList_;
     AuthTypeFlow authTypes_;
+    ProfileEditing editing_;
     TrayController tray_;
     MoreMenu more_;
-    ProfileEditing editing_;
     bool quitting_ = false;
     bool sessionEnding_ = false;
 };

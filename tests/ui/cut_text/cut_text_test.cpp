@@ -15,7 +15,6 @@
 #include "ui/cards/profile_tab.h"
 #include "ui/cert/digital_cert_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
-#include "ui/editor/create_connect_dialog.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/fonts.h"
 #include "ui/widgets/input_dialog.h"
@@ -169,45 +168,6 @@ TEST_P(CutText, CertificateDialogsWithoutCertificates) {
         target.certType = kind;
         TLSCertDialog kinds(target, config, prompts_);
         expectWhole(kinds);
-    }
-}
-
-TEST_P(CutText, AuthTypeDialogs) {
-    Config config;
-    CertListRoad road;
-    auto profile = std::make_shared<Profile>();
-    profile->certIsFile = false;
-    for (std::uint16_t const kind : {kCertTypeSystem, kCertTypeUsbKey, kCertTypeFile}) {
-        profile->systemCert.certType = kind;
-        for (auto const type : {SupportedAuthType::kPwdWithCert, SupportedAuthType::kOauth}) {
-            profile->authType = type;
-            profile->supportedAuthTypes = {SupportedAuthType::kPwd, SupportedAuthType::kOnlyUkey,
-                                           SupportedAuthType::kPwdWithCert,
-                                           SupportedAuthType::kOauth};
-            for (bool const select : {true, false}) {
-                AuthTypeDialog dialog(profile, select, {config, prompts_, road});
-                expectWhole(dialog);
-                EXPECT_EQ(dialog.width(), 480);
-            }
-        }
-    }
-}
-
-TEST_P(CutText, ConnectionEditor) {
-    Config config;
-    CertListRoad certs;
-    auto profile = std::make_shared<Profile>();
-    profile->name = "Emergency access with a very long name of a connection";
-    profile->authType = SupportedAuthType::kPwdWithCert;
-    profile->certIsFile = false;
-    profile->systemCert.certType = kCertTypeUsbKey;
-    profile->perferredGatewayName = "a-very-long-gateway-name.region-7.example.com";
-    for (auto const& edited : {std::shared_ptr<Profile>(), profile}) {
-        CreateConnectDialog dialog(edited, {config, prompts_, certs});
-        expectWhole(dialog);
-        dialog.on_btn_icon_advanced_config__clicked();
-        dialog.SetSPAMode(SPAMode::kOn);
-        expectWhole(dialog);
     }
 }
 

@@ -40,83 +40,70 @@ QString repeated(int count, ushort letter = 'n') {
     return QString(count, QChar(letter));
 }
 
-TEST_F(CreateConnectDialogTest, InputAtItsBorders) {
-    struct Case {
-        QString name;
-        QString server;
-        QString port;
-        int spaMode;
-        QString spaPort;
-        MsgCode fault;  // UI_INFO_NONE: accepted
-        char const* focus;
-    };
+QString text(char const* latin) {
+    return QLatin1String(latin);
+}
+
+struct InputCase {
+    QString name;
+    QString server;
+    QString port;
+    int spaMode;
+    char const* spaPort;
+    MsgCode fault;  // UI_INFO_NONE: accepted
+    char const* focus;
+};
+
+std::vector<InputCase> inputCases() {
     QString const ok = QStringLiteral("gw");
     QString const port = QStringLiteral("443");
     auto const none = MsgCode::UI_INFO_NONE;
+    auto const long_name = MsgCode::UI_TR_ERR_CONNECTION_NAME_LENGTH;
+    auto const invalid = MsgCode::UI_TR_ERR_INVALID_INPUT;
+    char const* const name = "profile_name_";
+    char const* const spa = "lineEdit_spa_port_";
     constexpr ushort kHan = 0x4E2D;
-    Case const cases[] = {
-        {{}, {}, {}, 0, {}, MsgCode::UI_INFO_INPUT_CONNECTION_NAME, "profile_name_"},
-        {repeated(64, kHan),
-         ok,
-         port,
-         0,
-         {},
-         MsgCode::UI_TR_ERR_CONNECTION_NAME_LENGTH,
-         "profile_name_"},
-        {repeated(125) + QChar(kHan),
-         ok,
-         port,
-         0,
-         {},
-         MsgCode::UI_TR_ERR_CONNECTION_NAME_LENGTH,
-         "profile_name_"},
-        {repeated(127), {}, port, 0, {}, MsgCode::UI_INFO_INPUT_SERVER_ADDR, "server_"},
-        {QStringLiteral("a;b"), ok, port, 0, {}, MsgCode::UI_TR_ERR_INVALID_INPUT, "profile_name_"},
-        {QStringLiteral("a/b"), ok, port, 0, {}, MsgCode::UI_TR_ERR_INVALID_INPUT, "profile_name_"},
-        {QStringLiteral("GENERAL"),
-         ok,
-         port,
-         0,
-         {},
-         MsgCode::UI_TR_ERR_INVALID_INPUT,
-         "profile_name_"},
-        {QStringLiteral("taken"),
-         ok,
-         port,
-         0,
-         {},
-         MsgCode::UI_INFO_CONNECTION_ALREADY_EXIST,
-         "profile_name_"},
-        {ok, repeated(512), port, 0, {}, MsgCode::UI_TR_ERR_SERVER_ADDR_LENGTH, "server_"},
-        {ok, repeated(511), {}, 0, {}, MsgCode::UI_INFO_INPUT_PORT, "port_"},
-        {ok, ok, port, 1, {}, MsgCode::UI_INFO_INPUT_SPA_PORT, "lineEdit_spa_port_"},
-        {ok, ok, port, 1, QStringLiteral("1024"), MsgCode::UI_TR_ERR_INVALID_SPA_PORT,
-         "lineEdit_spa_port_"},
-        {ok, ok, port, 1, QStringLiteral("1025"), none, ""},
-        {ok, ok, port, 1, QStringLiteral("65535"), none, ""},
-        {ok, ok, port, 0, QStringLiteral("80"), none, ""},
-        {ok, ok, port, 2, {}, none, ""},
+    return {
+        {text(""), ok, port, 0, "", MsgCode::UI_INFO_INPUT_CONNECTION_NAME, name},
+        {repeated(64, kHan), ok, port, 0, "", long_name, name},
+        {repeated(125) + QChar(kHan), ok, port, 0, "", long_name, name},
+        {repeated(127), text(""), port, 0, "", MsgCode::UI_INFO_INPUT_SERVER_ADDR, "server_"},
+        {text("a;b"), ok, port, 0, "", invalid, name},
+        {text("a/b"), ok, port, 0, "", invalid, name},
+        {text("GENERAL"), ok, port, 0, "", invalid, name},
+        {text("taken"), ok, port, 0, "", MsgCode::UI_INFO_CONNECTION_ALREADY_EXIST, name},
+        {ok, repeated(512), port, 0, "", MsgCode::UI_TR_ERR_SERVER_ADDR_LENGTH, "server_"},
+        {ok, repeated(511), text(""), 0, "", MsgCode::UI_INFO_INPUT_PORT, "port_"},
+        {ok, ok, port, 1, "", MsgCode::UI_INFO_INPUT_SPA_PORT, spa},
+        {ok, ok, port, 1, "1024", MsgCode::UI_TR_ERR_INVALID_SPA_PORT, spa},
+        {ok, ok, port, 1, "1025", none, ""},
+        {ok, ok, port, 1, "65535", none, ""},
+        {ok, ok, port, 0, "80", none, ""},
+        {ok, ok, port, 2, "", none, ""},
     };
+}
+
+TEST_F(CreateConnectDialogTest, InputAtItsBorders) {
     config_.AddProfile(profileOf("taken"), false);
-    for (Case const& c : cases) {
-        SCOPED_TRACE(c.name.toStdString() + ", SPA port " + c.spaPort.toStdString());
+    for (InputCase const& c : inputCases()) {
+        SCOPED_TRACE(c.name.toStdString() + ", SPA port " + c.spaPort);
         auto const dialog = open();
         edit(*dialog, "profile_name_").setText(c.name);
         edit(*dialog, "server_").setText(c.server);
         edit(*dialog, "port_").setText(c.port);
         dialog->SetSPAMode(static_cast<SPAMode>(c.spaMode));
-        edit(*dialog, "lineEdit_spa_port_").setText(c.spaPort);
-        if (c.fault != none) {
+        edit(*dialog, "lineEdit_spa_port_").setText(text(c.spaPort));
+        if (c.fault != MsgCode::UI_INFO_NONE) {
             prompts_.ExpectBox(GetTrMsg(c.fault), 0);
         }
         press(*dialog, "add_connect_button_");
         EXPECT_TRUE(prompts_.Finished());
-        EXPECT_EQ(dialog->result() == QDialog::Accepted, c.fault == none);
-        if (c.fault == none) {
+        EXPECT_EQ(dialog->result() == QDialog::Accepted, c.fault == MsgCode::UI_INFO_NONE);
+        if (c.fault == MsgCode::UI_INFO_NONE) {
             auto const stored = config_.GetProfile(c.name.toStdString());
             ASSERT_TRUE(stored);
             EXPECT_EQ(stored->spaMode, c.spaMode);
-            EXPECT_EQ(stored->spaPort, c.spaPort.toInt());
+            EXPECT_EQ(stored->spaPort, text(c.spaPort).toInt());
             config_.DeleteProfile(stored->name);
         } else {
             EXPECT_EQ(dialog->focusWidget()->objectName(), QLatin1String(c.focus));

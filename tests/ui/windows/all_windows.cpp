@@ -8,6 +8,7 @@
 #include "ui/auth/auth_type_dialog.h"
 #include "ui/cert/digital_cert_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
+#include "ui/editor/create_connect_dialog.h"
 #include "ui/pages/settings_dialog.h"
 #include "ui/shell/main_window.h"
 #include "ui/text/texts.h"
@@ -112,6 +113,29 @@ std::unique_ptr<QWidget> authType(WindowWorld& world) {
         profile, true, ui::AuthTypeDialog::Services{world.config, world.prompts, world.road});
 }
 
+std::unique_ptr<QWidget> editor(WindowWorld& world, std::shared_ptr<ui::Profile> const& profile) {
+    auto dialog = std::make_unique<ui::CreateConnectDialog>(
+        profile, ui::AuthConfigBase::Services{world.config, world.prompts, world.road});
+    dialog->SetSPAMode(ui::SPAMode::kOn);
+    return dialog;
+}
+
+std::unique_ptr<QWidget> adding(WindowWorld& world) {
+    return editor(world, nullptr);
+}
+
+// All of the editor at once: password, USB key with its PIN, and the advanced section.
+std::unique_ptr<QWidget> modifying(WindowWorld& world) {
+    auto const profile = world.config.GetProfile(kFirstName);
+    profile->authType = common::SupportedAuthType::kPwdWithCert;
+    profile->certIsFile = false;
+    profile->systemCert.certType = ui::kCertTypeUsbKey;
+    profile->perferredGatewayName = "a-very-long-gateway-name.region-7.example.com";
+    auto dialog = editor(world, profile);
+    dialog->findChild<QPushButton*>(QStringLiteral("btn_icon_advanced_config_"))->click();
+    return dialog;
+}
+
 std::unique_ptr<QWidget> settings(WindowWorld& world) {
     return std::make_unique<ui::SettingsDialog>(world.config, world.prompts);
 }
@@ -141,6 +165,8 @@ std::vector<WindowRow> const& AllWindows() {
         {"choice of a certificate", certificateChoice},
         {"kinds of certificate", certificateKinds},
         {"choice of the login's type", authType},
+        {"editor of a new connection", adding},
+        {"editor of a connection", modifying},
         {"settings", settings},
     };
     return rows;
