@@ -1,6 +1,6 @@
 #!/bin/bash
 # Renders the vector sources of images/src to what the program shows: PNG at 1x and 2x, the tray's
-# ICO files and the animations. Run after a change of a source; the result is committed.
+# ICO files and the animations; and the program's icon in the sizes that a desktop wants. Run after a change of a source; the result is committed.
 # Needs rsvg-convert (librsvg2-bin) and ImageMagick.
 set -euo pipefail
 cd "$(dirname "$0")/images"
@@ -63,3 +63,7 @@ ico tray_connected connected
 gif spinner loading 32
 gif spinner loading_small 16
 gif spinner_query query_type 16
+mkdir -p ../../packaging/icons
+for size in 48 64 128 256; do
+    rsvg-convert -w $size -h $size src/app.svg -o "../../packaging/icons/zorvanelink-$size.png"
+done

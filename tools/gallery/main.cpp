@@ -212,7 +212,7 @@ int main(int argc, char** argv) {
     gallery::dialogs();
     gallery::certificates();
     gallery::logins();
-    gallery::editor();
     gallery::ShellStates(gallery::save);
+    gallery::editor();
     return 0;
 }

@@ -145,6 +145,7 @@ void AuthTypeDialog::Init(bool select) {
     for (SupportedAuthType const type : offer_) {
         InitAuthTypeWidget(type);
     }
+    form_->setHidden(login_->isHidden());
     if (!login_->isHidden()) {
         login_->setDefault(true);
     }

@@ -41,13 +41,15 @@ void ProfileTab::SetConnButtonDisableTime(std::chrono::milliseconds time) {
 }
 
 void ProfileTab::SetOtherPending(bool pending) {
-    otherPending_ = pending;
-    render();
+    if (std::exchange(otherPending_, pending) != pending) {
+        render();
+    }
 }
 
 void ProfileTab::SetAdapterUsable(bool usable) {
-    adapterUsable_ = usable;
-    render();
+    if (std::exchange(adapterUsable_, usable) != usable) {
+        render();
+    }
 }
 
 void ProfileTab::SetSelected(bool selected) {

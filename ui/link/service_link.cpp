@@ -101,15 +101,17 @@ void ServiceLink::IPCReconnect() {
     }
     reconnectThread_ =
         QThread::create([core = core_, pause = pauses_.reconnect] { reconnectLoop(core, pause); });
-    connect(reconnectThread_, &QThread::finished, this, &ServiceLink::onReconnectFinished);
     reconnectThread_->start(QThread::InheritPriority);
 }
 
-void ServiceLink::onReconnectFinished() {
-    if (reconnectThread_ == nullptr) {
+// The reconnect thread has said its last word. A loss that came before it is dealt with now.
+void ServiceLink::endReconnect() {
+    QThread* const thread = std::exchange(reconnectThread_, nullptr);
+    if (thread == nullptr) {
         return;
     }
-    std::exchange(reconnectThread_, nullptr)->deleteLater();
+    thread->wait();
+    delete thread;
     if (std::exchange(reconnectAgain_, false) && !core_->Ready()) {
         IPCReconnect();
     }
@@ -126,7 +128,7 @@ bool ServiceLink::SendToService(QString const& text) {
 }
 
 void ServiceLink::LinkUp(bool first) {
-    Q_EMIT LinkedUp();
+    Q_EMIT LinkedUp(first);
     if (first) {
         Q_EMIT Loading(1, QString());
         Q_EMIT CheckUpdate();
@@ -146,10 +148,13 @@ void ServiceLink::LinkError(int code, std::uint64_t generation) {
     Q_EMIT IPCError(code, generation);
 }
 
-void ServiceLink::onLinkedUp() {
+void ServiceLink::onLinkedUp(bool first) {
     drainTextsSoon();
     if (core_->Ready()) {
         setState(LinkState::kLinked);
+    }
+    if (!first) {
+        endReconnect();
     }
 }
 

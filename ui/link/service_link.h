@@ -60,7 +60,7 @@ class ServiceLink : public QObject, private LinkEvents {
     void IPCTimeout(int count, quint64 generation);
     void IPCError(int code, quint64 generation);
     void RecvServiceData(QString wakeUp);
-    void LinkedUp();
+    void LinkedUp(bool first);
     void Loading(int mode, QString text);  // 0 shows the wait form, 1 hides it
     void CheckUpdate();
     void SignalAutoLogin();
@@ -74,8 +74,7 @@ class ServiceLink : public QObject, private LinkEvents {
     void onProcessIPCError(int code, quint64 generation);
     void onRecvServiceData(QString const& wakeUp);
     void onIPCLogTimerTimeout();
-    void onLinkedUp();
-    void onReconnectFinished();
+    void onLinkedUp(bool first);
 
   private:
     // LinkEvents, on the link's threads.
@@ -86,6 +85,7 @@ class ServiceLink : public QObject, private LinkEvents {
 
     void setState(LinkState state);
     void lose(quint64 generation);
+    void endReconnect();
     void drainTextsSoon();
 
     std::shared_ptr<LinkCore> const core_;

@@ -57,19 +57,19 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
       dispatcher_(state_, statuses_, failures_, config_),
       tunnel_(*ui_.tunnel, [this] { return flow_.RunningProfile(); }),
       authTypes_({state_, updater_, flow_, dialogs_, {config_, prompts_, certList_}, this}),
-      editing_({state_, config_, certList_, prompts_, this,
-                [this](std::string const& name) { return cards_.Has(name); }}),
       tray_(*this, config_, allowed(std::move(environment.trayAvailable))),
       more_({*ui_.titleBar->MoreButton(), config_, prompts_,
-             [this](QString const& message) { return link_.SendToService(message); }}) {
+             [this](QString const& message) { return link_.SendToService(message); }}),
+      editing_({state_, config_, certList_, prompts_, this,
+                [this](std::string const& name) { return cards_.Has(name); }}) {
     applyLogLevel();
     shapeWindow();
     wireLink();
     wireSession();
     wireAuth();
     wireCards();
-    wireEditing();
     wireTray();
+    wireEditing();
     wireWindow();
     cards_.RefreshConnList();
     render();

@@ -75,8 +75,8 @@ class MainWindow : public QWidget {
     void wireSession();
     void wireAuth();
     void wireCards();
-    void wireEditing();
     void wireTray();
+    void wireEditing();
     void wireWindow();
 
     void render();
@@ -108,9 +108,9 @@ class MainWindow : public QWidget {
     TunnelController tunnel_;
     CertListRoad certList_;
     AuthTypeFlow authTypes_;
-    ProfileEditing editing_;
     TrayController tray_;
     MoreMenu more_;
+    ProfileEditing editing_;
     bool quitting_ = false;
     bool sessionEnding_ = false;
 };

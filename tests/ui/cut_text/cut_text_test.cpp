@@ -11,6 +11,7 @@
 #include "app/environment/app_ctrl.h"
 #include "tests/support/scripted_prompts.h"
 #include "tests/ui/windows/all_windows.h"
+#include "ui/auth/auth_type_dialog.h"
 #include "ui/cards/profile_tab.h"
 #include "ui/cert/digital_cert_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
@@ -167,6 +168,27 @@ TEST_P(CutText, CertificateDialogsWithoutCertificates) {
         target.certType = kind;
         TLSCertDialog kinds(target, config, prompts_);
         expectWhole(kinds);
+    }
+}
+
+TEST_P(CutText, AuthTypeDialogs) {
+    Config config;
+    CertListRoad road;
+    auto profile = std::make_shared<Profile>();
+    profile->certIsFile = false;
+    for (std::uint16_t const kind : {kCertTypeSystem, kCertTypeUsbKey, kCertTypeFile}) {
+        profile->systemCert.certType = kind;
+        for (auto const type : {SupportedAuthType::kPwdWithCert, SupportedAuthType::kOauth}) {
+            profile->authType = type;
+            profile->supportedAuthTypes = {SupportedAuthType::kPwd, SupportedAuthType::kOnlyUkey,
+                                           SupportedAuthType::kPwdWithCert,
+                                           SupportedAuthType::kOauth};
+            for (bool const select : {true, false}) {
+                AuthTypeDialog dialog(profile, select, {config, prompts_, road});
+                expectWhole(dialog);
+                EXPECT_EQ(dialog.width(), 480);
+            }
+        }
     }
 }
 

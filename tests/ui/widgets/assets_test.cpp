@@ -32,7 +32,7 @@ TEST(Assets, EveryImageIsReadableAndHasItsSharpTwin) {
 
 TEST(Assets, ImagesThatStylesheetsNameExist) {
     QRegularExpression const url(QStringLiteral("url\\(([^)]+)\\)"));
-    for (auto const* name : {"controls", "dialog", "mainwindow", "menu"}) {
+    for (auto const* name : {"authtypedialog.css", "controls", "dialog", "mainwindow", "menu"}) {
         QString const style = ui::LoadStyle(QLatin1String(name));
         ASSERT_FALSE(style.isEmpty()) << name;
         for (auto found = url.globalMatch(style); found.hasNext();) {

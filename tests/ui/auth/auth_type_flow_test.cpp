@@ -1,0 +1,97 @@
+// What follows from the end of the type dialog, with the real session around it.
+#include "ui/auth/auth_type_flow.h"
+
+#include <QtTest/QTest>
+
+#include "tests/support/qt_helpers.h"
+#include "tests/ui/session/session_fixture.h"
+#include "ui/auth/auth_type_dialog.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+class AuthTypeFlowTest : public test::SessionFixture {
+  protected:
+    AuthTypeFlowTest() {
+        profile->supportedAuthTypes = {SupportedAuthType::kPwd, SupportedAuthType::kOauth};
+        state.link = LinkState::kLinked;
+        QObject::connect(&types, &AuthTypeFlow::StartConnect,
+                         [this](QString const& name, bool query) {
+                             EXPECT_FALSE(dialogs.authTypeDialog);
+                             flow.onStartConnect(name, query);
+                         });
+        Click("Head office", true);
+        Receive(common::MsgCode::CONNECTING);
+    }
+    static void press(AuthTypeDialog& dialog, char const* button) {
+        test::Find<QPushButton>(dialog, button).click();
+    }
+
+    std::shared_ptr<Profile> profile = Add("Head office");
+    SessionDialogs dialogs;
+    CertListRoad road;
+    AuthTypeFlow types{{state, updater, flow, dialogs, {config, prompts, road}, &window}};
+};
+
+TEST_F(AuthTypeFlowTest, LoginStartsOnceTheDialogIsGone) {
+    for (char const* button : {"btn_connect_", "btn_third_party_"}) {
+        int const before = Sent("start");
+        test::WhenModal<AuthTypeDialog>([&](AuthTypeDialog& dialog) {
+            EXPECT_EQ(dialogs.authTypeDialog, &dialog);
+            types.onNeedSelectAuthType(true);  // one at a time
+            EXPECT_EQ(QApplication::activeModalWidget(), &dialog);
+            press(dialog, button);
+            EXPECT_EQ(Sent("start"), before);
+        });
+        types.onNeedSelectAuthType(true);
+        EXPECT_FALSE(dialogs.authTypeDialog);
+        EXPECT_EQ(Sent("start"), before);
+        ASSERT_TRUE(test::WaitFor([&] { return Sent("start") == before + 1; }));
+        EXPECT_EQ(Sent("stop"), 0);
+        EXPECT_EQ(g_running_client, 1);
+    }
+    EXPECT_EQ(profile->authType, SupportedAuthType::kOauth);
+}
+
+TEST_F(AuthTypeFlowTest, CancelEndsTheAttempt) {
+    for (Qt::Key const key : {Qt::Key_Escape, Qt::Key_Space}) {
+        Click("Head office", true);
+        Receive(common::MsgCode::CONNECTING);
+        int const before = Sent("stop");
+        test::WhenModal<AuthTypeDialog>([&](AuthTypeDialog& dialog) {
+            if (key == Qt::Key_Space) {
+                test::Find<QWidget>(dialog, "btn_cancel_").setFocus();
+            }
+            QTest::keyClick(dialog.focusWidget(), key);
+        });
+        types.onNeedSelectAuthType(true);
+        EXPECT_EQ(Sent("stop"), before + 1);
+        EXPECT_EQ(state.status, ConnectStatus::Disconnected);
+        EXPECT_EQ(viewStateFor(state).statusText, common::MsgCode::UI_TR_STATE_DISCONNECT);
+        EXPECT_EQ(g_running_client, 0);
+        EXPECT_EQ(notified.last()[0].toString(), QStringLiteral("Head office"));
+    }
+}
+
+TEST_F(AuthTypeFlowTest, CancelNeverStopsAnother) {
+    Add("Lab");
+    test::WhenModal<AuthTypeDialog>([&](AuthTypeDialog& dialog) {
+        state.currentProfileName = "Lab";
+        dialog.reject();
+    });
+    types.onNeedSelectAuthType(false);
+    EXPECT_EQ(Sent("stop"), 0);
+    EXPECT_EQ(notified.last()[0].toString(), QStringLiteral("Head office"));
+    EXPECT_EQ(notified.last()[1].value<ConnectStatus>(), ConnectStatus::Disconnected);
+}
+
+TEST_F(AuthTypeFlowTest, NothingToAskFor) {
+    state.currentProfileName = "gone";
+    types.onNeedSelectAuthType(true);
+    state.currentProfileName.clear();
+    types.onNeedSelectAuthType(true);
+    EXPECT_FALSE(dialogs.authTypeDialog);
+}
+
+}  // namespace
+}  // namespace zorvanelink::ui
