@@ -154,7 +154,8 @@ void CreateConnectDialog::storeForm(Profile& profile) {
     }
     profile.server = form_.server_->text().toStdString();
     profile.port = form_.port_->text().toUShort();
-    profile.loginMode = LoginMode();
+    // A settings file may hold other numbers.
+    profile.loginMode = LoginMode() == kLoginModeGm ? kLoginModeGm : kLoginModeTls;
     SaveSSLConfig();
     SaveAuthConfig();
     profile.optimalChannel = form_.optimal_channel_checkbox_->isChecked();

@@ -171,6 +171,27 @@ TEST_P(CutText, CertificateDialogsWithoutCertificates) {
     }
 }
 
+TEST_P(CutText, AuthTypeDialogs) {
+    Config config;
+    CertListRoad road;
+    auto profile = std::make_shared<Profile>();
+    profile->certIsFile = false;
+    for (std::uint16_t const kind : {kCertTypeSystem, kCertTypeUsbKey, kCertTypeFile}) {
+        profile->systemCert.certType = kind;
+        for (auto const type : {SupportedAuthType::kPwdWithCert, SupportedAuthType::kOauth}) {
+            profile->authType = type;
+            profile->supportedAuthTypes = {SupportedAuthType::kPwd, SupportedAuthType::kOnlyUkey,
+                                           SupportedAuthType::kPwdWithCert,
+                                           SupportedAuthType::kOauth};
+            for (bool const select : {true, false}) {
+                AuthTypeDialog dialog(profile, select, {config, prompts_, road});
+                expectWhole(dialog);
+                EXPECT_EQ(dialog.width(), 480);
+            }
+        }
+    }
+}
+
 TEST_P(CutText, WaitForms) {
     for (MsgCode const code : {MsgCode::UI_INFO_CONNECTING_SERVICE, MsgCode::UI_TR_CHECK_AUTH_TYPE,
                                MsgCode::UI_INFO_WAIT_RECONNECTING}) {

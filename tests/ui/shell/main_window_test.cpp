@@ -12,6 +12,7 @@
 #include "tests/support/log_capture.h"
 #include "tests/support/qt_helpers.h"
 #include "tests/support/scripted_prompts.h"
+#include "ui/editor/create_connect_dialog.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/style.h"
 
@@ -126,6 +127,22 @@ TEST_F(Shell, PagesOfTheSessionStandInTheTrayUntilItEnds) {
     EXPECT_TRUE(WaitFor(offered));
     Say(MsgCode::OFFLINE);
     EXPECT_TRUE(WaitFor([&] { return !offered(); }));
+}
+
+TEST_F(Shell, TheFirstConnectionIsAddedAndStarted) {
+    Open();
+    test::WhenModal<CreateConnectDialog>([](CreateConnectDialog& dialog) {
+        Find<QLineEdit>(dialog, "profile_name_").setText(QStringLiteral("Lab"));
+        Find<QLineEdit>(dialog, "server_").setText(QStringLiteral("lab.example"));
+        Find<QPushButton>(dialog, "add_connect_button_").click();
+    });
+    Find<QPushButton>(*window, "guide_button_").click();
+    EXPECT_TRUE(Find<QPushButton>(*window, "add_button_").isVisible());
+    EXPECT_TRUE(WaitFor([this] { return Sent("start") == 1; }));
+    // Its card is busy: the list waits, and the way to modify it is closed.
+    prompts.ExpectBox(GetErrMsg(MsgCode::UI_TR_STOP_CONNECTION_FIRST), 0);
+    Q_EMIT window->findChild<ProfileTab*>()->ModifyConnectionInfo(QStringLiteral("Lab"));
+    EXPECT_TRUE(WaitFor([this] { return prompts.Finished(); }));
 }
 
 TEST_F(Shell, ClosingAsksWithoutATray) {
