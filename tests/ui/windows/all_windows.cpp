@@ -8,6 +8,7 @@
 #include "ui/auth/auth_type_dialog.h"
 #include "ui/cert/digital_cert_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
+#include "ui/editor/create_connect_dialog.h"
 #include "ui/pages/settings_dialog.h"
 #include "ui/shell/main_window.h"
 #include "ui/text/texts.h"
@@ -109,7 +110,15 @@ std::unique_ptr<QWidget> authType(WindowWorld& world) {
         common::SupportedAuthType::kPwd, common::SupportedAuthType::kOnlyUkey,
         common::SupportedAuthType::kPwdWithCert, common::SupportedAuthType::kOauth};
     return std::make_unique<ui::AuthTypeDialog>(
-        profile, true, ui::AuthTypeDialog::Services{world.config, world.prompts, world.road});
+        profile, true, ui::AuthConfigBase::Services{world.config, world.prompts, world.road});
+}
+
+std::unique_ptr<QWidget> editor(WindowWorld& world) {
+    auto dialog = std::make_unique<ui::CreateConnectDialog>(
+        world.config.GetProfile(kFirstName),
+        ui::AuthConfigBase::Services{world.config, world.prompts, world.road});
+    dialog->on_btn_icon_advanced_config__clicked();
+    return dialog;
 }
 
 std::unique_ptr<QWidget> settings(WindowWorld& world) {
@@ -141,6 +150,7 @@ std::vector<WindowRow> const& AllWindows() {
         {"choice of a certificate", certificateChoice},
         {"kinds of certificate", certificateKinds},
         {"choice of the login's type", authType},
+        {"editor of a connection", editor},
         {"settings", settings},
     };
     return rows;
