@@ -110,7 +110,7 @@ std::unique_ptr<QWidget> authType(WindowWorld& world) {
         common::SupportedAuthType::kPwd, common::SupportedAuthType::kOnlyUkey,
         common::SupportedAuthType::kPwdWithCert, common::SupportedAuthType::kOauth};
     return std::make_unique<ui::AuthTypeDialog>(
-        profile, true, ui::AuthTypeDialog::Services{world.config, world.prompts, world.road});
+        profile, true, ui::AuthConfigBase::Services{world.config, world.prompts, world.road});
 }
 
 std::unique_ptr<QWidget> editor(WindowWorld& world, std::shared_ptr<ui::Profile> const& profile) {
