@@ -100,6 +100,14 @@ std::string manyRoutes() {
     return CLMsgReplyJson::Build(data);
 }
 
+std::string oneRoute() {
+    core::sslvpn::DomainRouteAddRouteData route;
+    route.profileName = BenchWindow::ProfileName();
+    route.destination = "10.20.30.40";
+    route.perfix = 32;
+    return CLMsgReplyJson::Build(route);
+}
+
 class RouteSteps {
   public:
     RouteSteps(HeldApplication& application, BenchWindow& window, BenchTable& table)
@@ -157,13 +165,16 @@ void routes(HeldApplication& application, BenchWindow& window, BenchTable& table
     auto& search = window.Find<QLineEdit>("route_search_");
     RouteSteps steps(application, window, table);
     auto const click = [&] { Q_EMIT head.sectionClicked(0); };
-    auto const all = [&] { return steps.Rows() == kRoutes; };
+    auto const all = [&] { return steps.Rows() >= kRoutes; };
+    auto const more = [&] { return steps.Rows() > kRoutes; };
     auto const some = [&] { return steps.Rows() < kRoutes; };
 
     steps.Step(
         "from the wire", [&] { window.Say(json); }, all);
     steps.Step("sorted", click);
     steps.Scroll();
+    steps.Step(
+        "one more", [&] { window.Say(oneRoute()); }, more);
     steps.Step(
         "searched", [&] { search.setText(QStringLiteral("10.7")); }, some);
     steps.Step(

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QFontDatabase>
+#include <QIcon>
 #include <QTranslator>
 
 #include "app/environment/app_ctrl.h"
@@ -117,6 +118,8 @@ int LogicMain(int argc, char** argv, std::vector<std::string> args) {
     MigrateOldAppResource();
     copyResources();
     installTranslators();
+    // For desktops that do not find the program's menu entry by its windows.
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/assets/images/app.png")));
     InitPlatformSetting();
 
     // One client a user, and then the window.

@@ -67,13 +67,34 @@ void RouteModel::Set(std::vector<RouteRow> rows) {
 }
 
 void RouteModel::Append(std::vector<RouteRow> const& rows) {
-    if (rows.empty()) {
+    if (rows.size() <= kFewRows) {
+        for (RouteRow const& row : rows) {
+            insert(row);
+        }
         return;
     }
     beginResetModel();
     rows_.insert(rows_.end(), rows.begin(), rows.end());
     rebuild();
     endResetModel();
+}
+
+// Into its place: what the user has selected and scrolled to stays.
+void RouteModel::insert(RouteRow const& row) {
+    auto const index = static_cast<std::uint32_t>(rows_.size());
+    rows_.push_back(row);
+    if (!filter_.isEmpty() && !holds(row, filter_)) {
+        return;
+    }
+    auto place = shown_.end();
+    if (order_ != RouteOrder::kUnsorted) {
+        makeKeys();
+        place = std::upper_bound(shown_.begin(), shown_.end(), index, before());
+    }
+    int const at = static_cast<int>(place - shown_.begin());
+    beginInsertRows({}, at, at);
+    shown_.insert(place, index);
+    endInsertRows();
 }
 
 void RouteModel::Clear() {
@@ -105,9 +126,13 @@ void RouteModel::rebuild() {
             shown_.push_back(i);
         }
     }
-    if (order_ == RouteOrder::kUnsorted) {
-        return;
+    if (order_ != RouteOrder::kUnsorted) {
+        makeKeys();
+        std::stable_sort(shown_.begin(), shown_.end(), before());
     }
+}
+
+void RouteModel::makeKeys() {
     for (std::size_t i = keys_.size(); i < rows_.size(); ++i) {
         QString destination = rows_[i].destination;
         if (destination.isEmpty() || rows_[i].mask.isEmpty()) {
@@ -116,16 +141,16 @@ void RouteModel::rebuild() {
         destination.remove(QLatin1Char(' '));
         keys_.push_back({std::move(destination), MaskLength(rows_[i].mask)});
     }
-    auto const before = [this](std::uint32_t a, std::uint32_t b) {
-        int const order = keys_[a].destination.compare(keys_[b].destination);
-        return order != 0 ? order < 0 : keys_[a].maskLength < keys_[b].maskLength;
-    };
-    if (order_ == RouteOrder::kAscending) {
-        std::stable_sort(shown_.begin(), shown_.end(), before);
-    } else {
-        std::stable_sort(shown_.begin(), shown_.end(),
-                         [&before](std::uint32_t a, std::uint32_t b) { return before(b, a); });
-    }
+}
+
+std::function<bool(std::uint32_t, std::uint32_t)> RouteModel::before() const {
+    return
+        [this, descending = order_ == RouteOrder::kDescending](std::uint32_t a, std::uint32_t b) {
+            Key const& first = keys_[descending ? b : a];
+            Key const& second = keys_[descending ? a : b];
+            int const order = first.destination.compare(second.destination);
+            return order != 0 ? order < 0 : first.maskLength < second.maskLength;
+        };
 }
 
 void SortRouteItemModel(RouteModel& model, bool ascending) {

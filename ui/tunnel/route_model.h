@@ -4,6 +4,7 @@
 #include <QAbstractTableModel>
 #include <QString>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace zorvanelink::ui {
@@ -47,7 +48,14 @@ class RouteModel : public QAbstractTableModel {
         QString destination;
         int maskLength;
     };
+    // Added in their places; more of them rebuild the model.
+    static constexpr std::size_t kFewRows = 100;
+
+    void insert(RouteRow const& row);
     void rebuild();
+    void makeKeys();
+    // Whether the first of two rows goes before the second in the present order.
+    std::function<bool(std::uint32_t, std::uint32_t)> before() const;
 
     std::vector<RouteRow> rows_;
     std::vector<Key> keys_;

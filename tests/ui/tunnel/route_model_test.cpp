@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QSignalSpy>
+
 using namespace zorvanelink::ui;
 
 namespace {
@@ -33,14 +35,36 @@ TEST(RouteModel, SortsByDestinationThenByMaskLengthAndKeepsTies) {
     EXPECT_EQ(order(model), "abcde");
 }
 
-TEST(RouteModel, KeepsItsOrderWhenRowsCome) {
+TEST(RouteModel, ARowThatComesLaterTakesItsPlace) {
+    struct Case {
+        RouteOrder order;
+        char const* filter;
+        char const* seen;
+    };
+    for (auto const& one :
+         {Case{RouteOrder::kUnsorted, "", "31abc"}, Case{RouteOrder::kAscending, "", "1ab3c"},
+          Case{RouteOrder::kDescending, "", "c3ab1"}, Case{RouteOrder::kAscending, "2.0", "ab"}}) {
+        RouteModel model;
+        QSignalSpy resets(&model, &RouteModel::modelReset);
+        model.Set({row("3.0.0.0", "8", "3"), row("1.0.0.0", "8", "1")});
+        model.Sort(one.order);
+        model.SetFilter(QLatin1String(one.filter));
+        auto const before = resets.count();
+        model.Append({row("2.0.0.0", "8", "a")});
+        model.Append({row("2.0.0.0", "8", "b"), row("4.0.0.0", "8", "c")});
+        EXPECT_EQ(order(model), one.seen);
+        EXPECT_EQ(resets.count(), before) << "the user's place is kept";
+    }
+}
+
+TEST(RouteModel, ManyRowsAtOnceAreSortedToo) {
     RouteModel model;
     model.Set({row("3.0.0.0", "8", "3")});
     model.Sort(RouteOrder::kAscending);
-    model.Append({row("1.0.0.0", "8", "1"), row("2.0.0.0", "8", "2")});
-    EXPECT_EQ(order(model), "123");
+    model.Append(std::vector<RouteRow>(200, row("1.0.0.0", "8", "1")));
+    EXPECT_EQ(order(model), std::string(200, '1') + "3");
     model.Sort(RouteOrder::kUnsorted);
-    EXPECT_EQ(order(model), "312");
+    EXPECT_EQ(order(model).front(), '3');
     model.Clear();
     EXPECT_EQ(model.rowCount(), 0);
 }
