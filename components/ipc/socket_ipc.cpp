@@ -20,7 +20,7 @@ constexpr auto kHeartbeatTick = std::chrono::milliseconds(200);
 constexpr auto kHeartbeatTimeout = std::chrono::nanoseconds(2'000'999'999);
 constexpr auto kSendPoll = std::chrono::milliseconds(1);
 constexpr int kEndOfFile = 2;     // of a read, whatever its category
-constexpr int kReadsInARow = 16;  // before others on the worker get their turn
+constexpr int kReadsInAPass = 1024;  // 4 MB, more than a kernel keeps for a peer that waits
 
 std::size_t frameSize(IPCMsg const& msg) {
     return kIPCMsgHeaderLen + static_cast<std::size_t>(std::max(msg.length, 0));
@@ -382,15 +382,12 @@ void SocketIPC::HandleRead(boost::system::error_code const& ec, std::size_t byte
         readFailed(ec.value(), bytes);
         return;
     }
-    // Under load the next bytes are already here; taking them at once saves a round through the
-    // context's queue.
+    // All that is here already goes into one pass: a pass that begins in the middle of a burst would
+    // take the frame at its end for a whole one.
     for (int reads = 1; bytes != 0; ++reads) {
         socket->parser().Commit(bytes);
         ++read_count_;
-        if (!ParseMsg(*socket)) {
-            return;
-        }
-        if (bytes < DeadlineSocket::kReadChunk || reads == kReadsInARow) {
+        if (bytes < DeadlineSocket::kReadChunk || reads == kReadsInAPass) {
             break;
         }
         try {
@@ -398,6 +395,9 @@ void SocketIPC::HandleRead(boost::system::error_code const& ec, std::size_t byte
         } catch (std::bad_alloc const&) {
             break;  // StartRead meets it again and reports it
         }
+    }
+    if (!ParseMsg(*socket)) {
+        return;
     }
     StartRead(socket);
 }

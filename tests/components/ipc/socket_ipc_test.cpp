@@ -3,6 +3,7 @@
 
 #include <boost/asio/io_context.hpp>
 #include <fstream>
+#include <future>
 
 #include "tests/components/ipc/link_fixture.h"
 
@@ -148,6 +149,26 @@ TEST_F(LinkTest, HostileBytesDoNotDisturb) {
 
 // A peer that takes nothing: the send runs into its time, reading goes on, and all bytes arrive in
 // order once the peer reads.
+TEST_F(LinkTest, ABurstThatWaitedArrivesWhole) {
+    auto const server = makeServer();
+    std::promise<void> released;
+    server->RegisterIPCMsgCallback(
+        kIPCCommon, [&, busy = released.get_future().share()](char const* data, int length) {
+            busy.wait();
+            server_messages.Add({data, static_cast<std::size_t>(length)});
+        });
+    ASSERT_TRUE(server->Run());
+    BarePeer const peer(server->Port());
+    std::vector<std::string> sent;
+    for (int i = 0; i < 200; ++i) {  // many reads, and less than a kernel holds back
+        sent.push_back(std::to_string(i) + std::string(200, 'x'));
+        peer.Send(MakeFrame(sent.back()));
+    }
+    released.set_value();
+    ASSERT_TRUE(server_messages.WaitFor(sent.size()));
+    EXPECT_EQ(server_messages.All(), sent);
+}
+
 TEST_F(LinkTest, TimedOutSendOwnsItsBytes) {
     auto const server = makeServer();
     ASSERT_TRUE(server->Run());
