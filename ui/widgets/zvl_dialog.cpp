@@ -8,6 +8,7 @@
 #include <QStyleOption>
 
 #include "components/logger/logger.h"
+#include "ui/widgets/round_corners.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/zvl_message_box.h"
 
@@ -28,7 +29,7 @@ ZVLDialog::ZVLDialog(QWidget* parent)
       titleBar_(new TitleBar(TitleBar::Kind::kDialog, panel_)),
       body_(new QWidget(panel_)) {
     setModal(true);
-    setAttribute(Qt::WA_TranslucentBackground);
+    PrepareRoundCorners(*this);
     setStyleSheet(LoadStyle(QStringLiteral("controls")) + LoadStyle(QStringLiteral("dialog")));
     frame_->setContentsMargins(0, 0, 0, 0);
     frame_->addWidget(panel_);
@@ -87,6 +88,11 @@ void ZVLDialog::changeEvent(QEvent* event) {
         titleBar_->SetTitle(windowTitle());
     }
     QDialog::changeEvent(event);
+}
+
+void ZVLDialog::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    CutRoundCorners(*this);
 }
 
 void ZVLDialog::showEvent(QShowEvent* event) {

@@ -31,6 +31,7 @@ class ZVLDialog : public QDialog {
     bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
     QVBoxLayout* FrameLayout() const { return frame_; }
