@@ -95,12 +95,18 @@ void ZVLDialog::resizeEvent(QResizeEvent* event) {
     CutRoundCorners(*this);
 }
 
-void ZVLDialog::showEvent(QShowEvent* event) {
-    QDialog::showEvent(event);
-    if (!placed_) {
+// Placed before the window exists: a move that meets the window manager's own leaves Qt with a
+// wrong idea of where the dialog stands.
+void ZVLDialog::setVisible(bool visible) {
+    if (visible && !placed_) {
         placed_ = true;
+        ensurePolished();
+        for (QWidget* const child : findChildren<QWidget*>()) {
+            child->ensurePolished();  // sizes follow from styles
+        }
         Place();
     }
+    QDialog::setVisible(visible);
 }
 
 void ZVLDialog::Place() {
