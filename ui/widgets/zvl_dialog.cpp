@@ -113,7 +113,7 @@ void ZVLDialog::Place() {
     QWidget const* owner = parentWidget() != nullptr ? parentWidget()->window() : nullptr;
     bool const overOwner = owner != nullptr && owner->isVisible() && !owner->isMinimized();
     QRect const area = overOwner ? owner->frameGeometry() : screen()->availableGeometry();
-    // What was fitted while showing reaches the outer layouts by events, which come too late.
+    // What has just been fitted reaches the outer layouts by events, which come too late.
     for (QLayout* const inner : {body_->layout(), panel_->layout()}) {
         if (inner != nullptr) {
             inner->activate();
