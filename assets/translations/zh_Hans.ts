@@ -184,6 +184,10 @@ BuildID: %2</source>
         <translation>显示连接状态通知</translation>
     </message>
     <message>
+        <source>Update</source>
+        <translation>更新</translation>
+    </message>
+    <message>
         <source>Update automatically</source>
         <translation>自动更新</translation>
     </message>

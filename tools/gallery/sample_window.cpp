@@ -85,6 +85,7 @@ SampleWindow::SampleWindow(Content content, bool linked)
     writeSettings(content);
     window_ = std::make_unique<ui::MainWindow>(
         ui::MainWindow::Environment{config_, prompts_, [this] { return service_; }});
+    window_->resize(960, 640);  // the platform's screen may be smaller
     window_->show();
     if (linked) {
         WaitUntil([this] {

@@ -13,15 +13,23 @@ namespace {
 
 using components::logger::Log;
 
+// Neither quoted nor with field codes. An entry whose program is gone is passed over.
+QString desktopString(QString text) {
+    return text.replace(QLatin1Char('\\'), QStringLiteral("\\\\"));
+}
+
 bool write(QString const& path) {
     QSaveFile file(path);
+    QString const program = GetUIExeAbsolutePath();
     QString const entry = QStringLiteral(
                               "[Desktop Entry]\n"
                               "Type=Application\n"
                               "Name=Zorvane Link\n"
+                              "Icon=zorvanelink\n"
                               "Exec=%1\n"
+                              "TryExec=%2\n"
                               "Terminal=false\n")
-                              .arg(DesktopExec(GetUIExeAbsolutePath()));
+                              .arg(DesktopExec(program), desktopString(program));
     QDir().mkpath(QFileInfo(path).path());
     bool const written = file.open(QIODevice::WriteOnly) && file.write(entry.toUtf8()) >= 0;
     if (written && file.commit()) {
@@ -49,8 +57,12 @@ QString GetAutostartFilePath() {
 
 bool HasAutostart() {
     QFile file(GetAutostartFilePath());
-    // A desktop's own settings switch an entry off by hiding it.
-    return file.open(QIODevice::ReadOnly) && !file.readAll().contains("\nHidden=true");
+    if (!file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    // A desktop's own settings switch an entry off inside it.
+    QByteArray const entry = file.readAll();
+    return !entry.contains("\nHidden=true") && !entry.contains("\nX-GNOME-Autostart-enabled=false");
 }
 
 bool SetAutostart(bool enable) {

@@ -36,7 +36,8 @@ constexpr Row kRows[] = {
      &Config::autoMinimize},
     {nullptr, "status_notify_", QT_TRANSLATE_NOOP("ui", "Show notifications about the connection"),
      &Config::statusNotify},
-    {nullptr, "auto_update_", QT_TRANSLATE_NOOP("ui", "Update automatically"), &Config::autoUpdate},
+    {QT_TRANSLATE_NOOP("ui", "Update"), "auto_update_",
+     QT_TRANSLATE_NOOP("ui", "Update automatically"), &Config::autoUpdate},
 };
 
 QLabel* heading(QString const& text, QWidget* parent) {
@@ -66,7 +67,9 @@ SettingsDialog::SettingsDialog(Config& config, Prompts& prompts, QWidget* parent
 
 void SettingsDialog::addSwitches(QVBoxLayout* column) {
     for (Row const& row : kRows) {
-        if (row.heading != nullptr) {
+        // What a package manager installed is updated by it.
+        bool const offered = row.member != &Config::autoUpdate || !AppCtrl::Instance().msiVersion;
+        if (row.heading != nullptr && offered) {
             column->addSpacing(switches_.empty() ? 0 : 12);
             column->addWidget(heading(Translate(row.heading), Body()));
         }
@@ -74,8 +77,7 @@ void SettingsDialog::addSwitches(QVBoxLayout* column) {
         box->setObjectName(QLatin1String(row.name));
         box->setAccessibleName(box->text());
         box->setChecked(row.member == &Config::autoRun ? HasAutostart() : config_.*row.member);
-        // What a package manager installed is updated by it.
-        box->setHidden(row.member == &Config::autoUpdate && AppCtrl::Instance().msiVersion);
+        box->setHidden(!offered);
         column->addWidget(box, 0, Qt::AlignLeft);
         switches_.push_back({box, row.member});
     }

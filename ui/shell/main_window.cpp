@@ -1,6 +1,7 @@
 #include "ui/shell/main_window.h"
 
 #include <QGuiApplication>
+#include <QScreen>
 #include <QTimer>
 
 #include "app/environment/globals.h"
@@ -22,6 +23,7 @@ using components::logger::Log;
 // Pixels, before scaling.
 constexpr QSize kWindowSize{960, 640};
 constexpr QSize kSmallestSize{880, 560};
+constexpr int kNameWidth = 320;  // of a connection's name in the status bar
 // The window is painted first.
 constexpr std::chrono::milliseconds kAutoLoginDelay{200};
 
@@ -90,8 +92,10 @@ void MainWindow::applyLogLevel() {
 void MainWindow::shapeWindow() {
     setStyleSheet(LoadStyle(QStringLiteral("controls")) + LoadStyle(QStringLiteral("mainwindow")));
     setWindowTitle(GetTrMsg(MsgCode::UI_INFO_ZORVANE_LINK));
-    setMinimumSize(kSmallestSize);
-    resize(kWindowSize);
+    // On a small or strongly scaled screen nothing of a frameless window may lie outside.
+    QSize const screenSize = screen()->availableSize();
+    setMinimumSize(kSmallestSize.boundedTo(screenSize));
+    resize(kWindowSize.boundedTo(screenSize));
     PrepareRoundCorners(*this);
 }
 
@@ -234,7 +238,8 @@ void MainWindow::onCameOnline(bool first) {
 }
 
 void MainWindow::SetWindowMinimize() {
-    if (config_.autoMinimize) {
+    // A window in the tray stays there.
+    if (config_.autoMinimize && isVisible()) {
         showMinimized();
     }
 }
@@ -244,10 +249,11 @@ void MainWindow::SetStatusBarInfo() {
     if (count == 0) {
         ui_.statusBar->SetCountText(QString());
     } else if (state_.online) {
+        QString const name = ui_.statusBar->fontMetrics().elidedText(
+            QString::fromStdString(state_.currentProfileName), Qt::ElideMiddle, kNameWidth);
         // Both at once: a name may look like a place.
         ui_.statusBar->SetCountText(
-            GetTrMsg(MsgCode::UI_TR_STATUS_CONNECTED)
-                .arg(QString::fromStdString(state_.currentProfileName), QString::number(count)));
+            GetTrMsg(MsgCode::UI_TR_STATUS_CONNECTED).arg(name, QString::number(count)));
     } else {
         ui_.statusBar->SetCountText(GetTrMsg(MsgCode::UI_TR_STATUS_NO_CONNECTED).arg(count));
     }

@@ -1,10 +1,20 @@
 #include "ui/widgets/status_bar_widget.h"
 
+#include <QAccessibleWidget>
 #include <QHBoxLayout>
 
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
+namespace {
+
+// A screen reader finds a status bar by its role.
+QAccessibleInterface* makeInterface(QString const& /*className*/, QObject* object) {
+    auto* const bar = qobject_cast<StatusBarWidget*>(object);
+    return bar == nullptr ? nullptr : new QAccessibleWidget(bar, QAccessible::StatusBar);
+}
+
+}  // namespace
 
 StatusBarWidget::StatusBarWidget(QWidget* parent)
     : QFrame(parent),
@@ -12,6 +22,7 @@ StatusBarWidget::StatusBarWidget(QWidget* parent)
       image_(new QLabel(this)),
       text_(new QLabel(this)),
       count_(new QLabel(this)) {
+    QAccessible::installFactory(makeInterface);
     setObjectName(QStringLiteral("status_bar_"));
     text_->setObjectName(QStringLiteral("status_text_"));
     text_->setTextFormat(Qt::PlainText);
@@ -37,10 +48,20 @@ void StatusBarWidget::SetStatus(QString const& text, QString const& icon) {
     }
     image_->setVisible(!busy && !icon.isEmpty() && !text.isEmpty());
     text_->setText(text);
+    tellChange();
 }
 
 void StatusBarWidget::SetCountText(QString const& text) {
     count_->setText(text);
+    tellChange();
+}
+
+// The name's change is the event that a screen reader receives.
+void StatusBarWidget::tellChange() {
+    QString const spoken = QStringLiteral("%1 %2").arg(text_->text(), count_->text()).trimmed();
+    if (spoken != accessibleName()) {
+        setAccessibleName(spoken);
+    }
 }
 
 QString StatusBarWidget::StatusText() const {

@@ -24,6 +24,8 @@ class StatusBarWidget : public QFrame {
     QString CountText() const;
 
   private:
+    void tellChange();
+
     QString icon_;
     Spinner* spinner_;
     QLabel* image_;

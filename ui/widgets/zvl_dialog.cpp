@@ -113,6 +113,12 @@ void ZVLDialog::Place() {
     QWidget const* owner = parentWidget() != nullptr ? parentWidget()->window() : nullptr;
     bool const overOwner = owner != nullptr && owner->isVisible() && !owner->isMinimized();
     QRect const area = overOwner ? owner->frameGeometry() : screen()->availableGeometry();
+    // What has just been fitted reaches the outer layouts by events, which come too late.
+    for (QLayout* const inner : {body_->layout(), panel_->layout()}) {
+        if (inner != nullptr) {
+            inner->activate();
+        }
+    }
     adjustSize();
     // It stops at two thirds of the screen, which cuts wrapped texts on a small one.
     if (layout()->hasHeightForWidth()) {

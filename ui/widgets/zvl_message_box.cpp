@@ -144,8 +144,12 @@ void ZVLMessageBox::fitTexts() {
     detailLabel_->FitTo(kTextWidth, kMaxTextHeight);
 }
 
-void ZVLMessageBox::showEvent(QShowEvent* event) {
+void ZVLMessageBox::Place() {
     fitTexts();
+    ZVLDialog::Place();
+}
+
+void ZVLMessageBox::showEvent(QShowEvent* event) {
     ZVLDialog::showEvent(event);
     // Queued: an answer given before the nested loop runs would leave that loop without an end.
     QMetaObject::invokeMethod(this, &ZVLMessageBox::AutoGetRes, Qt::QueuedConnection);
@@ -236,6 +240,7 @@ void ZVLMessageBoxWithBackground::paintEvent(QPaintEvent*) {
 void ZVLMessageBoxWithBackground::Place() {
     QWidget const* owner = parentWidget() != nullptr ? parentWidget()->window() : nullptr;
     bool const overOwner = owner != nullptr && owner->isVisible() && !owner->isMinimized();
+    fitTexts();
     FrameLayout()->setSizeConstraint(QLayout::SetNoConstraint);
     FrameLayout()->setAlignment(Panel(), Qt::AlignCenter);
     setMinimumSize(0, 0);

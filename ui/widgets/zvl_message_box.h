@@ -61,12 +61,13 @@ class ZVLMessageBox : public ZVLDialog {
     void AutoRefused();
 
   protected:
+    void Place() override;
+    void fitTexts();
     void showEvent(QShowEvent* event) override;
 
   private:
     void init(ZVLMsgBoxType kind, QString const& text, Buttons const& buttons);
     void addButtons(QHBoxLayout* row, Buttons const& buttons);
-    void fitTexts();
     void AutoGetRes();
 
     ZVLMsgBoxType kind_;

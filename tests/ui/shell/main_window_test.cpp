@@ -131,6 +131,7 @@ TEST_F(Shell, PagesOfTheSessionStandInTheTrayUntilItEnds) {
 
 TEST_F(Shell, TheFirstConnectionIsAddedAndStarted) {
     Open();
+    EXPECT_EQ(window->findChild<StatusBarWidget*>()->CountText(), QString());
     test::WhenModal<CreateConnectDialog>([](CreateConnectDialog& dialog) {
         Find<QLineEdit>(dialog, "profile_name_").setText(QStringLiteral("Lab"));
         Find<QLineEdit>(dialog, "server_").setText(QStringLiteral("lab.example"));
@@ -153,7 +154,7 @@ TEST_F(Shell, ClosingAsksWithoutATray) {
         Find<QToolButton>(*window, "btn_main_close_").click();
         EXPECT_EQ(window->isVisible(), answer != 0);
     }
-    tray = true;
+    tray = true;  // but the administrator wants none
     AppCtrl::Instance().disableTray = true;
     Open();
     prompts.ExpectBox(GetErrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT), 1);
@@ -176,12 +177,6 @@ TEST_F(Shell, LeavesByTheTrayMenuAndAtTheEndOfTheDesktopSession) {
         EXPECT_TRUE(WaitFor([this] { return Sent("stop") == 1; }));
         EXPECT_EQ(window->isHidden(), by_menu);
     }
-}
-
-TEST_F(Shell, FirstUseShowsTheGuideAndNoCount) {
-    Open();
-    EXPECT_NE(window->findChild<UserGuide*>(), nullptr);
-    EXPECT_EQ(window->findChild<StatusBarWidget*>()->CountText(), QString());
 }
 
 TEST_F(Shell, AutomaticLoginStartsTheDefaultConnectionUnlessOneWasChosen) {
@@ -218,18 +213,6 @@ TEST_F(Shell, MoreMenuChangesTheLogLevelAndTellsTheService) {
     EXPECT_NE(service->Sent().back().find("\"logLevel\":\"error\""), std::string::npos);
     levels->actions().at(2)->trigger();
     menu->close();
-}
-
-TEST_F(Shell, HelpOpensTheFolderOfTheLogFiles) {
-    Open();
-    prompts.ExpectBox(
-        Translate("Your administrator can tell you the gateway, your account and the certificate "
-                  "to use.#@@#Support may ask for the log files:\n%1")
-            .arg(GetAppLogDirPath()),
-        1);
-    Find<QAction>(*window, "more_help_").trigger();
-    EXPECT_TRUE(WaitFor([this] { return !prompts.Opened().empty(); }));
-    EXPECT_EQ(prompts.Opened().front(), QUrl::fromLocalFile(GetAppLogDirPath()));
 }
 
 TEST_F(Shell, MoreMenuOffersNoUpdatesToAPackagedClient) {

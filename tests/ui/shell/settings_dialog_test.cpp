@@ -76,10 +76,15 @@ TEST(Autostart, EntryThatTheDesktopHidIsOff) {
     ASSERT_TRUE(entry.open(QIODevice::ReadWrite));
     QByteArray const text = entry.readAll();
     EXPECT_TRUE(text.startsWith("[Desktop Entry]\nType=Application\n")) << text.constData();
-    EXPECT_TRUE(text.contains("Exec=\"" + GetUIExeAbsolutePath().toUtf8() + "\"\n"));
-    entry.write("Hidden=true\n");
-    entry.close();
-    EXPECT_FALSE(HasAutostart());
+    QByteArray const program = GetUIExeAbsolutePath().toUtf8();
+    EXPECT_TRUE(text.contains("\nExec=\"" + program + "\"\nTryExec=" + program + "\n"));
+    for (char const* const off : {"Hidden=true\n", "X-GNOME-Autostart-enabled=false\n"}) {
+        entry.resize(text.size());
+        entry.seek(text.size());
+        entry.write(off);
+        entry.flush();
+        EXPECT_FALSE(HasAutostart()) << off;
+    }
     EXPECT_TRUE(SetAutostart(false));
     EXPECT_FALSE(entry.exists());
 }

@@ -73,6 +73,17 @@ TEST(MessageBox, SplitsHeadlineAndDetail) {
     }
 }
 
+TEST(MessageBox, StandsInTheMiddleOfItsOwner) {
+    QWidget owner;
+    owner.setGeometry(20, 20, 700, 500);
+    owner.show();
+    ZVLMessageBox box(&owner, ZVLMsgBoxType::kWarning, text("T"),
+                      text("Headline#@@#") + text("many words ").repeated(20), {text("OK")});
+    box.show();
+    QApplication::processEvents();
+    EXPECT_LE((box.geometry().center() - owner.geometry().center()).manhattanLength(), 2);
+}
+
 TEST(MessageBox, LongWordsWrapAndLongTextsScrollInsteadOfBeingCut) {
     ZVLMessageBox box(
         nullptr, ZVLMsgBoxType::kWarning, text("T"),

@@ -43,11 +43,15 @@ void addCert(ui::Config& config, std::string const& name, bool tls) {
     config.clientCerts[name] = cert;
 }
 
+constexpr QSize kWindowSize{960, 640};
+
 std::unique_ptr<QWidget> mainWindow(WindowWorld& world) {
     world.config.autoMinimize = false;
     world.config.Save();
-    return std::make_unique<ui::MainWindow>(ui::MainWindow::Environment{
+    auto window = std::make_unique<ui::MainWindow>(ui::MainWindow::Environment{
         world.config, world.prompts, [&world] { return world.service; }, nullptr});
+    window->resize(kWindowSize);  // whatever the screen of the test
+    return window;
 }
 
 std::unique_ptr<QWidget> firstUse(WindowWorld& world) {
