@@ -13,6 +13,7 @@ from gi.repository import Atspi, GLib  # noqa: E402  (the version has to be requ
 
 from waiting import wait_for  # noqa: E402
 
+_FRAME = 40  # pixels that a window manager may put around a window
 SECONDS = 10  # how long a widget is waited for, unless told
 
 
@@ -36,12 +37,21 @@ class Widget:
         return self._has(Atspi.StateType.ACTIVE)
 
     def in_front(self):
-        """Whether its window is a menu, or the one that the keyboard goes to: it can be clicked."""
+        """Whether its window is a menu, or stands as the active one where the program thinks that
+        it does: it can be clicked."""
         node = self._node
         while node.get_parent().get_role() != Atspi.Role.APPLICATION:
             node = node.get_parent()
         window = Widget(node)
-        return window.role == "popup menu" or window.active()
+        if window.role == "popup menu":
+            return True
+        places = zip(window.place(), _place_of_active_window())
+        return window.active() and all(abs(told - real) <= _FRAME for told, real in places)
+
+    def place(self):
+        """Left, top, width and height on the screen."""
+        box = self._node.get_extents(Atspi.CoordType.SCREEN)
+        return box.x, box.y, box.width, box.height
 
     def matches(self, name):
         return re.fullmatch(name, self.name) is not None
@@ -60,8 +70,8 @@ class Widget:
 
     def click(self, times=1):
         """With the mouse, in the middle; one right after the other."""
-        box = self._node.get_extents(Atspi.CoordType.SCREEN)
-        at = [str(box.x + box.width // 2), str(box.y + box.height // 2)]
+        left, top, width, height = self.place()
+        at = [str(left + width // 2), str(top + height // 2)]
         argv = ["xdotool", "mousemove", *at, "click", "--repeat", str(times), "--delay", "50", "1"]
         subprocess.run(argv, check=True, timeout=20)
 
@@ -142,6 +152,13 @@ class Program:
             except GLib.Error:
                 continue
         return None
+
+
+def _place_of_active_window():
+    argv = ["xdotool", "getactivewindow", "getwindowgeometry", "--shell"]
+    answer = subprocess.run(argv, capture_output=True, text=True, check=False, timeout=20)
+    box = dict(line.split("=") for line in answer.stdout.split())
+    return tuple(int(box.get(name, 0)) for name in ("X", "Y", "WIDTH", "HEIGHT"))
 
 
 def _click_in_front(widget):

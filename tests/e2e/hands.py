@@ -29,9 +29,13 @@ class Mouse:
 
     def fill(self, name, text):
         field = wait_for(f"field {name!r}", lambda: _field(self._widgets, name), road.SECONDS)
+        wait_for(f"{name!r} in front", field.in_front, road.SECONDS)
         field.click()
         wait_for(f"focus in {name!r}", field.focused, road.SECONDS)
         _replace(text)
+
+    def close(self):
+        self.press("push button", "Close")
 
 
 class Keyboard:
@@ -50,6 +54,9 @@ class Keyboard:
         self._walk_to(_FIELDS, name)
         _replace(text)
 
+    def close(self):
+        keys("alt+F4")
+
     def _walk_to(self, roles, name):
         passed = []
 
@@ -63,7 +70,7 @@ class Keyboard:
             assert len(passed) <= _MOST_TABS, f"no way to {roles} {name!r}: {passed}"
             # One place of the focus holds a whole group of them.
             among = here.role == _RADIO and _RADIO in roles
-            keys("Down" if among else "Tab")
+            keys("Right" if among else "Tab")
             _wait_for_move(here)
             return False
 
