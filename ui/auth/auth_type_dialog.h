@@ -33,6 +33,7 @@ class AuthTypeDialog : public AuthConfigBase {
     void onClickedConnectButton();
     void onClickedThirdPartyLoginButton();
     void onClickedCancelButton();
+    void ConnectButtonEnable(bool enable);
     void reject() override;
 
   protected:
@@ -62,7 +63,6 @@ class AuthTypeDialog : public AuthConfigBase {
     void orderTabs();
     void onRadio(Choice const& choice, bool checked);
     bool CheckInput();
-    void ConnectButtonEnable(bool enable);
     bool offers(SupportedAuthType type) const;
 
     std::vector<SupportedAuthType> offer_;

@@ -6,6 +6,7 @@
 #include "components/logger/logger.h"
 #include "ui/auth/auth_type_dialog.h"
 #include "ui/widgets/automation_hooks.h"
+#include "ui/widgets/bring_into_view.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -56,17 +57,17 @@ void AuthTypeFlow::onNeedSelectAuthType(bool select) {
 
 // True when the dialog asked for a login.
 bool AuthTypeFlow::runDialog(std::shared_ptr<Profile> const& profile, bool select) {
-    QPointer<AuthTypeDialog> const dialog =
-        new AuthTypeDialog(profile, select, services_.input, services_.dialogParent);
-    services_.dialogs.authTypeDialog = dialog.data();
+    BringIntoView(services_.dialogParent);
+    dialog_ = new AuthTypeDialog(profile, select, services_.input, services_.dialogParent);
+    services_.dialogs.authTypeDialog = dialog_.data();
     bool wanted = false;
-    connect(dialog.data(), &AuthTypeDialog::StartConnect, this, [&wanted] { wanted = true; });
+    connect(dialog_.data(), &AuthTypeDialog::StartConnect, this, [&wanted] { wanted = true; });
     if (automationHooks().dialogOpened) {
-        QTimer::singleShot(kAutomaticLoginDelay, dialog.data(),
+        QTimer::singleShot(kAutomaticLoginDelay, dialog_.data(),
                            &AuthTypeDialog::ClickedConnectButton);
     }
-    bool const accepted = dialog->exec() == QDialog::Accepted;
-    delete dialog.data();
+    bool const accepted = dialog_->exec() == QDialog::Accepted;
+    delete dialog_.data();
     services_.dialogs.authTypeDialog.clear();
     return accepted && wanted;
 }
@@ -77,6 +78,13 @@ void AuthTypeFlow::giveUp(std::string const& name) {
         services_.flow.StopConnect();
     } else {
         services_.updater.AnnounceRefusal(name);
+    }
+}
+
+void AuthTypeFlow::onCriticalBoxShown() {
+    StopSelectAuthTypeTimer();
+    if (dialog_) {
+        dialog_->ConnectButtonEnable(true);
     }
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 
 #include "ui/auth/auth_config_base.h"
@@ -10,6 +11,8 @@
 #include "ui/session/session_dialogs.h"
 
 namespace zorvanelink::ui {
+
+class AuthTypeDialog;
 
 class AuthTypeFlow : public QObject {
     Q_OBJECT
@@ -32,6 +35,8 @@ class AuthTypeFlow : public QObject {
     void onNeedSelectAuthType(bool select);
     void onSelectAuthTypeTimerTimeout();
     void StopSelectAuthTypeTimer() { selectAuthTypeTimer_.stop(); }
+    // After the box of a failure: an open dialog may be used again.
+    void onCriticalBoxShown();
 
   Q_SIGNALS:
     // The login that the dialog asked for. Queued: the dialog is gone.
@@ -43,7 +48,8 @@ class AuthTypeFlow : public QObject {
     void giveUp(std::string const& name);
 
     Services services_;
-    QTimer selectAuthTypeTimer_;  // nothing starts it: the user may take any time
+    QPointer<AuthTypeDialog> dialog_;  // while it is open
+    QTimer selectAuthTypeTimer_;       // nothing starts it: the user may take any time
 };
 
 }  // namespace zorvanelink::ui

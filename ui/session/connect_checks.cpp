@@ -7,6 +7,7 @@
 #include "ui/session/connect_flow.h"
 #include "ui/session/start_message.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/bring_into_view.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -48,6 +49,7 @@ std::optional<SecretAnswer> ConnectFlow::askFor(SecretTexts const& texts) {
     request.maxUtf8Length = kMaxSecretBytes;
     request.tooLongMessage = GetErrMsg(texts.too_long);
     request.emptyMessage = request.label;
+    BringIntoView(dialog_parent_);
     std::optional<SecretAnswer> answer = prompts_.InputSecret(request);
     return answer && !answer->value.empty() ? answer : std::nullopt;
 }

@@ -8,6 +8,7 @@
 #include "components/utils/sensitive_value.h"
 #include "ui/session/start_message.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/bring_into_view.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -82,6 +83,9 @@ void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool qu
 // One connection at a time, and one attempt at a time: a prompt of the first may still stand.
 bool ConnectFlow::mayStart(std::string const& name) {
     if (prompting_) {
+        if (name != state_.currentProfileName) {
+            updater_.AnnounceRefusal(name);
+        }
         return false;
     }
     bool const other_runs = !state_.Idle() && state_.currentProfileName != name;
@@ -106,7 +110,11 @@ void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthT
         return;
     }
     if (!ready) {
-        refuse(profile->name);
+        if (state_.status == ConnectStatus::Disconnected) {
+            refuse(profile->name);
+        } else {
+            StopConnect();  // the gateway waits for an answer that will not come
+        }
         return;
     }
     if (!link_.IsReady()) {  // it may have gone while a prompt stood
@@ -118,7 +126,7 @@ void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthT
     state_.startingProfileName = profile->name;
     state_.offline = false;
     g_running_client = 1;
-    updater_.AnnounceAttempt();
+    updater_.AnnounceRequest();
     QString const json = Profile2JsonString(QStringLiteral("start"), profile);
     if (json.isEmpty()) {
         Log().error("NO json string could be get from profile");
@@ -136,7 +144,11 @@ void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthT
 // Queued: the start that failed is left first.
 void ConnectFlow::selectAnew() {
     auto select = [this, attempt = state_.attempt] {
-        if (!g_quit && attempt == state_.attempt) {
+        auto const current = [this, attempt] { return !g_quit && attempt == state_.attempt; };
+        if (current()) {
+            criticalBox(GetErrMsg(MsgCode::UI_ERROR_NO_CERT));
+        }
+        if (current()) {
             Q_EMIT NeedSelectAuthType(false);
         }
     };
@@ -160,7 +172,7 @@ void ConnectFlow::beginAttempt(Profile& profile, bool queryAuthType) {
     if (queryAuthType && !profile.keepAuthType) {
         profile.authType = SupportedAuthType::kNone;
     }
-    updater_.AnnounceAttempt();
+    updater_.AnnounceRequest();
 }
 
 // The message has been built: what the user does not want kept goes now.
@@ -194,6 +206,7 @@ void ConnectFlow::stop(std::shared_ptr<Profile> const& profile) {
     state_.currentProfileName = profile->name;
     stop_time_ = std::chrono::steady_clock::now();
     state_.stopSent = Send(Profile2JsonString(QStringLiteral("stop"), profile).toStdString());
+    updater_.AnnounceRequest();
 }
 
 bool ConnectFlow::BelongsToOldAttempt() const {
@@ -276,12 +289,16 @@ void ConnectFlow::ForgetPendingRequest(QString const& name) {
         return;
     }
     state_.stopSent = false;
-    if (!state_.startingProfileName.empty()) {
-        updater_.AnnounceRefusal(state_.startingProfileName);
+    std::string const starting = std::exchange(state_.startingProfileName, {});
+    if (!starting.empty() && state_.status == ConnectStatus::Disconnected) {
+        updater_.AnnounceRefusal(starting);
+    } else {
+        updater_.AnnounceRequest();
     }
 }
 
 void ConnectFlow::criticalBox(QString const& text) {
+    BringIntoView(dialog_parent_);
     prompts_.Critical(dialog_parent_, GetErrMsg(MsgCode::UI_ERROR), text,
                       GetErrMsg(MsgCode::UI_INFO_OK));
 }

@@ -6,6 +6,7 @@
 #include "app/environment/globals.h"
 #include "components/logger/logger.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/bring_into_view.h"
 #include "ui/widgets/open_url.h"
 #include "ui/widgets/zvl_message_box.h"
 
@@ -185,12 +186,16 @@ void FailurePresenter::closeDialogs() {
 
 void FailurePresenter::PopDisconnectErrorForDialog() {
     Log().debug("Pop disconnect error for dialog");
-    // A text has been shown, or the dialog is about to show its own.
-    if (!dialogs_.authDialog || state_.errorShown) {
+    if (!dialogs_.authDialog) {
         return;
     }
-    ShowCriticalBox(GetErrMsg(MsgCode::UI_ERROR), GetErrMsg(MsgCode::UI_INFO_CONNECTION_TERMINATED),
-                    GetErrMsg(MsgCode::UI_INFO_OK));
+    if (!state_.errorShown) {
+        ShowCriticalBox(GetErrMsg(MsgCode::UI_ERROR),
+                        GetErrMsg(MsgCode::UI_INFO_CONNECTION_TERMINATED),
+                        GetErrMsg(MsgCode::UI_INFO_OK));
+    } else if (state_.link != LinkState::kReconnecting) {
+        return;  // the dialog is about to show its own text, and closes itself
+    }
     reject(dialogs_.authDialog);
 }
 
@@ -219,7 +224,7 @@ void FailurePresenter::TellUntoldFailure() {
 
 void FailurePresenter::HandleTunnelDisconnect(
     core::sslvpn::CLMsgReplyTunnelDisconnectData const& data) {
-    if (state_.offline) {
+    if (state_.offline || state_.stopSent) {  // the user wanted it so
         Log().info("Do not need to pop disconnect msg box when offline");
         flow_.StopConnect();
         return;
@@ -268,11 +273,7 @@ bool FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& title, QString
                                      QString const& button) {
     Log().info("Show pop msg window, visible {}, hide {}, mini {}", window_->isVisible(),
                window_->isHidden(), window_->isMinimized());
-    if (window_->isHidden() || window_->isMinimized()) {
-        window_->raise();
-        window_->showNormal();
-        window_->activateWindow();
-    }
+    BringIntoView(window_);
     BoxRequest request;
     request.kind = kind;
     request.title = title;

@@ -9,6 +9,7 @@
 #include "core/clmsg_json.h"
 #include "ui/session/status_handler.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/bring_into_view.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -46,6 +47,7 @@ void StatusHandler::onNeedAuthCode(Data const& data, Profile& profile) {
     profile.context.tokenPromptMsg = data.tokenPromptMsg;
     profile.context.emailAuthAccount = data.emailAuthAccount;
     if (!dialogs_.authDialog) {
+        state_.errorShown = false;  // an earlier text does not speak for the dialog's end
         Q_EMIT NeedSendAuthCode();
     }
 }
@@ -105,6 +107,7 @@ void StatusHandler::onServerCertificate(Data const& data, Profile& profile) {
     int answer = -1;
     {
         QScopedValueRollback<bool> const guard(asksForCertificate_, true);
+        BringIntoView(window_);
         answer = prompts_.Box(request);
     }
     if (!g_quit && attempt == state_.attempt && !state_.offline && !state_.stopSent) {

@@ -163,7 +163,7 @@ void StatusHandler::onOnline(Data const& data, Profile& profile) {
     state_.beenOnline = true;
     state_.untoldFailure.clear();
     thirdParty_.Stop();
-    bool const first = !state_.reconnectingSeen;
+    bool const first = !state_.reconnectingSeen && !state_.stopSent;
     updater_.UpdateConnectStatus(profile.name, ConnectStatus::Connected);
     Q_EMIT RefreshTrayMenu();
     Q_EMIT CameOnline(first);

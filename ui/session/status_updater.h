@@ -16,8 +16,8 @@ class StatusUpdater : public QObject {
 
     // An unknown number clears the display and is told as it came.
     void UpdateConnectStatus(std::string const& name, ConnectStatus status);
-    // A start is on its way and has no status yet.
-    void AnnounceAttempt() { Q_EMIT StateChanged(); }
+    // A start or stop is on its way and has no status yet, or nobody waits for one any more.
+    void AnnounceRequest() { Q_EMIT StateChanged(); }
     // For the card of a start that was refused: nothing of the state moves.
     void AnnounceRefusal(std::string const& name);
 

@@ -147,7 +147,7 @@ void MainWindow::wireAuth() {
     connect(&statuses_, &StatusHandler::PushStatusArrived, &authTypes_,
             &AuthTypeFlow::StopSelectAuthTypeTimer);
     connect(&failures_, &FailurePresenter::CriticalBoxShown, &authTypes_,
-            &AuthTypeFlow::StopSelectAuthTypeTimer);
+            &AuthTypeFlow::onCriticalBoxShown);
     connect(&authTypes_, &AuthTypeFlow::StartConnect, this,
             [this](QString const& name, bool query) {
                 if (ProfileTab* const tab = cards_.GetProfileTab(name.toStdString())) {

@@ -1,7 +1,8 @@
 // The window's part in the tray: its actions, hiding and coming back, and the end of the program.
+#include <QApplication>
 #include <QCloseEvent>
-#include <QCoreApplication>
 
+#include "app/environment/globals.h"
 #include "ui/shell/main_window.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/open_url.h"
@@ -40,6 +41,10 @@ void MainWindow::renderTray() {
 
 // What the button of that card does, unless the state has moved on since the menu was shown.
 void MainWindow::pressCard(std::string const& name, bool start) {
+    if (start && QApplication::activeModalWidget() != nullptr) {
+        BringUp();  // what stands there is answered first
+        return;
+    }
     ProfileTab* const tab = start == state_.Idle() ? cards_.GetProfileTab(name) : nullptr;
     if (tab != nullptr && start == (tab->Status() == ConnectStatus::Disconnected)) {
         tab->onConnButtonTriggered();
@@ -98,6 +103,7 @@ void MainWindow::leave() {
         link_.IgnoreLoss();
         state_.errorShown = true;  // who leaves needs no word about an open dialog
         StopConnect();
+        g_quit = true;  // what stands behind a box does not go on
     }
 }
 

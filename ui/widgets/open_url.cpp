@@ -6,6 +6,7 @@
 #include "app/environment/paths.h"
 #include "components/logger/logger.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/bring_into_view.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -28,12 +29,7 @@ bool isWebPage(QUrl const& url) {
 }
 
 void hint(Prompts& prompts, QWidget* parent, MsgCode text) {
-    QWidget* const window = parent != nullptr ? parent->window() : nullptr;
-    if (window != nullptr && (window->isHidden() || window->isMinimized())) {
-        window->showNormal();
-        window->raise();
-        window->activateWindow();
-    }
+    BringIntoView(parent);
     prompts.Critical(parent, GetErrMsg(MsgCode::UI_ERROR), GetErrMsg(text),
                      GetErrMsg(MsgCode::UI_INFO_OK));
 }

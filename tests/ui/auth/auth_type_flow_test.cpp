@@ -35,6 +35,8 @@ TEST_F(AuthTypeFlowTest, LoginStartsOnceTheDialogIsGone) {
         test::WhenModal<AuthTypeDialog>([&](AuthTypeDialog& dialog) {
             EXPECT_EQ(dialogs.authTypeDialog, &dialog);
             types.onNeedSelectAuthType(true);  // one at a time
+            dialog.ConnectButtonEnable(false);
+            types.onCriticalBoxShown();
             EXPECT_EQ(QApplication::activeModalWidget(), &dialog);
             test::Find<QPushButton>(dialog, button).click();
             EXPECT_EQ(Sent("start"), before);

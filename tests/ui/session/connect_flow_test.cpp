@@ -50,6 +50,16 @@ TEST_F(ConnectFlowTest, ACancelledPromptGivesTheButtonBack) {
     EXPECT_EQ(LastNotified(), ConnectStatus::Disconnected);
     EXPECT_TRUE(state.Idle());
     EXPECT_EQ(g_running_client, 0);
+
+    // In the middle of a login the gateway is told that no answer will come.
+    profile->authType = SupportedAuthType::kNone;
+    Click("Head office", true);
+    Receive(MsgCode::CONNECTING);
+    profile->authType = SupportedAuthType::kPwd;
+    prompts.ExpectSecret(std::nullopt);
+    Click();
+    EXPECT_EQ(Sent("stop"), 1);
+    EXPECT_TRUE(state.Idle());
 }
 
 TEST_F(ConnectFlowTest, ACertificateThatIsNotThereStopsTheStart) {
@@ -62,6 +72,7 @@ TEST_F(ConnectFlowTest, ACertificateThatIsNotThereStopsTheStart) {
     // The record is known, its file has gone since.
     profile->fileCert.commonName = "Alice";
     QSignalSpy select(&statuses, &StatusHandler::NeedSelectAuthType);
+    prompts.ExpectBox(Text(MsgCode::UI_ERROR_NO_CERT), 0);
     Click();
     EXPECT_EQ(Sent("start"), 0);
     EXPECT_TRUE(state.Idle());
@@ -167,6 +178,29 @@ TEST_F(ConnectFlowTest, ACardThatGaveUpWaitingMayTryAgain) {
     EXPECT_EQ(g_running_client, 0);
     Click();
     EXPECT_EQ(Sent("start"), 2);
+
+    // Once a login is under way its card goes on showing it.
+    Receive(MsgCode::CONNECTING);
+    Click();
+    flow.ForgetPendingRequest(QStringLiteral("Head office"));
+    EXPECT_EQ(LastNotified(), ConnectStatus::Connecting);
+    EXPECT_TRUE(state.startingProfileName.empty());
+}
+
+TEST_F(ConnectFlowTest, AfterTheUsersStopNothingOpensAndNothingIsTold) {
+    Click();
+    Receive(MsgCode::CONNECTING);
+    profile->context.redirectUrl = "https://intranet.example.com";
+    flow.onStopConnect(QStringLiteral("Head office"));
+    Receive(MsgCode::ONLINE);
+    EXPECT_TRUE(prompts.Opened().empty());
+    core::sslvpn::CLMsgReplyTunnelDisconnectData data;
+    data.profileName = profile->name;
+    data.reason = 5;
+    Receive(data);
+    EXPECT_TRUE(prompts.Boxes().empty());
+    EXPECT_EQ(state.status, ConnectStatus::Disconnected);
+    EXPECT_EQ(Sent("stop"), 1);
 }
 
 TEST_F(ConnectFlowTest, WhatHappensBehindAPromptCounts) {

@@ -180,6 +180,21 @@ TEST_F(StatusEffectsTest, ACriticalStatusLeavesNoBoxAndNoDialog) {
     EXPECT_FALSE(auth.isVisible());
 }
 
+TEST_F(StatusEffectsTest, ALostLinkLeavesNoCodeDialogWhateverWasToldBefore) {
+    QDialog auth;
+    dialogs.authDialog = &auth;
+    auth.show();
+    Connect();
+    state.errorShown = true;
+    flow.StopConnect();
+    EXPECT_TRUE(auth.isVisible()) << "it shows its own text";
+    Connect();
+    state.errorShown = true;
+    state.link = LinkState::kReconnecting;
+    flow.StopConnect();
+    EXPECT_FALSE(auth.isVisible());
+}
+
 TEST_F(StatusEffectsTest, AThirdPartyLoginKeepsItsFirstDeadline) {
     auto data = Reply(MsgCode::OAUTH_PAGE);
     data.oauthPagePath = "https://login.example.com";
