@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QTextDocument>
 #include <cmath>
+#include <memory>
 
 namespace zorvanelink::ui {
 
@@ -23,8 +24,10 @@ MessageText::MessageText(QWidget* parent) : QTextEdit(parent) {
 void MessageText::FitTo(int width, int maxHeight) {
     ensurePolished();
     document()->setDefaultFont(font());
-    document()->setTextWidth(width);
-    int const height = static_cast<int>(std::ceil(document()->size().height()));
+    // A copy: before it is shown the widget wraps its own document at a width of its choice.
+    std::unique_ptr<QTextDocument> const measured(document()->clone());
+    measured->setTextWidth(width);
+    int const height = static_cast<int>(std::ceil(measured->size().height()));
     setVerticalScrollBarPolicy(height > maxHeight ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     setFixedSize(width, qMin(height, maxHeight));
 }
