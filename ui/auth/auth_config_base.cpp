@@ -46,7 +46,7 @@ void AuthConfigBase::InitAuthConfig() {
     dropMissingFileCert();
     widgets_.userName->setText(QString::fromStdString(profile_->userName));
     widgets_.rememberPassword->setChecked(profile_->rememberPassword);
-    if (profile_->rememberPassword && !profile_->password.empty()) {
+    if (standsFor(profile_->password, profile_->rememberPassword)) {
         widgets_.password->ShowMask();
     }
     RefreshCertInfo();
@@ -176,10 +176,15 @@ void AuthConfigBase::RefreshCertInfo() {
     }
 }
 
+// During a login also what was typed for it alone.
+bool AuthConfigBase::standsFor(std::string const& secret, bool remembered) const {
+    return !secret.empty() && (remembered || passwordRequired_);
+}
+
 void AuthConfigBase::fillPin() {
     if (widgets_.pin->text().isEmpty()) {
         widgets_.rememberPin->setChecked(rememberPinFlag());
-        if (rememberPinFlag() && !keyPin().empty()) {
+        if (standsFor(keyPin(), rememberPinFlag())) {
             widgets_.pin->ShowMask();
         }
     }
@@ -220,6 +225,11 @@ void AuthConfigBase::dropMissingFileCert() {
 }
 
 void AuthConfigBase::takeCert(CertInfo const& chosen, bool isFile) {
+    bool const same = !isFile && !certIsFile_ && chosen.certType == systemCert_.certType &&
+                      chosen.fingerprint == systemCert_.fingerprint;
+    if (same) {
+        return;
+    }
     (isFile ? fileCert_ : systemCert_) = chosen;
     certIsFile_ = isFile;
     WipeField(*widgets_.pin);  // it belonged to the certificate before

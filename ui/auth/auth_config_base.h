@@ -86,6 +86,8 @@ class AuthConfigBase : public ZVLDialog {
     void dropMissingFileCert();
     void takeCert(CertInfo const& chosen, bool isFile);
     void fillPin();
+    // Whether a mask is to stand for the secret.
+    bool standsFor(std::string const& secret, bool remembered) const;
 
     std::shared_ptr<Profile> const profile_;
     bool const passwordRequired_;

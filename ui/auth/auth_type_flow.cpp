@@ -44,6 +44,7 @@ void AuthTypeFlow::onNeedSelectAuthType(bool select) {
     }
     if (!accepted) {
         Log().info("Failed or cancel process select auth type");
+        services_.flow.ForgetCredentials(*profile);
         giveUp(profile->name);
         return;
     }

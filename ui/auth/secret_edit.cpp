@@ -1,5 +1,7 @@
 #include "ui/auth/secret_edit.h"
 
+#include <utility>
+
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -11,7 +13,11 @@ SecretEdit::SecretEdit(int maxLength, QWidget* parent)
     reveal(false);
     updateEye();
     connect(eye_, &QToolButton::clicked, this, [this] { reveal(echoMode() == Password); });
-    connect(this, &QLineEdit::textEdited, this, [this] { masked_ = false; });
+    connect(this, &QLineEdit::textEdited, this, [this](QString const& typed) {
+        if (std::exchange(masked_, false)) {
+            setText(typed);  // undoing must not bring the asterisks back as if they were typed
+        }
+    });
     connect(this, &QLineEdit::textChanged, this, &SecretEdit::updateEye);
     connect(this, &QLineEdit::textEdited, this, &SecretEdit::updateEye);
     connect(this, &QLineEdit::selectionChanged, this, &SecretEdit::keepMaskWhole);

@@ -70,6 +70,14 @@ struct ProfileBase {
     bool GetSupportedAuthType(std::vector<SupportedAuthType> const& list);
 };
 
+// The secrets that an attempt began with, as sensitive values: they outlive what is not to be
+// remembered, for the case that the user must correct another part of the login.
+struct OnceSecrets {
+    std::string password;
+    std::string tlsPin;
+    std::string gmPin;
+};
+
 // What one connection knows besides its profile: never stored, replaced by a fresh one at each
 // start.
 struct Context {
@@ -91,6 +99,7 @@ struct Context {
     QString passwordPolicy;  // lines for the user, empty without a policy
     std::string changePasswordUrl;
     std::string forgotPasswordUrl;
+    OnceSecrets once;       // until the login has ended
     QDateTime connectTime;  // invalid until the tunnel is up
     core::sslvpn::CLMsgReplyNetConfigData netConfig;
     core::sslvpn::CLMsgReplyTunnelStatisticsData statistics;

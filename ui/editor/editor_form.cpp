@@ -39,9 +39,24 @@ class StillComboBox : public QComboBox {
     void wheelEvent(QWheelEvent* event) override { event->ignore(); }
 };
 
+// A pasted address or number often brings blanks along, which would have all of it refused.
+class BlanklessValidator : public QRegularExpressionValidator {
+  public:
+    using QRegularExpressionValidator::QRegularExpressionValidator;
+
+    State validate(QString& input, int& position) const override {
+        for (int i = input.size() - 1; i >= 0; --i) {
+            if (input[i].isSpace()) {
+                input.remove(i, 1);
+                position -= i < position ? 1 : 0;
+            }
+        }
+        return QRegularExpressionValidator::validate(input, position);
+    }
+};
+
 void restrictTo(QLineEdit* edit, char const* pattern) {
-    edit->setValidator(
-        new QRegularExpressionValidator(QRegularExpression(QLatin1String(pattern)), edit));
+    edit->setValidator(new BlanklessValidator(QRegularExpression(QLatin1String(pattern)), edit));
 }
 
 QLineEdit* makeEdit(QWidget* parent, char const* name, QString const& placeholder) {

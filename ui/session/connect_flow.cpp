@@ -175,8 +175,9 @@ void ConnectFlow::beginAttempt(Profile& profile, bool queryAuthType) {
     updater_.AnnounceRequest();
 }
 
-// The message has been built: what the user does not want kept goes now.
+// The message has been built: what the user does not want kept leaves the profile now.
 void ConnectFlow::forgetCredentials(Profile& profile, bool queryAuthType) {
+    profile.context.once = {profile.password, profile.systemCert.pin, profile.gmCert.pin};
     if (!profile.rememberPassword) {
         if (!queryAuthType) {
             Log().debug("Clear password when not remember");
@@ -195,6 +196,11 @@ void ConnectFlow::forgetCredentials(Profile& profile, bool queryAuthType) {
         Log().debug("Clear gmssl pincode when not remember");
         profile.gmCert.pin.clear();
     }
+}
+
+void ConnectFlow::ForgetCredentials(Profile& profile) {
+    forgetCredentials(profile, false);
+    profile.context.once = {};
 }
 
 void ConnectFlow::stop(std::shared_ptr<Profile> const& profile) {
@@ -270,6 +276,7 @@ void ConnectFlow::StopConnect() {
 
 // The views have been cleared with the state.
 void ConnectFlow::endSession(Profile& profile) {
+    profile.context.once = {};
     profile.context.redirectUrl.clear();
     profile.context.redirectUrlTitle.clear();
     profile.context.resourceListPagePath.clear();

@@ -48,6 +48,8 @@ class ConnectFlow : public QObject {
     bool Send(std::string const& json);
     // The profile of the current connection, or null when no card carries it.
     std::shared_ptr<Profile> RunningProfile() const;
+    // The attempt goes no further: what the user does not want kept goes.
+    void ForgetCredentials(Profile& profile);
 
   public Q_SLOTS:
     void onStartConnect(QString const& name, bool queryAuthType);

@@ -127,6 +127,9 @@ void StatusHandler::onNeedSelectAuthType(Data const& data, Profile& profile) {
     }
     auto const list = components::utils::ConvertStrListToSupportedAuthType(data.supportedAuthType);
     if (profile.GetSupportedAuthType(list) && std::any_of(list.begin(), list.end(), hasControl)) {
+        if (profile.password.empty()) {
+            profile.password = profile.context.once.password;  // typed, and not yet tried
+        }
         Q_EMIT NeedSelectAuthType(true);
         return;
     }

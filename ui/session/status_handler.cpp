@@ -56,6 +56,7 @@ struct StatusHandler::Tail {
     bool runs;
     bool wasQuery;
     std::uint64_t starts;
+    OnceSecrets once;
 };
 
 StatusHandler::StatusHandler(Services services, QObject* parent)
@@ -106,7 +107,8 @@ bool StatusHandler::HandleCommonReplyData(Data const& data) {
         return false;
     }
     bool const session = !state_.offline && !state_.stopSent;
-    Tail const tail{data.statusCode, session, profile->context.needQueryAuthType, state_.starts};
+    Tail const tail{data.statusCode, session, profile->context.needQueryAuthType, state_.starts,
+                    profile->context.once};
     if (failures_.HandleErrMsg(data)) {
         runTail(tail, *profile);
         return true;
@@ -144,12 +146,29 @@ void StatusHandler::runTail(Tail const& tail, Profile& profile) {
             break;
         case MsgCode::ERR_AUTH_USER_OR_PASS:
         case MsgCode::ERR_AUTH_BAD_CERT:
+            giveBackRight(tail, profile);
             state_.currentProfileName = profile.name;
             Q_EMIT NeedSelectAuthType(!profile.keepAuthType);
             break;
         default:
             break;
     }
+}
+
+// What was right need not be typed again.
+void StatusHandler::giveBackRight(Tail const& tail, Profile& profile) {
+    auto const give = [](std::string const& once, std::string& stored) {
+        if (stored.empty()) {
+            stored = once;
+        }
+    };
+    if (tail.code == MsgCode::ERR_AUTH_BAD_CERT) {
+        give(tail.once.password, profile.password);
+    } else {
+        give(tail.once.tlsPin, profile.systemCert.pin);
+        give(tail.once.gmPin, profile.gmCert.pin);
+    }
+    profile.context.once = {};
 }
 
 void StatusHandler::onOnline(Data const& data, Profile& profile) {
@@ -160,6 +179,7 @@ void StatusHandler::onOnline(Data const& data, Profile& profile) {
     }
     state_.pendingWarnings.assign(data.warningCode.begin(), data.warningCode.end());
     profile.context.connectTime = QDateTime::currentDateTime();
+    profile.context.once = {};
     state_.beenOnline = true;
     state_.untoldFailure.clear();
     thirdParty_.Stop();

@@ -93,6 +93,7 @@ class StatusHandler : public QObject {
     // What must be known of the moment before a box.
     struct Tail;
     void runTail(Tail const& tail, Profile& profile);
+    static void giveBackRight(Tail const& tail, Profile& profile);
 
     void onOnline(Data const& data, Profile& profile);
     void onOffline(Data const& data, Profile& profile);

@@ -3,9 +3,11 @@
 
 #include <QtTest/QTest>
 
+#include "components/utils/sensitive_value.h"
 #include "tests/support/qt_helpers.h"
 #include "tests/ui/session/session_fixture.h"
 #include "ui/auth/auth_type_dialog.h"
+#include "ui/cert/tls_cert_dialog.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -81,6 +83,53 @@ TEST_F(AuthTypeFlowTest, CancelNeverStopsAnother) {
     EXPECT_EQ(Sent("stop"), 0);
     EXPECT_EQ(notified.last()[0].toString(), QStringLiteral("Head office"));
     EXPECT_EQ(notified.last()[1].value<ConnectStatus>(), ConnectStatus::Disconnected);
+}
+
+// Nothing is to be remembered, and yet only what was wrong is asked for again.
+TEST_F(AuthTypeFlowTest, WhatWasRightIsNotTypedAgain) {
+    QObject::connect(&statuses, &StatusHandler::NeedSelectAuthType, &types,
+                     &AuthTypeFlow::onNeedSelectAuthType);
+    Receive(common::MsgCode::OFFLINE);
+    profile->authType = SupportedAuthType::kPwdWithCert;
+    profile->rememberPassword = false;
+    profile->certIsFile = false;
+    profile->systemCert.certName = "Alice";
+    profile->systemCert.certData = "DER";
+    profile->systemCert.certType = kCertTypeUsbKey;
+    struct Case {
+        common::MsgCode code;
+        bool passwordStands;
+    };
+    for (Case const& c : {Case{common::MsgCode::ERR_AUTH_BAD_CERT, true},
+                          Case{common::MsgCode::ERR_AUTH_USER_OR_PASS, false}}) {
+        std::string const secret = components::utils::EncodeSensitiveValue("right");
+        profile->password = profile->systemCert.pin = secret;
+        Click();
+        EXPECT_TRUE(profile->password.empty());
+        EXPECT_TRUE(profile->systemCert.pin.empty());
+        int const before = Sent("start");
+        auto const answer = [&](bool login) {
+            // The service's last word comes behind the box.
+            prompts.ExpectBox(Text(c.code), 0, [this] { Receive(common::MsgCode::OFFLINE); });
+            test::WhenModal<AuthTypeDialog>([&](AuthTypeDialog& dialog) {
+                auto& password = test::Find<SecretEdit>(dialog, "lineedit_password_");
+                auto& pin = test::Find<SecretEdit>(dialog, "lineedit_pin_");
+                EXPECT_EQ(password.HoldsMask(), c.passwordStands);
+                EXPECT_EQ(pin.HoldsMask(), !c.passwordStands);
+                EXPECT_EQ(test::Find<QLineEdit>(dialog, "lineedit_username_").text(),
+                          QStringLiteral("alice"));
+                (c.passwordStands ? pin : password).setText(QStringLiteral("right"));
+                test::Find<QPushButton>(dialog, login ? "btn_connect_" : "btn_cancel_").click();
+            });
+            Receive(c.code);
+        };
+        answer(true);
+        ASSERT_TRUE(test::WaitFor([&] { return Sent("start") == before + 1; }));
+        answer(false);
+        EXPECT_TRUE(profile->password.empty()) << "cancelled: nothing is kept";
+        EXPECT_TRUE(profile->systemCert.pin.empty());
+        EXPECT_TRUE(profile->context.once.password.empty());
+    }
 }
 
 }  // namespace

@@ -116,10 +116,13 @@ TEST_F(CredentialsTest, MaskStandsForWhatIsStored) {
         for (std::string const& stored : {sensitive("open"), std::string()}) {
             profile->rememberPassword = remember;
             profile->password = stored;
-            CredentialDialog dialog(profile, true, services());
-            bool const masked = remember && !stored.empty();
-            EXPECT_EQ(dialog.IsUIInputPwdForShow(), masked);
-            EXPECT_EQ(dialog.w.password->text(), QString(masked ? 31 : 0, QLatin1Char('*')));
+            // During a login what was typed for it alone stands as well.
+            for (bool const login : {true, false}) {
+                CredentialDialog dialog(profile, login, services());
+                bool const masked = (remember || login) && !stored.empty();
+                EXPECT_EQ(dialog.IsUIInputPwdForShow(), masked);
+                EXPECT_EQ(dialog.w.password->text(), QString(masked ? 31 : 0, QLatin1Char('*')));
+            }
         }
     }
 }
@@ -146,6 +149,12 @@ TEST_F(CredentialsTest, MaskLeavesTheStoredValueAndTheFirstEditReplacesIt) {
     EXPECT_TRUE(typed.w.password->Eye()->isVisible());
     typed.w.password->Eye()->click();
     EXPECT_EQ(typed.w.password->echoMode(), QLineEdit::Normal);
+    for (int i = 0; i < 3; ++i) {
+        typed.w.password->undo();
+    }
+    EXPECT_FALSE(typed.w.password->text().contains(QLatin1Char('*')))
+        << "the mask would become the password";
+    typed.w.password->setText(QStringLiteral("new"));
     typed.SaveAuthConfig();
     EXPECT_EQ(clear(profile->password), "new");
 

@@ -133,6 +133,11 @@ TEST_F(CreateConnectDialogTest, WhatCanBeTyped) {
         QTest::keyClicks(&field, QLatin1String(c.typed));
         EXPECT_EQ(field.text(), QLatin1String(c.stands)) << c.field << ' ' << c.typed;
     }
+    // Pasted with what stood around it.
+    QLineEdit& server = edit(*dialog, "server_");
+    server.clear();
+    server.insert(QStringLiteral(" vpn.example.com\n"));
+    EXPECT_EQ(server.text(), QStringLiteral("vpn.example.com"));
 }
 
 TEST_F(CreateConnectDialogTest, AnUntouchedProfileIsStoredAsItWas) {
