@@ -35,6 +35,14 @@ class Widget:
         """Whether it is the window that the keyboard goes to."""
         return self._has(Atspi.StateType.ACTIVE)
 
+    def in_front(self):
+        """Whether its window is a menu, or the one that the keyboard goes to: it can be clicked."""
+        node = self._node
+        while node.get_parent().get_role() != Atspi.Role.APPLICATION:
+            node = node.get_parent()
+        window = Widget(node)
+        return window.role == "popup menu" or window.active()
+
     def matches(self, name):
         return re.fullmatch(name, self.name) is not None
 
@@ -96,8 +104,8 @@ class Program:
         return wait_for(f"{role} {name!r}", lambda: self.look(role, name), seconds)
 
     def click(self, role, name, seconds=SECONDS):
-        """Clicks it once it can be used."""
-        self._once_usable(Widget.click, role, name, seconds)
+        """Clicks it once it can be used and its window is in front."""
+        self._once_usable(_click_in_front, role, name, seconds)
 
     def press(self, role, name, seconds=SECONDS):
         """Presses it once it can be used."""
@@ -112,10 +120,9 @@ class Program:
             if widget is None or not widget.enabled():
                 return False
             try:
-                act(widget)
+                return act(widget) is not False
             except GLib.Error:  # replaced by another one since we looked
                 return False
-            return True
 
         wait_for(f"usable {role} {name!r}", attempt, seconds)
 
@@ -135,6 +142,13 @@ class Program:
             except GLib.Error:
                 continue
         return None
+
+
+def _click_in_front(widget):
+    if not widget.in_front():
+        return False
+    widget.click()
+    return True
 
 
 def _shown_below(roots):

@@ -240,7 +240,7 @@ void CreateConnectDialog::reject() {
 }
 
 void CreateConnectDialog::fitHeight() {
-    if (!isVisible()) {
+    if (!Placed()) {
         return;  // not all styles are in force yet
     }
     QWidget const* const owner = parentWidget() != nullptr ? parentWidget()->window() : this;
@@ -250,7 +250,7 @@ void CreateConnectDialog::fitHeight() {
 }
 
 void CreateConnectDialog::SetCurrentAtParentCenter() {
-    if (isVisible()) {
+    if (Placed()) {
         AuthConfigBase::Place();
     }
 }

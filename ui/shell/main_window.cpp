@@ -1,7 +1,6 @@
 #include "ui/shell/main_window.h"
 
 #include <QGuiApplication>
-#include <QPainterPath>
 #include <QTimer>
 
 #include "app/environment/globals.h"
@@ -11,6 +10,7 @@
 #include "ui/session/view_state.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/open_url.h"
+#include "ui/widgets/round_corners.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -22,7 +22,6 @@ using components::logger::Log;
 // Pixels, before scaling.
 constexpr QSize kWindowSize{960, 640};
 constexpr QSize kSmallestSize{880, 560};
-constexpr int kWindowRadius = 8;
 // The window is painted first.
 constexpr std::chrono::milliseconds kAutoLoginDelay{200};
 
@@ -93,10 +92,7 @@ void MainWindow::shapeWindow() {
     setWindowTitle(GetTrMsg(MsgCode::UI_INFO_ZORVANE_LINK));
     setMinimumSize(kSmallestSize);
     resize(kWindowSize);
-    // The window system draws round corners only where it blends windows.
-    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
-        setAttribute(Qt::WA_TranslucentBackground);
-    }
+    PrepareRoundCorners(*this);
 }
 
 void MainWindow::wireLink() {
@@ -325,12 +321,7 @@ bool MainWindow::event(QEvent* event) {
 
 void MainWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    if (testAttribute(Qt::WA_TranslucentBackground)) {
-        return;
-    }
-    QPainterPath outline;
-    outline.addRoundedRect(rect(), kWindowRadius, kWindowRadius);
-    setMask(QRegion(outline.toFillPolygon().toPolygon()));
+    CutRoundCorners(*this);
 }
 
 MainWindow* getMainWindow() {

@@ -8,6 +8,7 @@
 #include <QStyleOption>
 
 #include "components/logger/logger.h"
+#include "ui/widgets/round_corners.h"
 #include "ui/widgets/style.h"
 #include "ui/widgets/zvl_message_box.h"
 
@@ -28,7 +29,7 @@ ZVLDialog::ZVLDialog(QWidget* parent)
       titleBar_(new TitleBar(TitleBar::Kind::kDialog, panel_)),
       body_(new QWidget(panel_)) {
     setModal(true);
-    setAttribute(Qt::WA_TranslucentBackground);
+    PrepareRoundCorners(*this);
     setStyleSheet(LoadStyle(QStringLiteral("controls")) + LoadStyle(QStringLiteral("dialog")));
     frame_->setContentsMargins(0, 0, 0, 0);
     frame_->addWidget(panel_);
@@ -89,12 +90,23 @@ void ZVLDialog::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
 }
 
-void ZVLDialog::showEvent(QShowEvent* event) {
-    QDialog::showEvent(event);
-    if (!placed_) {
+void ZVLDialog::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    CutRoundCorners(*this);
+}
+
+// Placed before the window exists: a move that meets the window manager's own leaves Qt with a
+// wrong idea of where the dialog stands.
+void ZVLDialog::setVisible(bool visible) {
+    if (visible && !placed_) {
         placed_ = true;
+        ensurePolished();
+        for (QWidget* const child : findChildren<QWidget*>()) {
+            child->ensurePolished();  // sizes follow from styles
+        }
         Place();
     }
+    QDialog::setVisible(visible);
 }
 
 void ZVLDialog::Place() {

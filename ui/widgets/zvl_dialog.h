@@ -27,15 +27,20 @@ class ZVLDialog : public QDialog {
     static int ShowCriticalBox(QWidget* parent, QString const& title, QString const& text,
                                QString const& button);
 
+    void setVisible(bool visible) override;
+
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
-    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
     QVBoxLayout* FrameLayout() const { return frame_; }
     QFrame* Panel() const { return panel_; }
+    // Sizes the dialog and puts it over its owner. Called once before it is first shown, with all
+    // styles in force.
     virtual void Place();
+    bool Placed() const { return placed_; }
 
   private:
     QVBoxLayout* frame_;

@@ -1,0 +1,36 @@
+#include "ui/widgets/round_corners.h"
+
+#include <qpa/qplatformnativeinterface.h>
+
+#include <QGuiApplication>
+#include <QPainterPath>
+
+namespace zorvanelink::ui {
+namespace {
+
+constexpr int kRadius = 8;  // pixels, as the stylesheets have it
+
+bool desktopBlendsWindows() {
+    if (QGuiApplication::platformName() != QLatin1String("xcb")) {
+        return true;
+    }
+    auto* const native = QGuiApplication::platformNativeInterface();
+    return native->nativeResourceForScreen("compositingEnabled",
+                                           QGuiApplication::primaryScreen()) != nullptr;
+}
+
+}  // namespace
+
+void PrepareRoundCorners(QWidget& window) {
+    window.setAttribute(Qt::WA_TranslucentBackground, desktopBlendsWindows());
+}
+
+void CutRoundCorners(QWidget& window) {
+    if (!window.testAttribute(Qt::WA_TranslucentBackground)) {
+        QPainterPath outline;
+        outline.addRoundedRect(window.rect(), kRadius, kRadius);
+        window.setMask(QRegion(outline.toFillPolygon().toPolygon()));
+    }
+}
+
+}  // namespace zorvanelink::ui
