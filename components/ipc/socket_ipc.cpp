@@ -19,7 +19,7 @@ using components::logger::Log;
 constexpr auto kHeartbeatTick = std::chrono::milliseconds(200);
 constexpr auto kHeartbeatTimeout = std::chrono::nanoseconds(2'000'999'999);
 constexpr auto kSendPoll = std::chrono::milliseconds(1);
-constexpr int kEndOfFile = 2;     // of a read, whatever its category
+constexpr int kEndOfFile = 2;        // of a read, whatever its category
 constexpr int kReadsInAPass = 1024;  // 4 MB, more than a kernel keeps for a peer that waits
 
 std::size_t frameSize(IPCMsg const& msg) {
@@ -382,8 +382,8 @@ void SocketIPC::HandleRead(boost::system::error_code const& ec, std::size_t byte
         readFailed(ec.value(), bytes);
         return;
     }
-    // All that is here already goes into one pass: a pass that begins in the middle of a burst would
-    // take the frame at its end for a whole one.
+    // All that is here already goes into one pass: a pass that begins in the middle of a burst
+    // would take the frame at its end for a whole one.
     for (int reads = 1; bytes != 0; ++reads) {
         socket->parser().Commit(bytes);
         ++read_count_;
