@@ -110,8 +110,18 @@ class VirtualDesktop:
     def start_tray(self):
         # At the top edge: below a menu at the bottom the pointer would close it at once.
         argv = ["trayer", "--edge", "top", "--align", "right", "--widthtype", "request"]
-        self.processes.start([*argv, "--height", str(_TRAY_HEIGHT)], self.log("tray"))
+        argv += ["--height", str(_TRAY_HEIGHT)]
+        self._tray_process = self.processes.start(argv, self.log("tray"))
         wait_for("the tray", _tray_box, _START_SECONDS)
+
+    def stop_tray(self):
+        self.processes.stop(self._tray_process)
+
+    def windows_of(self, pid):
+        """The windows of a process that show, menus included."""
+        argv = ["xdotool", "search", "--onlyvisible", "--pid", str(pid)]
+        answer = subprocess.run(argv, capture_output=True, text=True, check=False, timeout=20)
+        return set(answer.stdout.split())
 
     def tray_has_icon(self):
         return _tray_box()["WIDTH"] >= _TRAY_HEIGHT // 2

@@ -42,11 +42,11 @@ class FirstHour(road.Road):
 
         self._switch_automatic_login_on(hands)
         self._close_and_restore(hands, client)
-        self._quit(client)
+        self._quit(client, service)
 
         client = self.client("second-day")
         self.sees_online(client)
-        self._quit(client)
+        self._quit(client, service)
 
     def _check_record(self, service):
         starts = service.messages("start")
@@ -67,14 +67,18 @@ class FirstHour(road.Road):
         self.desktop.click_tray_icon()
         self.sees_online(client)
 
-    def _quit(self, client):
-        def ends():
-            keys("Up", "Return")  # a tray's menu is not among the widgets: Quit is its last entry
-            return not client.alive()
-
+    def _quit(self, client, service):
+        stops = len(service.messages("stop"))
+        shown = self.desktop.windows_of(client.process.pid)
         self.desktop.click_tray_icon(button=3)
-        wait_for("the client's end", ends, road.SECONDS)
+        # Not among the accessible widgets: a menu without a window. Quit is its last entry.
+        menu = lambda: self.desktop.windows_of(client.process.pid) - shown  # noqa: E731
+        wait_for("the tray's menu", menu, road.SECONDS)
+        keys("Up", "Return")
+        wait_for("the client's end", lambda: not client.alive(), road.SECONDS)
         self.assertEqual(client.process.returncode, 0)
+        wait_for("a stop", lambda: len(service.messages("stop")) > stops, road.SECONDS)
+        self.assertEqual(len(service.messages("stop")), stops + 1)
 
     def _add_connection(self, hands):
         hands.press("push button", "Add Connection")

@@ -15,11 +15,9 @@ using components::logger::Log;
 using namespace std::chrono_literals;
 
 constexpr int kMessageMs = 3000;
-constexpr int kNameWidth = 200;  // pixels of a connection's name in the menu
-// A panel that starts after us comes within seconds; a desktop without a tray is asked rarely.
-constexpr auto kFirstPause = 1s;
-constexpr auto kLongestPause = 60s;
-constexpr auto kHiddenPause = 5s;
+constexpr int kNameWidth = 200;     // pixels of a connection's name in the menu
+constexpr auto kFirstLook = 200ms;  // the window is painted first
+constexpr auto kHiddenPause = 60s;
 
 QString title() {
     return GetTrMsg(MsgCode::UI_INFO_ZORVANE_LINK);
@@ -42,8 +40,7 @@ TrayController::TrayController(QWidget& window, Config const& config, Available 
                                 &TrayController::OpenRedirectUrl)),
       resourcesAction_(addAction("tray_resources_", GetTrMsg(MsgCode::UI_INFO_RESOURCE_LIST),
                                  &TrayController::OpenResourceList)),
-      quitAction_(addAction("tray_quit_", GetTrMsg(MsgCode::UI_INFO_QUIT), &TrayController::Quit)),
-      pause_(kFirstPause) {
+      quitAction_(addAction("tray_quit_", GetTrMsg(MsgCode::UI_INFO_QUIT), &TrayController::Quit)) {
     menu_.setStyleSheet(LoadStyle(QStringLiteral("menu")));
     menu_.setAccessibleName(title());
     rebuild();
@@ -52,7 +49,7 @@ TrayController::TrayController(QWidget& window, Config const& config, Available 
     connect(&looking_, &QTimer::timeout, this, &TrayController::FollowDesktop);
     if (available_) {
         window_.installEventFilter(this);
-        looking_.start(0);  // the window is painted first
+        QTimer::singleShot(kFirstLook, this, &TrayController::FollowDesktop);
     }
 }
 
@@ -71,13 +68,16 @@ bool TrayController::HasTray() {
 }
 
 void TrayController::FollowDesktop() {
+    if (available_ && watch_ == nullptr) {
+        watch_ = std::make_unique<TrayWatch>();
+        connect(watch_.get(), &TrayWatch::MayHaveChanged, this, &TrayController::FollowDesktop);
+    }
     bool const there = available_ && available_();
     if (there && icon_ == nullptr) {
         takeIcon();
     } else if (!there && icon_ != nullptr) {
         Log().info("The system tray has gone");
         icon_.reset();
-        pause_ = kFirstPause;
         if (!window_.isVisible()) {
             Q_EMIT ShowWindow();
         }
@@ -85,14 +85,12 @@ void TrayController::FollowDesktop() {
     lookLater();
 }
 
+// A hidden window without a tray would be lost: for it the desktop is asked without a sign, too.
 void TrayController::lookLater() {
-    if (!available_ || (icon_ != nullptr && window_.isVisible())) {
+    if (icon_ != nullptr && !window_.isVisible()) {
+        looking_.start(kHiddenPause);
+    } else {
         looking_.stop();
-        return;
-    }
-    looking_.start(icon_ != nullptr ? kHiddenPause : pause_);
-    if (icon_ == nullptr) {
-        pause_ = std::min<std::chrono::seconds>(2 * pause_, kLongestPause);
     }
 }
 

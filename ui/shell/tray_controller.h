@@ -6,13 +6,13 @@
 #include <QHash>
 #include <QMenu>
 #include <QTimer>
-#include <chrono>
 #include <functional>
 #include <memory>
 
 #include "ui/config/config.h"
 #include "ui/shell/tray_icon.h"
 #include "ui/shell/tray_view.h"
+#include "ui/shell/tray_watch.h"
 
 namespace zorvanelink::ui {
 
@@ -83,8 +83,8 @@ class TrayController : public QObject {
     QAction* quitAction_;
     QMenu menu_;
     std::unique_ptr<AntiDupQSystemTrayIcon> icon_;
+    std::unique_ptr<TrayWatch> watch_;
     QTimer looking_;
-    std::chrono::seconds pause_;  // until the next look for a tray
 };
 
 }  // namespace zorvanelink::ui

@@ -172,7 +172,8 @@ TEST_F(Tray, ComesAndGoesWithTheDesktopsTray) {
     Go(kConnected);
     EXPECT_FALSE(tray.HasTray());
     there = true;
-    ASSERT_TRUE(test::WaitFor([this] { return tray.Icon() != nullptr; }));
+    tray.FollowDesktop();
+    ASSERT_NE(tray.Icon(), nullptr);
     EXPECT_EQ(tray.Icon()->toolTip(), QStringLiteral("Zorvane Link\nHead office: Connected"));
 
     QSignalSpy const shown(&tray, &TrayController::ShowWindow);
