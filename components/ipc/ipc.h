@@ -57,7 +57,7 @@ inline constexpr char kNamedPipeIPCName[] = "\\\\.\\pipe\\zvlnamedpipe";
 class LinkTexts {
   public:
     enum Kind { kError, kInfo, kDebug };
-    static constexpr std::size_t kMaxSize = 64 * 1024;
+    static constexpr std::size_t kMaxSize = std::size_t{64} * 1024;
 
     void Append(Kind kind, std::string_view text);
     void Set(Kind kind, std::string_view text);

@@ -7,7 +7,7 @@
 
 namespace zorvanelink::components::utils {
 
-inline constexpr std::size_t kMaxContentSize = 64 * 1024 * 1024;  // bytes
+inline constexpr std::size_t kMaxContentSize = std::size_t{64} * 1024 * 1024;  // bytes
 
 // False, with content unchanged, unless the path is a readable regular file of at most
 // kMaxContentSize bytes.

@@ -145,7 +145,7 @@ QString AuthConfigBase::certText() const {
         default:
             return readable(gm() ? gmCert_.certName : systemCert_.certName);
     }
-    QString const kind = GetTrMsg(MsgCode::UI_INFO_USE_SOFTWARE_CERTIFICATE);
+    QString kind = GetTrMsg(MsgCode::UI_INFO_USE_SOFTWARE_CERTIFICATE);
     if (!certIsFile_) {
         return kind;
     }

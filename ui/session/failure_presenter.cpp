@@ -52,7 +52,7 @@ QString utf8(std::string const& text) {
 // The service's own words for the code, else ours.
 QString textOf(CLMsgCommonReplyData const& data) {
     QString const sent = utf8(IsChineseDisplayLangguage() ? data.errMsgInCn : data.errMsgInEn);
-    QString const text = firstNonEmpty({sent, GetErrMsg(data.statusCode)});
+    QString text = firstNonEmpty({sent, GetErrMsg(data.statusCode)});
     if (data.statusCode == MsgCode::UI_TR_VERITY_SERVER_CERTIFICATE_FAILED) {
         return text + QLatin1String(kMessageSeparator) +
                GetErrMsg(MsgCode::UI_TR_IMPORT_TRUSTED_CERT_TIPS);
