@@ -1,36 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "components/logger/logger.h"
 #include "core/clmsg.h"
 
 namespace zorvanelink::core {
 namespace {
 
 using common::MsgCode;
-using components::logger::Log;
-using components::logger::LOG_LEVEL;
-
-TEST(Envelope, TablesMapBothWays) {
-    for (std::size_t i = 0; i < CLMsg::kTypeString.size(); ++i) {
-        auto const type = static_cast<CLMsg::Type>(i);
-        EXPECT_EQ(CLMsg::StringToType(CLMsg::TypeToString(type)), type);
-    }
-    for (std::size_t i = 0; i < CLMsg::kSubTypeString.size(); ++i) {
-        auto const subtype = static_cast<CLMsg::SubType>(i);
-        EXPECT_EQ(CLMsg::StringToSubType(CLMsg::SubTypeToString(subtype)), subtype);
-    }
-    EXPECT_EQ(CLMsg::TypeToString(CLMsg::Type::kUnknown), "max");
-    EXPECT_EQ(CLMsg::SubTypeToString(CLMsg::SubType::kUnknown), "max");
-    EXPECT_EQ(CLMsg::TypeToString(static_cast<CLMsg::Type>(-1)), "max");
-    EXPECT_EQ(CLMsg::StringToType("Start"), CLMsg::Type::kUnknown);
-    EXPECT_EQ(CLMsg::StringToSubType(""), CLMsg::SubType::kUnknown);
-    EXPECT_EQ(static_cast<int>(CLMsg::StringToSubType("disconnectReasonn")), 21);
-    EXPECT_EQ(static_cast<int>(CLMsg::StringToSubType("cluster")), 22);
-    EXPECT_EQ(CLMsgJsonParse::GetClientType("zlvpn"), CLMsg::ClientType::kZlvpn);
-    EXPECT_EQ(CLMsgJsonParse::GetClientType("l2tp"), CLMsg::ClientType::kL2tp);
-    EXPECT_EQ(CLMsgJsonParse::GetClientType(""), CLMsg::ClientType::kUnknown);
-    EXPECT_EQ(CLMsgJsonParse::BuildStopReply(), R"({"status":"stop"})");
-}
 
 struct GuiRow {
     char const* json;
@@ -88,36 +63,6 @@ TEST(Envelope, FirstStageOfTheGui) {
         EXPECT_EQ(CLMsgJsonParse::err_str_, row.error);
         EXPECT_EQ(CLMsgJsonParse::debug_str_, row.note);
     }
-}
-
-TEST(Envelope, FirstStageOfTheService) {
-    struct Row {
-        char const* json;
-        bool understood;
-        CLMsg::ClientType client;
-        LOG_LEVEL level;
-    };
-    using enum CLMsg::ClientType;
-    Row const rows[] = {
-        {R"({"type":"start","clientType":"zlvpn"})", true, kZlvpn, LOG_LEVEL::info},
-        {R"({"type":"update","clientType":"other"})", true, kUnknown, LOG_LEVEL::info},
-        {R"({"type":"start","logLevel":"error"})", false, kL2tp, LOG_LEVEL::error},
-        {R"({"type":"set","logLevel":"warning"})", true, kL2tp, LOG_LEVEL::warning},
-        {R"({"type":"stop","logLevel":4})", true, kL2tp, LOG_LEVEL::info},
-        {R"({"type":"get","logLevel":"","clientType":1})", true, kL2tp, LOG_LEVEL::info},
-        {R"({"type":"update","clientType":1})", false, kL2tp, LOG_LEVEL::info},
-        {R"({"type":"auth","logLevel":"error"})", false, kL2tp, LOG_LEVEL::info},
-    };
-    for (Row const& row : rows) {
-        SCOPED_TRACE(row.json);
-        Log().setLogLevel(LOG_LEVEL::info);
-        auto type = CLMsg::Type::kUnknown;
-        auto client = kL2tp;
-        EXPECT_EQ(CLMsgJsonParse::Parse(row.json, &type, &client), row.understood);
-        EXPECT_EQ(client, row.client);
-        EXPECT_EQ(Log().level(), row.level);
-    }
-    Log().setLogLevel(LOG_LEVEL::info);
 }
 
 }  // namespace

@@ -6,8 +6,6 @@
 namespace zorvanelink::core::sslvpn {
 namespace {
 
-using common::SupportedAuthType;
-
 TEST(Request, SendersWriteTheirOwnOrder) {
     struct Row {
         std::string sent;
@@ -131,52 +129,6 @@ TEST(Request, SetSelectsItsKeysBySubtype) {
     CLMsgSetData password;
     ASSERT_TRUE(CLMsgJson::Parse(CLMsgJson::BuildNewPassword("p", "b2xk", "bmV3"), &password));
     EXPECT_EQ(password.currentPassword + password.newPassword, "b2xkbmV3");
-}
-
-TEST(Request, StopAndGet) {
-    CLMsgStopData stop;
-    EXPECT_TRUE(CLMsgJson::Parse(R"({"type":"stop","profileName":"p"})", &stop));
-    EXPECT_EQ(stop.profileName, "p");
-    EXPECT_FALSE(CLMsgJson::Parse(R"({"type":"stop"})", &stop));
-
-    EXPECT_EQ(static_cast<int>(CLMsgJson::GetGetType("state")), 0);
-    EXPECT_EQ(static_cast<int>(CLMsgJson::GetGetType("acceptServerCert")), 16);
-    CLMsgGetData get;
-    EXPECT_TRUE(CLMsgJson::Parse(R"({"profileName":"p","getType":"loglevel"})", &get));
-    EXPECT_EQ(get.getType, GetType::kLogLevel);
-    EXPECT_FALSE(CLMsgJson::Parse(R"({"profileName":"p","getType":"State"})", &get));
-    EXPECT_FALSE(CLMsgJson::Parse(CLMsgJson::BuildCertRequest(true), &get));
-}
-
-TEST(Request, ServiceReadsMoreOfStartThanTheGuiSends) {
-    CLMsgStartData start;
-    start.logLevel = "kept";
-    ASSERT_TRUE(CLMsgJson::Parse(R"({"profileName":"p","server":"gw","port":1,"authType":"face",
-        "processID":18446744073709551615,"desc":"d","certType":2,"certInfo":"i","certPath":"c",
-        "certAlias":"a","gmDeviceName":"k1","gmAppName":"k2","gmContainerName":"k3",
-        "gmSignCert":"k4","gmEncCert":"k5","enableLinkSelect":true,"concurrentTestNumBeg":5,
-        "concurrentTestNumBase":6,"enableConcurrentTestSameUser":true,"deviceType":"pc",
-        "hostName":"h","hostID":"id","sysVersion":"12","clientVersion":"5","devMac":"02:00",
-        "systemTextCode":"gbk","logLevel":3,"gatewayList":{},"clusterList":[7],
-        "lastTimeSupportedAuthType":[{"authTypeStr":"pwd"},{},{"authTypeStr":1}]})",
-                                 &start));
-    EXPECT_EQ(start.authType, SupportedAuthType::kUnknown);
-    EXPECT_EQ(start.processID, 18446744073709551615U);
-    EXPECT_EQ(start.certType, 2);
-    EXPECT_EQ(start.desc + start.certInfo + start.certPath + start.certAlias, "dica");
-    EXPECT_EQ(start.gmDeviceName + start.gmAppName + start.gmContainerName + start.gmSignCert +
-                  start.gmEncCert,
-              "k1k2k3k4k5");
-    EXPECT_EQ(start.concurrentTestNumBeg * 10 + start.concurrentTestNumBase, 56);
-    EXPECT_TRUE(start.enableLinkSelect && start.enableConcurrentTestSameUser);
-    EXPECT_EQ(start.deviceType + start.hostName + start.hostID + start.sysVersion +
-                  start.clientVersion + start.devMac + start.systemTextCode,
-              "pchid12502:00gbk");
-    EXPECT_EQ(start.logLevel, "kept");
-    EXPECT_EQ(start.heartbeatTimeout, 180);
-    EXPECT_FALSE(start.spaPort || start.certData);
-    EXPECT_TRUE(start.clusterList.empty());
-    EXPECT_EQ(start.lastTimeSupportedAuthType, std::vector<std::string>{"pwd"});
 }
 
 TEST(Request, StartNeedsItsRequiredKeys) {

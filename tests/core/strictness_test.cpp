@@ -159,14 +159,5 @@ TEST(Strictness, CommonReplyTakesWhatFits) {
     EXPECT_EQ(read.supportedAuthType, std::vector<std::string>{"oauth"});
 }
 
-TEST(Strictness, DisconnectReasons) {
-    EXPECT_EQ(static_cast<int>(DisconnectReasonCode(1)), 53270);
-    EXPECT_EQ(static_cast<int>(DisconnectReasonCode(13)), 53282);
-    EXPECT_EQ(static_cast<int>(DisconnectReasonCode(222)), 53283);
-    for (std::int32_t const reason : {-1, 0, 14, 221, std::numeric_limits<std::int32_t>::max()}) {
-        EXPECT_EQ(DisconnectReasonText(reason), "Unkown");
-    }
-}
-
 }  // namespace
 }  // namespace zorvanelink::test

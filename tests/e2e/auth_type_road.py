@@ -20,14 +20,6 @@ class AuthType(road.Road):
         client.widgets.usable("push button", "Login", road.SECONDS)
         return service, client
 
-    def test_stored_password_logs_in(self):
-        service, client = self.asked()
-        client.widgets.press("push button", "Login")
-        self.sees_online(client)
-        starts = service.messages("start")
-        self.assertEqual([start["authType"] for start in starts], ["none", "pwd"])
-        self.assertEqual([start["needQueryAuthType"] for start in starts], [True, False])
-
     def test_wrong_password_asks_again_and_cancel_goes_offline(self):
         service, client = self.asked()
         subprocess.run(["xdotool", "type", "wrong"], check=True, timeout=20)

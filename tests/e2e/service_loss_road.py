@@ -24,6 +24,15 @@ class ServiceLoss(road.Road):
         self.go_online(client)
         self.sees_counters_grow(client)
 
+    def test_a_link_is_cut_and_the_service_moves(self):
+        service, client = self.online()
+        for order in ("vanish", "restart 1 37100"):
+            service.order(order)
+            self.sees(client, "Ready")
+            client.widgets.gone("push button", road.DISCONNECT)
+            self.go_online(client)
+            self.sees_counters_grow(client)
+
 
 if __name__ == "__main__":
     road.main()

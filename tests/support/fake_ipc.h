@@ -1,6 +1,7 @@
 // A link without a socket: a test sees what is sent and plays the service.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <mutex>
 #include <string>
@@ -37,6 +38,14 @@ class FakeIpc : public components::ipc::IPC {
     std::vector<std::string> Sent() const {
         std::lock_guard lock(mutex_);
         return sent_;
+    }
+
+    // How many messages with that word, in quotes, have left.
+    int Count(std::string const& word) const {
+        auto const sent = Sent();
+        return static_cast<int>(std::count_if(sent.begin(), sent.end(), [&](auto const& json) {
+            return json.find('"' + word + '"') != std::string::npos;
+        }));
     }
 
     std::atomic<bool> stopped{false};

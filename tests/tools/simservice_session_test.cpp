@@ -107,20 +107,6 @@ TEST_F(SessionTest, LoginGoesOnlineAndCountsUntilTheStop) {
                 ElementsAre(Moment::kLink, Moment::kStart, Moment::kOnline, Moment::kSessionEnd));
 }
 
-TEST_F(SessionTest, RefusedLoginEndsOffline) {
-    auto const wrong_value = [] {
-        auto start = startOf("alice", "made-up");
-        start.encryptedPassword = "made-up";
-        return start;
-    };
-    for (auto const& start : {startOf("alice", "other"), startOf("bob", "made-up"),
-                              startOf("alice", ""), startOf("", ""), wrong_value()}) {
-        session.Receive(CLMsgJson::BuildStart(start));
-        scheduler.Advance(5000);
-        EXPECT_THAT(take(), ElementsAre("40976", "-3", "40973")) << start.user;
-    }
-}
-
 TEST_F(SessionTest, AQuestionForTypesIsAnsweredAndThenWaits) {
     scenario.auth_types = {SupportedAuthType::kOauth, SupportedAuthType::kPwd};
     auto start = startOf("alice", "made-up");
@@ -144,59 +130,6 @@ TEST_F(SessionTest, AQuestionForTypesIsAnsweredAndThenWaits) {
     session.Receive(CLMsgJson::BuildStart(start));
     scheduler.Advance(4110);
     EXPECT_THAT(take(), ElementsAre("40976", "41036", "40994", "netconfig", "40971"));
-}
-
-TEST_F(SessionTest, TheServersCertificateIsAskedAboutOnceALogin) {
-    scenario.server_certificate = ServerCertificate::kExpired;
-    auto const answer = [&](std::string const& profile, bool result) {
-        session.Receive(CLMsgJson::BuildAcceptServerCert(profile, result));
-        scheduler.Advance(999);
-        return take();
-    };
-    auto start = startOf("alice", "made-up");
-    start.needQueryAuthType = true;
-    session.Receive(CLMsgJson::BuildStart(start));
-    scheduler.Advance(5000);
-    EXPECT_THAT(take(), ElementsAre("40976", "41018"));
-    EXPECT_THAT(answer("Elsewhere", true), ElementsAre());
-    EXPECT_THAT(answer("Office", true), ElementsAre("41032"));
-    start.needQueryAuthType = false;
-    session.Receive(CLMsgJson::BuildStart(start));
-    scheduler.Advance(110);
-    EXPECT_THAT(take(), ElementsAre("40976", "40994", "netconfig"));
-
-    session.SendStatus(MsgCode::OFFLINE);
-    session.Receive(CLMsgJson::BuildStart(start));
-    scheduler.Advance(110);
-    EXPECT_THAT(take(), ElementsAre("40973", "40976", "41018"));
-    EXPECT_THAT(answer("Office", false), ElementsAre("40973"));
-    EXPECT_THAT(answer("Office", true), ElementsAre());
-
-    scenario.server_certificate = ServerCertificate::kUntrusted;
-    start.enableVerifyServerCert = true;
-    session.Receive(CLMsgJson::BuildStart(start));
-    scheduler.Advance(5000);
-    EXPECT_THAT(take(), ElementsAre("40976", "45271", "40973"));
-}
-
-TEST_F(SessionTest, ATunnelIsLostAndComesBackAsTheSameSession) {
-    EXPECT_FALSE(session.Reconnect(100));
-    goOnline();
-    moments.clear();
-    EXPECT_TRUE(session.Reconnect(100));
-    EXPECT_FALSE(session.Reconnect(100));
-    scheduler.Advance(99);
-    EXPECT_THAT(take(), ElementsAre("41008"));
-    scheduler.Advance(101);
-    EXPECT_THAT(take(), ElementsAre("41007", "40994", "netconfig"));
-    scheduler.Advance(1000);
-    EXPECT_THAT(take(), ElementsAre("40971"));
-    EXPECT_THAT(moments, ElementsAre(Moment::kOnline));
-
-    session.Reconnect(100);
-    session.Receive(CLMsgJson::BuildStop(startOf("", "")));
-    scheduler.Advance(5000);
-    EXPECT_THAT(take(), ElementsAre("41008", "40973"));
 }
 
 TEST_F(SessionTest, StopInTheMiddleOfALoginLeavesNothingBehind) {
@@ -291,15 +224,6 @@ TEST_F(SessionTest, NonsenseIsDropped) {
         EXPECT_THAT(take(), ElementsAre()) << json;
     }
     EXPECT_EQ(session.GetState(), Session::State::kIdle);
-}
-
-TEST_F(SessionTest, NoSecretIsSaid) {
-    session.Receive(CLMsgJson::BuildStart(startOf("alice", "made-up")));
-    scheduler.Advance(5000);
-    for (auto const& line : said) {
-        EXPECT_EQ(line.find("made-up"), std::string::npos) << line;
-    }
-    EXPECT_THAT(said, ElementsAre("start Office (alice)", "online 10.8.0.2"));
 }
 
 }  // namespace

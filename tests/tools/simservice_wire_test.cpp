@@ -68,23 +68,6 @@ TEST_F(OutboxTest, PiecesKeepTheirPaceAndHeartbeatsStayOutOfThem) {
     EXPECT_EQ(heartbeats, 1);
 }
 
-TEST_F(OutboxTest, SilenceDropsAndANewConnectionStartsWithAWholeFrame) {
-    outbox.SetSilent(true);
-    outbox.SendMessage("lost");
-    outbox.SendHeartbeat();
-    outbox.SetSilent(false);
-    EXPECT_TRUE(pieces.empty());
-
-    outbox.SetSplit(10);
-    outbox.SendMessage(std::string(100, 'x'));
-    outbox.Clear();
-    outbox.SetSplit(0);
-    outbox.SendMessage("new");
-    scheduler.Advance(5000);
-    EXPECT_EQ(pieces.back().substr(12), "new");
-    EXPECT_EQ(pieces.size(), 2U);
-}
-
 TEST(Faults, WaitOnlyForWhatTheyWereMeantFor) {
     test::FakeScheduler scheduler;
     std::vector<int> done;

@@ -100,19 +100,5 @@ TEST(Pkcs12, EmptyPinAndOldCiphers) {
     EXPECT_EQ(ParsePkcs12Cert(cert, false), 0);
 }
 
-TEST(Pkcs12, NamePartsAndTimes) {
-    struct Case {
-        char const* text;
-        char const* trimmed;
-    } const cases[] = {
-        {"C=CN,O=x,CN=Anna", "CN=Anna"}, {"CN=Anna,O=x", "CN=Anna,O=x"}, {"O=x", "O=x"}, {"", ""}};
-    for (Case const& c : cases) {
-        std::string text = c.text;
-        TrimNoUseSubjectOrIssuerField(text);
-        EXPECT_EQ(text, c.trimmed);
-    }
-    EXPECT_EQ(ASN1_TIME_to_string(nullptr), "");
-}
-
 }  // namespace
 }  // namespace zorvanelink::components::utils

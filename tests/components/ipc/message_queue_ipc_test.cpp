@@ -46,12 +46,6 @@ TEST_F(MessageQueue, NewReceiverDropsWhatAnEarlierQueueHeld) {
     EXPECT_EQ(second.Recv(buffer.data(), kMessageQueueMaxLen), 0U);
 }
 
-TEST_F(MessageQueue, SenderWithoutReceiverHasNoQueue) {
-    auto sender = make(kMessageQueueSend);
-    EXPECT_FALSE(sender.IsOpen());
-    EXPECT_EQ(sender.Send("abc", 3), 0U);
-}
-
 TEST_F(MessageQueue, FreeFunctionsOpenAgainWhatFailed) {
     EXPECT_EQ(send_to_ui("abc", 3), 0U);
     auto const receiver = std::make_shared<MessageQueueIPC>(

@@ -66,20 +66,6 @@ TEST_F(LinkTest, RoundsOfReconnectQuitAndVanish) {
     EXPECT_TRUE(server_messages.WaitFor(1));
 }
 
-TEST_F(LinkTest, RoundsOfARestartedService) {
-    for (int round = 0; round < kRounds / 3; ++round) {
-        auto server = std::make_shared<Server>(nullptr, place);
-        ASSERT_TRUE(server->Run());
-        auto client = std::make_shared<Client>("round", nullptr, place);
-        Reports<int> errors;
-        client->SetHeartbeatErrorHandler([&](int code) { errors.Add(code); });
-        ASSERT_TRUE(client->Run());
-        server->Stop();
-        ASSERT_TRUE(errors.WaitFor(1));
-        client->Stop();
-    }
-}
-
 TEST_F(LinkTest, TwoThreadsSendAndTwoStop) {
     auto const server = makeServer();
     ASSERT_TRUE(server->Run());

@@ -2,7 +2,6 @@
 #include <sys/resource.h>
 
 #include <boost/asio/io_context.hpp>
-#include <fstream>
 #include <future>
 
 #include "tests/components/ipc/link_fixture.h"
@@ -13,23 +12,6 @@ namespace {
 using namespace components::ipc;
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-TEST_F(LinkTest, MessagesTravelBothWays) {
-    auto const server = makeServer();
-    ASSERT_TRUE(server->Run());
-    auto const client = makeClient();
-    ASSERT_TRUE(client->Run());
-    std::string const big(300'000, 'b');
-    EXPECT_TRUE(send(*client, "{\"a\":1}"));
-    EXPECT_TRUE(send(*client, big));
-    ASSERT_TRUE(server_messages.WaitFor(2));
-    EXPECT_THAT(server_messages.All(), ElementsAre("{\"a\":1}", big));
-    EXPECT_TRUE(send(*server, "reply"));
-    ASSERT_TRUE(client_messages.WaitFor(1));
-    EXPECT_THAT(client_messages.All(), ElementsAre("reply"));
-    EXPECT_THAT(client->TakeInfoText(), HasSubstr("init ok in ipc\n"));
-    EXPECT_TRUE(client_errors.All().empty());
-}
 
 // What the server sends in the first moment is lost when callbacks come after Run.
 TEST_F(LinkTest, FirstMessageOfTheServerIsSeen) {
@@ -50,26 +32,6 @@ TEST_F(LinkTest, TakenPortsAreProbedUpwards) {
     auto const client = makeClient();
     ASSERT_TRUE(client->Run());
     EXPECT_EQ(client->Port(), second->Port());
-}
-
-TEST_F(LinkTest, PortFileDecidesTheClientsPort) {
-    struct {
-        char const* text;
-        std::uint16_t port;
-    } const rows[] = {{nullptr, 35421}, {"0\n", 35421},     {"65535\n", 35421},
-                      {"text", 35421},  {"65534\n", 65534}, {"1", 1}};
-    for (auto const& row : rows) {
-        unlink(place.file.c_str());
-        if (row.text != nullptr) {
-            std::ofstream(place.file) << row.text;
-        }
-        auto const client = makeClient();
-        EXPECT_FALSE(client->Run());
-        EXPECT_EQ(client->Port(), row.port);
-        EXPECT_THAT(client->TakeErrorText(), HasSubstr("refused"));
-        EXPECT_THAT(client->TakeInfoText(), HasSubstr("init failed in ipc\n"));
-        client->Stop();
-    }
 }
 
 TEST_F(LinkTest, PortsEndAt65534) {
@@ -185,20 +147,6 @@ TEST_F(LinkTest, TimedOutSendOwnsItsBytes) {
     EXPECT_TRUE(peer.Receive(expected.size()) == expected);
     EXPECT_TRUE(server->AsyncSend(kIPCHeartbeatMsg));
     EXPECT_EQ(peer.Receive(12), MakeFrame(0, 0, ""));
-}
-
-TEST_F(LinkTest, SendsWithoutAPeer) {
-    auto const server = makeServer();
-    ASSERT_TRUE(server->Run());
-    unsigned long reply_len = 1;
-    char reply[] = "x";
-    EXPECT_FALSE(server->SendTimeout(kIPCHeartbeatMsg, 100));
-    EXPECT_EQ(server->TakeErrorText(), "Get null deadline socket in send timeout");
-    EXPECT_FALSE(server->AsyncSend(kIPCHeartbeatMsg));
-    EXPECT_EQ(server->TakeErrorText(), "Get null deadline socket in async send");
-    EXPECT_FALSE(server->SendAndRecvTimeout(kIPCHeartbeatMsg, reply, reply_len, 100));
-    EXPECT_EQ(server->TakeErrorText(), "Get null deadline socket in send and recv timeout");
-    EXPECT_EQ(makeClient()->Ping(), -1);
 }
 
 TEST_F(LinkTest, HeartbeatCountsTimeoutsUntilASignOfLife) {

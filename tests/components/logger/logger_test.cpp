@@ -65,13 +65,6 @@ TEST_F(LoggerTest, LogStartsWithTheDefaultLoggerAndThenTakesTheFirstName) {
     EXPECT_TRUE(fs::exists(folder_ + "/!-earlier.log"));
 }
 
-TEST_F(LoggerTest, ASecondInstanceOfANameIsTheFirst) {
-    auto const first = Logger::Instance(name_, folder_);
-    EXPECT_EQ(Logger::Instance(name_, folder_ + "/other"), first);
-    EXPECT_EQ(Log(name_, folder_ + "/other", 10, 1), first);
-    EXPECT_FALSE(fs::exists(folder_ + "/other"));
-}
-
 TEST_F(LoggerTest, GatesLetThroughTheirLevelAndAbove) {
     std::vector<std::string> const all{"v 1", "d two", "i true", "w 4", "e 5"};
     auto const log = Logger::Instance(name_, folder_);

@@ -91,24 +91,6 @@ TEST(ValueCipher, ReaderKeepsItsShape) {
     }
 }
 
-TEST(ValueCipher, BufferFunctionsChainTheirVector) {
-    std::string const whole = encrypted(std::string(48, 'q'));
-    AES_ctx context;
-    AES_init_ctx_iv(context, reinterpret_cast<std::uint8_t const*>(kAes256Key[0].data()),
-                    reinterpret_cast<std::uint8_t const*>(kAes256IV[0].data()));
-    std::string pieces = whole;
-    auto* const bytes = reinterpret_cast<std::uint8_t*>(pieces.data());
-    EXPECT_TRUE(AES_CBC_decrypt_buffer(context, bytes, 16));
-    EXPECT_TRUE(AES_CBC_decrypt_buffer(context, bytes + 16, 32));
-    EXPECT_EQ(pieces, std::string(48, 'q'));
-    EXPECT_FALSE(AES_CBC_decrypt_buffer(context, bytes, 15));
-
-    std::string data = "0123456789";
-    EXPECT_FALSE(AES256Decrypt(kAes256Key[0], kAes256IV[0], data));
-    EXPECT_EQ(data, "0123456789");
-    EXPECT_FALSE(AES256Encrypt("short", kAes256IV[0], data));
-}
-
 TEST(Base64, ReadsWhatItWrites) {
     std::string bytes;
     for (int size = 0; size < 3000; size += 1 + size / 7) {

@@ -113,28 +113,5 @@ TEST_F(AuthTypeDialogTest, ThirdPartyAsksBeforeItClosesAndForgetsThePassword) {
     EXPECT_TRUE(profile->password.empty());
 }
 
-TEST_F(AuthTypeDialogTest, EveryControlHasANameAndItsPlaceInTheTabOrder) {
-    profile->supportedAuthTypes = {Type::kPwd, Type::kPwdWithCert, Type::kOnlyUkey, Type::kOauth};
-    profile->authType = Type::kPwdWithCert;
-    profile->certIsFile = false;
-    profile->systemCert.certType = kCertTypeUsbKey;
-    AuthTypeDialog dialog(profile, true, services());
-    dialog.show();
-    QStringList order;
-    QWidget* const first = &test::Find<QWidget>(dialog, "radioButton_username_");
-    for (QWidget* at = first; at != first || order.isEmpty(); at = at->nextInFocusChain()) {
-        if (at->isVisible() && (at->focusPolicy() & Qt::TabFocus) != 0 && at->window() == &dialog) {
-            order << at->objectName();
-            EXPECT_FALSE(at->accessibleName().isEmpty()) << at->objectName().toStdString();
-        }
-    }
-    order.removeAll(QStringLiteral("btn_close_"));
-    EXPECT_EQ(order.join(QLatin1Char(' ')).toStdString(),
-              "radioButton_username_ radioButton_user_cert_ radioButton_cert_ lineedit_username_ "
-              "lineedit_password_ checkBox_remember_pwd_ lineEdit_select_cert select_cert_button_ "
-              "lineedit_pin_ checkBox_remember_pin_ btn_connect_ btn_third_party_ "
-              "checkbox_keep_auth_type_ btn_cancel_");
-}
-
 }  // namespace
 }  // namespace zorvanelink::ui

@@ -10,7 +10,6 @@
 #include "tests/support/qt_helpers.h"
 #include "ui/cards/connection_list.h"
 #include "ui/cards/start_list_widget.h"
-#include "ui/cards/user_guide.h"
 
 using namespace zorvanelink;
 using namespace zorvanelink::ui;
@@ -226,11 +225,4 @@ TEST(ConnectionList, ARefusedStartLeavesTheRunningCardAsItIs) {
     cards.SetRunning("a", ConnectStatus::Disconnected);
     cards.RefreshIfDue();
     EXPECT_TRUE(button("b").isEnabled());
-}
-
-TEST(UserGuide, ItsButtonLeadsOn) {
-    UserGuide guide;
-    QSignalSpy pressed(&guide, &UserGuide::UserGuideStartConnect);
-    Find<QPushButton>(guide, "guide_button_").click();
-    EXPECT_EQ(pressed.count(), 1);
 }

@@ -182,7 +182,19 @@ TEST_F(SettingsFile, KeysOutOfReachDoNotStopASave) {
 }
 
 TEST_F(SettingsFile, CountsDoNotDecideHowLongWeRead) {
-    useSample("oversized.ini");
+    std::string names;
+    std::string sections;
+    for (int i = 0; i <= 32; ++i) {
+        std::string const name = (i < 10 ? "p0" : "p") + std::to_string(i);
+        names += (i == 0 ? "" : ";") + name;
+        sections += "[" + name + "]\nConnectionName=" + name +
+                    "\nServer=gw\nGatewayCount=2147483647\nGatewayList\\size=2000000000\n"
+                    "GatewayList\\2\\Name=far\nGatewayList\\2\\Addr=10.0.0." +
+                    std::to_string(i) +
+                    "\nGatewayList\\2147483647\\Name=farther\nClusterCount=-5\n\n";
+    }
+    test::WriteFile(file_, "[General]\nProfileList=\"" + names +
+                               "\"\nClientCertFile\\size=2000000000\n" + sections);
     LogCapture const log;
     Config config;
     config.Load();

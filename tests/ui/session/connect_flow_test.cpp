@@ -23,13 +23,8 @@ TEST_F(ConnectFlowTest, AStoredPasswordGoesOutWithoutAPromptAndNeverInClear) {
     std::string const json = service->Sent().back();
     EXPECT_NE(json.find("\"encryptedPassword\":\"" + profile->password + "\""), std::string::npos);
     EXPECT_EQ(json.find("correct horse"), std::string::npos);
-    EXPECT_NE(json.find("\"hasPromotedUpdate\":false"), std::string::npos);
     EXPECT_EQ(state.status, ConnectStatus::Disconnected) << "a start only asks";
     EXPECT_EQ(state.startingProfileName, "Head office");
-
-    Receive(MsgCode::OFFLINE);
-    Click();
-    EXPECT_NE(service->Sent().back().find("\"hasPromotedUpdate\":true"), std::string::npos);
 }
 
 TEST_F(ConnectFlowTest, AMissingPasswordIsAskedForOnceAndForgotten) {
@@ -137,38 +132,6 @@ TEST_F(ConnectFlowTest, ASecondProfileIsRefusedWhileOneRuns) {
     EXPECT_EQ(state.currentProfileName, "Head office");
     EXPECT_EQ(state.status, ConnectStatus::Connected);
     EXPECT_EQ(g_running_client, 1);
-}
-
-TEST_F(ConnectFlowTest, StoppingTwiceSendsOneStop) {
-    GoOnline();
-    flow.StopConnect();
-    flow.StopConnect();
-    EXPECT_EQ(Sent("stop"), 1);
-    EXPECT_EQ(state.status, ConnectStatus::Disconnected);
-
-    GoOnline();
-    flow.onStopConnect(QStringLiteral("Head office"));
-    Receive(MsgCode::OFFLINE);
-    EXPECT_EQ(Sent("stop"), 2);
-    EXPECT_TRUE(state.currentProfileName.empty());
-}
-
-TEST_F(ConnectFlowTest, ALostLinkDisconnectsWithoutABoxAndWithoutAStop) {
-    GoOnline();
-    service->FailRead(2);
-    ASSERT_TRUE(WaitUntil([this] { return state.status == ConnectStatus::Disconnected; }));
-    EXPECT_EQ(Sent("stop"), 0);
-    EXPECT_TRUE(prompts.Boxes().empty());
-}
-
-TEST_F(ConnectFlowTest, ALateOfflineOfTheStoppedAttemptDoesNotEndTheNewOne) {
-    GoOnline();
-    flow.StopConnect();
-    Click();
-    Receive(MsgCode::OFFLINE);
-    EXPECT_EQ(state.startingProfileName, "Head office");
-    Receive(MsgCode::CONNECTING);
-    EXPECT_EQ(state.status, ConnectStatus::Connecting);
 }
 
 TEST_F(ConnectFlowTest, ACardThatGaveUpWaitingMayTryAgain) {

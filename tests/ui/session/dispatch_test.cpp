@@ -28,20 +28,6 @@ TEST_F(DispatchTest, ANetconfigIsTakenForTheRunningProfileOnly) {
     EXPECT_TRUE(state.lastNetConfigHasGateway);
 }
 
-TEST_F(DispatchTest, MalformedMessagesAreDroppedAndTheNextOneCounts) {
-    Click();
-    for (char const* const json :
-         {"", "{", "[]", "null", "{\"type\":\"start\"}", "{\"type\":\"reply\"}",
-          "{\"type\":\"reply\",\"subtype\":\"netconfig\",\"profileName\":\"Head office\"}",
-          "{\"type\":\"reply\",\"statusCode\":1.0,\"profileName\":\"Head office\"}"}) {
-        EXPECT_FALSE(dispatcher.ProcessServiceMsg(json)) << json;
-    }
-    EXPECT_TRUE(Receive(core::sslvpn::CLMsgSessionStatus{"Head office", 4, "192.0.2.1", 2}));
-    EXPECT_EQ(state.status, ConnectStatus::Disconnected) << "a report changes nothing";
-    Receive(MsgCode::CONNECTING);
-    EXPECT_EQ(state.status, ConnectStatus::Connecting);
-}
-
 TEST_F(DispatchTest, AMessageThatComesBackShowsNoSecretInTheLog) {
     test::LogCapture log;
     Click();

@@ -7,10 +7,10 @@
 #include <QSignalSpy>
 
 #include "app/environment/globals.h"
-#include "components/utils/sensitive_value.h"
 #include "core/clmsg_reply_json.h"
 #include "tests/support/fake_ipc.h"
 #include "tests/support/scripted_prompts.h"
+#include "tests/support/stored_login.h"
 #include "tests/support/wait.h"
 #include "ui/session/connect_flow.h"
 #include "ui/session/message_dispatcher.h"
@@ -38,18 +38,8 @@ class SessionFixture : public testing::Test {
         common::ShowErrorMsgBox = nullptr;
     }
 
-    static std::shared_ptr<ui::Profile> MakeProfile(std::string const& name) {
-        auto profile = std::make_shared<ui::Profile>();
-        profile->name = name;
-        profile->server = "vpn.example.com";
-        profile->userName = "alice";
-        profile->authType = common::SupportedAuthType::kPwd;
-        profile->password = components::utils::EncodeSensitiveValue("correct horse");
-        profile->rememberPassword = true;
-        return profile;
-    }
     std::shared_ptr<ui::Profile> Add(std::string const& name) {
-        auto profile = MakeProfile(name);
+        auto profile = StoredLogin(name);
         config.AddProfile(profile, true);
         return profile;
     }
@@ -79,14 +69,7 @@ class SessionFixture : public testing::Test {
     }
 
     // How many messages of a type have left.
-    int Sent(char const* type) const {
-        std::string const key = std::string("\"type\":\"") + type + "\"";
-        int count = 0;
-        for (std::string const& json : service->Sent()) {
-            count += json.find(key) != std::string::npos ? 1 : 0;
-        }
-        return count;
-    }
+    int Sent(char const* type) const { return service->Count(type); }
     static QString Text(common::MsgCode code) { return ui::GetErrMsg(code); }
 
     std::shared_ptr<FakeIpc> service = std::make_shared<FakeIpc>();

@@ -6,12 +6,12 @@
 
 #include "app/environment/globals.h"
 #include "app/environment/paths.h"
-#include "components/utils/sensitive_value.h"
 #include "core/clmsg_reply_json.h"
 #include "tests/support/fake_ipc.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/qt_helpers.h"
 #include "tests/support/scripted_prompts.h"
+#include "tests/support/stored_login.h"
 #include "ui/editor/create_connect_dialog.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/style.h"
@@ -29,14 +29,7 @@ class Shell : public testing::Test {
     ~Shell() override { AppCtrl::Instance() = AppCtrl(); }
 
     void Add(char const* name) {
-        auto profile = std::make_shared<Profile>();
-        profile->name = name;
-        profile->server = "vpn.example.com";
-        profile->userName = "alice";
-        profile->authType = common::SupportedAuthType::kPwd;
-        profile->password = components::utils::EncodeSensitiveValue("correct horse");
-        profile->rememberPassword = true;
-        config.AddProfile(profile, false);
+        config.AddProfile(test::StoredLogin(name), false);
         config.SetDefaultProfile(name);
     }
     MainWindow& Open() {
@@ -63,13 +56,7 @@ class Shell : public testing::Test {
         Say(MsgCode::ONLINE);
         EXPECT_TRUE(WaitFor([this] { return window->State().online; }));
     }
-    int Sent(char const* type) const {
-        int count = 0;
-        for (std::string const& json : service->Sent()) {
-            count += json.find("\"" + std::string(type) + "\"") != std::string::npos ? 1 : 0;
-        }
-        return count;
-    }
+    int Sent(char const* type) const { return service->Count(type); }
     bool CloseFromOutside() {
         QCloseEvent event;
         QSpontaneKeyEvent::setSpontaneous(&event);
@@ -162,21 +149,13 @@ TEST_F(Shell, ClosingAsksWithoutATray) {
     EXPECT_TRUE(window->isVisible());
 }
 
-TEST_F(Shell, LeavesByTheTrayMenuAndAtTheEndOfTheDesktopSession) {
+TEST_F(Shell, LeavesAtTheEndOfTheDesktopSession) {
     Add("Head office");
-    for (bool const by_menu : {true, false}) {
-        service = std::make_shared<test::FakeIpc>();
-        Open();
-        GoOnline();
-        if (by_menu) {
-            Find<QAction>(*window, "tray_quit_").trigger();
-        } else {
-            window->onSessionEnding();
-            EXPECT_TRUE(CloseFromOutside());
-        }
-        EXPECT_TRUE(WaitFor([this] { return Sent("stop") == 1; }));
-        EXPECT_EQ(window->isHidden(), by_menu);
-    }
+    Open();
+    GoOnline();
+    window->onSessionEnding();
+    EXPECT_TRUE(CloseFromOutside());
+    EXPECT_TRUE(WaitFor([this] { return Sent("stop") == 1; }));
 }
 
 TEST_F(Shell, AutomaticLoginStartsTheDefaultConnectionUnlessOneWasChosen) {

@@ -1,12 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QDirIterator>
 #include <QImageReader>
 #include <QRegularExpression>
 #include <QTranslator>
 
-#include "ui/widgets/fonts.h"
 #include "ui/widgets/style.h"
 
 using namespace zorvanelink;
@@ -61,10 +59,4 @@ TEST(Assets, BothTranslationsLoadAndSpeakChinese) {
     EXPECT_EQ(own.translate("ui", "Received"), QStringLiteral("接收"));
     EXPECT_EQ(toolkit.translate("QLineEdit", "&Copy"), QStringLiteral("复制(&C)"));
     EXPECT_EQ(toolkit.translate("QPlatformTheme", "Cancel"), QStringLiteral("取消"));
-}
-
-TEST(Assets, FontFallsBackToWhatTheSystemHas) {
-    ui::SetApplicationFont();
-    EXPECT_EQ(QApplication::font().families().first(), QStringLiteral("Alibaba PuHuiTi"));
-    EXPECT_EQ(QApplication::font().pixelSize(), 13);
 }

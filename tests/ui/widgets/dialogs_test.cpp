@@ -57,16 +57,6 @@ TEST(Dialog, StaysLitWhileItsComboBoxIsOpen) {
     combo->hidePopup();
 }
 
-TEST(Dialog, TitleFollowsAndEscapeRejects) {
-    ui::ZVLDialog dialog;
-    dialog.setWindowTitle(text("标题 <b>"));
-    EXPECT_EQ(Find<ui::TitleBar>(dialog, "title_bar_").Title(), text("标题 <b>"));
-    dialog.show();
-    QTest::keyClick(&dialog, Qt::Key_Escape);
-    EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(dialog.result(), QDialog::Rejected);
-}
-
 TEST(InputDialog, MeasuresTheSecretInBytes) {
     struct Row {
         char const* secret;

@@ -4,7 +4,6 @@
 #include <QtTest/QTest>
 
 #include "tests/support/qt_helpers.h"
-#include "ui/widgets/elide.h"
 #include "ui/widgets/spinner.h"
 #include "ui/widgets/status_bar_widget.h"
 #include "ui/widgets/title_bar.h"
@@ -68,16 +67,6 @@ TEST(WaitForm, CoversAllButTheTitleBarAndKeepsClicksOut) {
     EXPECT_EQ(form.Desc(), QStringLiteral("Connecting"));
 }
 
-TEST(TitleBar, NamesItsButtonsForUsersAndPrograms) {
-    ui::TitleBar bar(ui::TitleBar::Kind::kWindow);
-    for (auto const* name : {"btn_main_more_", "btn_main_min_", "btn_main_close_"}) {
-        auto& button = Find<QToolButton>(bar, name);
-        EXPECT_FALSE(button.accessibleName().isEmpty()) << name;
-        EXPECT_FALSE(button.icon().isNull()) << name;
-        EXPECT_TRUE(button.focusPolicy() & Qt::TabFocus) << name;
-    }
-}
-
 TEST(TitleBar, DragsAWindowThatTheWindowSystemDoesNotMove) {
     QWidget window;
     window.setGeometry(50, 50, 300, 200);
@@ -98,15 +87,4 @@ TEST(TitleBar, DragsAWindowThatTheWindowSystemDoesNotMove) {
     send(QEvent::MouseButtonRelease, start + QPoint(60, 40), Qt::NoButton);
     send(QEvent::MouseMove, start + QPoint(90, 90), Qt::NoButton);
     EXPECT_EQ(window.pos(), start + QPoint(50, 30));
-}
-
-TEST(Elide, CutsOnlyWhatDoesNotFit) {
-    bool elided = true;
-    QString const name = QStringLiteral("alice");
-    EXPECT_EQ(ui::GetElideText(name, 12, 190, elided), name);
-    EXPECT_FALSE(elided);
-    QString const cut = ui::GetElideText(name.repeated(40), 12, 190, elided);
-    EXPECT_TRUE(elided);
-    EXPECT_LT(cut.size(), 60);
-    EXPECT_TRUE(name.repeated(40).startsWith(cut.left(5)));
 }

@@ -1,9 +1,9 @@
-#include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
+#include "components/utils/sensitive_value.h"
 #include "tests/support/qt_helpers.h"
-#include "tests/support/scripted_prompts.h"
 #include "ui/widgets/input_dialog.h"
+#include "ui/widgets/prompts.h"
 #include "ui/widgets/zvl_message_box.h"
 
 using namespace zorvanelink;
@@ -49,23 +49,4 @@ TEST(Prompts, SecretComesBackWithItsMark) {
     EXPECT_TRUE(answer->remember);
     WhenModal<ui::InputDialog>([](ui::InputDialog& dialog) { dialog.reject(); });
     EXPECT_FALSE(prompts.InputSecret(request));
-}
-
-TEST(ScriptedPrompts, FailOnWhatWasNotExpectedAndOnWhatNeverCame) {
-    EXPECT_NONFATAL_FAILURE(
-        {
-            test::ScriptedPrompts prompts;
-            askDelete(prompts);
-        },
-        "unexpected prompt: Delete?");
-    EXPECT_NONFATAL_FAILURE(
-        {
-            test::ScriptedPrompts prompts;
-            prompts.ExpectBox(QStringLiteral("Delete?"), 0);
-        },
-        "never came");
-    test::ScriptedPrompts prompts;
-    prompts.ExpectBox(QStringLiteral("Delete?"), 0);
-    EXPECT_TRUE(askDelete(prompts));
-    EXPECT_TRUE(prompts.Finished());
 }
