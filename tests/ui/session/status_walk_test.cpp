@@ -193,6 +193,12 @@ TEST(StatusTables, AreCompleteAndNameNothingTwice) {
         EXPECT_TRUE(numbers.insert(static_cast<std::int32_t>(code)).second);
         EXPECT_EQ(handlerOf(code), nullptr) << static_cast<int>(code) << " never gets there";
     }
+    EXPECT_EQ(numbers,
+              (std::set<std::int32_t>{-33,   -20,   -19,   -16,   40961, 40962, 40963, 40964,
+                                      40965, 40966, 40970, 40971, 40973, 40974, 40975, 40976,
+                                      40993, 40994, 40998, 41007, 41008, 41010, 41011, 41012,
+                                      41014, 41017, 41018, 41032, 41036, 41042, 41044, 41046}));
+
     // All others are common replies.
     std::set<SubType> expected;
     for (std::size_t i = 0; i < core::CLMsg::kSubTypeString.size(); ++i) {
