@@ -71,8 +71,7 @@ class LinkTexts {
 
 class IPC {
   public:
-    // Gets the payload and its declared length. The length may be negative, then there is no
-    // payload. The bytes are valid until the callback returns.
+    // Gets the payload and its length. The bytes are valid until the callback returns.
     using MsgCallback = std::function<void(char const*, int)>;
     using HeartbeatHandler = std::function<void(int)>;
 

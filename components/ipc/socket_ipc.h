@@ -113,6 +113,7 @@ class SocketIPC : public IPC, public std::enable_shared_from_this<SocketIPC> {
 
     Mode const mode_;
     std::atomic<std::uint64_t> read_count_{0};
+    bool bad_length_told_ = false;  // worker
 };
 
 }  // namespace zorvanelink::components::ipc
