@@ -19,7 +19,6 @@ using components::logger::Log;
 constexpr auto kHeartbeatTick = std::chrono::milliseconds(200);
 constexpr auto kHeartbeatTimeout = std::chrono::nanoseconds(2'000'999'999);
 constexpr auto kSendPoll = std::chrono::milliseconds(1);
-constexpr int kEndOfFile = 2;      // of a read, whatever its category
 constexpr int kReadsInATurn = 64;  // then the worker sees what else waits
 
 std::size_t frameSize(IPCMsg const& msg) {
