@@ -56,7 +56,6 @@ class BenchWindow {
     static char const* ProfileName() { return "Head office"; }
 
     ui::MainWindow& Window() { return *window_; }
-    ui::Profile& Connection() { return *config_.GetProfile(ProfileName()); }
     template <class T>
     T& Find(char const* name) {
         return *window_->findChild<T*>(QLatin1String(name));

@@ -6,7 +6,7 @@
 #include "benchmarks/no_prompts.h"
 #include "components/logger/logger.h"
 #include "core/clmsg_reply_json.h"
-#include "ui/session/message_dispatcher.h"
+#include "ui/session/session.h"
 
 namespace {
 
@@ -20,10 +20,10 @@ constexpr double kLeastStatuses = 10000;
 
 class NoLink : public components::ipc::IPC {};
 
-double messagesPerSecond(MessageDispatcher& dispatcher, std::string const& json) {
+double messagesPerSecond(Session& session, std::string const& json) {
     return kMessages / bench::SecondsOf([&] {
                for (int i = 0; i < kMessages; ++i) {
-                   dispatcher.ProcessServiceMsg(json);
+                   session.Receive(json);
                }
            });
 }
@@ -40,17 +40,10 @@ int main(int argc, char** argv) {
     auto const profile = std::make_shared<Profile>();
     profile->name = "Head office";
     config.AddProfile(profile, true);
-    ConnectionState state;
-    state.currentProfileName = profile->name;
     bench::NoPrompts prompts;
-    StatusUpdater updater(state);
     ServiceLink link([] { return std::make_shared<NoLink>(); }, {});
-    ConnectFlow flow({state, updater, config, link, prompts, nullptr,
-                      [&](std::string const& name) { return name == profile->name; }});
-    SessionDialogs dialogs;
-    FailurePresenter failures(state, flow, prompts, dialogs, nullptr);
-    StatusHandler statuses({state, updater, flow, failures, config, prompts, dialogs, nullptr});
-    MessageDispatcher dispatcher(state, statuses, failures, config);
+    Session session({config, prompts, link, nullptr});
+    session.state.currentProfileName = profile->name;
 
     core::sslvpn::CLMsgCommonReplyData status;
     status.profileName = profile->name;
@@ -59,11 +52,10 @@ int main(int argc, char** argv) {
     statistics.profileName = profile->name;
 
     bench::BenchTable table("Dispatch on the GUI's thread");
-    table.AddAtLeast("statuses handled",
-                     messagesPerSecond(dispatcher, CLMsgReplyJson::Build(status)), "/s",
-                     kLeastStatuses, 1.0);
+    table.AddAtLeast("statuses handled", messagesPerSecond(session, CLMsgReplyJson::Build(status)),
+                     "/s", kLeastStatuses, 1.0);
     table.AddAtLeast("statistics handled",
-                     messagesPerSecond(dispatcher, CLMsgReplyJson::Build(statistics)), "/s",
+                     messagesPerSecond(session, CLMsgReplyJson::Build(statistics)), "/s",
                      kLeastStatuses, 1.0);
     return table.Print();
 }

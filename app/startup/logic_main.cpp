@@ -87,8 +87,6 @@ int refuseSecondClient(Prompts& prompts) {
 }
 
 int runMainWindow(Prompts& prompts) {
-    common::ShowCriticalMsgBox = ZVShowCriticalMsgBox;
-    common::ShowErrorMsgBox = ZVShowErrorMsgBox;
     QGuiApplication::setQuitOnLastWindowClosed(false);
     // It would close the window, which may be in the tray, and hold up the user's logout.
     QGuiApplication::setFallbackSessionManagementEnabled(false);

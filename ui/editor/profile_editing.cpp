@@ -13,7 +13,7 @@ using common::MsgCode;
 using components::logger::Log;
 
 ProfileEditing::ProfileEditing(Services services, QObject* parent)
-    : QObject(parent), services_(std::move(services)) {
+    : QObject(parent), services_(services) {
 }
 
 void ProfileEditing::onButtonAddConnectionClicked() {
@@ -110,7 +110,7 @@ bool ProfileEditing::reachedLimit() {
 
 bool ProfileEditing::exists(std::string const& name, char const* action) {
     // An empty name would stand for the selected profile.
-    if (!name.empty() && services_.config.GetProfile(name) && services_.has_tab(name)) {
+    if (!name.empty() && services_.config.GetProfile(name)) {
         return true;
     }
     Log().error("Can not find profile tab by name [{}] when try to {}", name, action);

@@ -40,26 +40,24 @@ class ProfileEditingTest : public ConfigTest {
     ConnectionState state_;
     CertListRoad certs_;
     test::ScriptedPrompts prompts_;
-    ProfileEditing editing_{{state_, config_, certs_, prompts_, nullptr,
-                             [](std::string const& name) { return name != "no card"; }}};
+    ProfileEditing editing_{{state_, config_, certs_, prompts_, nullptr}};
     QSignalSpy changed_{&editing_, &ProfileEditing::ListChanged};
     QSignalSpy wanted_{&editing_, &ProfileEditing::ConnectWanted};
 };
 
 TEST_F(ProfileEditingTest, Refusals) {
-    config_.AddProfile(profileOf("no card"), false);
     run("a");
     expectCritical(MsgCode::UI_TR_STOP_CONNECTION_FIRST);
     editing_.onModifyConnectionInfo(QStringLiteral("a"));
     expectCritical(MsgCode::UI_ERROR_PROFILE_IS_RUNNING);
     editing_.onDeleteConnectionInfo(QStringLiteral("a"));
-    for (char const* const name : {"unknown", "no card", ""}) {
+    for (char const* const name : {"unknown", ""}) {
         expectCritical(MsgCode::UI_ERROR_PROFILE_NOT_EXIST);
         editing_.onModifyConnectionInfo(QLatin1String(name));
         expectCritical(MsgCode::UI_ERROR_PROFILE_NOT_EXIST);
         editing_.onDeleteConnectionInfo(QLatin1String(name));
     }
-    for (int i = 3; i <= 32; ++i) {
+    for (int i = 2; i <= 32; ++i) {
         config_.AddProfile(profileOf("p" + std::to_string(i)), false);
     }
     ASSERT_EQ(config_.GetProfile().size(), 33U);

@@ -50,7 +50,7 @@ class Shell : public testing::Test {
         service->Deliver(core::sslvpn::CLMsgReplyJson::Build(data));
     }
     void GoOnline() {
-        window->findChild<ProfileTab*>()->onConnButtonTriggered();
+        window->findChild<ProfileTab*>()->Press();
         EXPECT_TRUE(WaitFor([this] { return Sent("start") == 1; }));
         Say(MsgCode::CONNECTING);
         Say(MsgCode::ONLINE);
@@ -94,8 +94,8 @@ TEST_F(Shell, ClosingHidesToTheTrayAndKeepsTheConnection) {
 TEST_F(Shell, PagesOfTheSessionStandInTheTrayUntilItEnds) {
     Add("Head office");
     Open();
-    auto& redirect = Find<QAction>(*window, "tray_redirect_");
-    auto const offered = [&redirect] { return !redirect.associatedWidgets().isEmpty(); };
+    auto const page = [this] { return window->findChild<QAction*>(QStringLiteral("tray_page_")); };
+    auto const offered = [&page] { return page() != nullptr; };
     GoOnline();
     core::sslvpn::CLMsgCommonReplyData data;
     data.profileName = "Head office";
@@ -104,8 +104,8 @@ TEST_F(Shell, PagesOfTheSessionStandInTheTrayUntilItEnds) {
     data.redirectUrlTitle = "Portal";
     service->Deliver(core::sslvpn::CLMsgReplyJson::Build(data));
     EXPECT_TRUE(WaitFor(offered));
-    EXPECT_EQ(redirect.text(), QStringLiteral("Portal"));
-    redirect.trigger();
+    EXPECT_EQ(page()->text(), QStringLiteral("Portal"));
+    page()->trigger();
     EXPECT_TRUE(WaitFor([this] { return prompts.Opened().size() == 1; }));
     EXPECT_EQ(prompts.Opened().front(), QUrl(QStringLiteral("https://portal.example.com/")));
     Say(MsgCode::PREPARE_RECONNECTING);
