@@ -11,6 +11,7 @@
 #include "app/environment/paths.h"
 #include "benchmarks/bench_table.h"
 #include "components/cert/pkcs12.h"
+#include "components/logger/logger.h"
 #include "components/utils/log_filter.h"
 #include "components/utils/sensitive_value.h"
 #include "core/clmsg_json.h"
@@ -133,5 +134,6 @@ int runConfigBench() {
 }  // namespace
 
 int main() {
+    zorvanelink::components::logger::Logger::enable_console_log_ = false;
     return runConfigBench();
 }

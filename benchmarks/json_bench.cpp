@@ -9,6 +9,7 @@
 #include <string>
 
 #include "benchmarks/bench_table.h"
+#include "components/logger/logger.h"
 #include "core/clmsg_json.h"
 #include "core/clmsg_reply_json.h"
 
@@ -120,5 +121,6 @@ int runJsonBench() {
 }  // namespace
 
 int main() {
+    zorvanelink::components::logger::Logger::enable_console_log_ = false;
     return runJsonBench();
 }
