@@ -211,7 +211,8 @@ void MainWindow::render() {
         shows_profile ? QString::fromStdString(state_.currentProfileName) : QString());
     ui_.tunnel->SetHint(config_.GetProfile().empty()
                             ? QString()
-                            : Translate("Choose a connection on the left and press Connect."));
+                            : Translate(QT_TRANSLATE_NOOP(
+                                  "ui", "Choose a connection on the left and press Connect.")));
     ui_.tunnel->SetWarning(view.hasWarning ? GetTrMsg(view.warning) : QString());
     cards_.SetPending(state_.startingProfileName);
     SetStatusBarInfo();
