@@ -6,8 +6,8 @@
 #include <QTemporaryDir>
 #include <memory>
 
-#include "benchmarks/no_prompts.h"
 #include "components/ipc/socket_ipc_server.h"
+#include "tools/support/no_prompts.h"
 #include "ui/shell/main_window.h"
 
 namespace zorvanelink::bench {
@@ -71,7 +71,7 @@ class BenchWindow {
     std::shared_ptr<components::ipc::SocketIPCServer> service_;
     std::atomic<int> received_{0};
     ui::Config config_;
-    NoPrompts prompts_;
+    test::NoPrompts prompts_;
     std::unique_ptr<ui::MainWindow> window_;
 };
 

@@ -14,7 +14,8 @@
 #include "components/utils/log_filter.h"
 #include "components/utils/sensitive_value.h"
 #include "core/clmsg_json.h"
-#include "tests/support/pkcs12_maker.h"
+#include "tools/support/files.h"
+#include "tools/support/pkcs12_maker.h"
 #include "ui/config/config.h"
 
 namespace {

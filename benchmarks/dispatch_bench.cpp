@@ -3,9 +3,9 @@
 #include <QCoreApplication>
 
 #include "benchmarks/bench_table.h"
-#include "benchmarks/no_prompts.h"
 #include "components/logger/logger.h"
 #include "core/clmsg_reply_json.h"
+#include "tools/support/no_prompts.h"
 #include "ui/session/message_dispatcher.h"
 
 namespace {
@@ -42,7 +42,7 @@ int main(int argc, char** argv) {
     config.AddProfile(profile, true);
     ConnectionState state;
     state.currentProfileName = profile->name;
-    bench::NoPrompts prompts;
+    test::NoPrompts prompts;
     StatusUpdater updater(state);
     ServiceLink link([] { return std::make_shared<NoLink>(); }, {});
     ConnectFlow flow({state, updater, config, link, prompts, nullptr,

@@ -3,7 +3,8 @@
 
 #include "components/cert/pkcs12.h"
 #include "components/utils/sensitive_value.h"
-#include "tests/support/pkcs12_maker.h"
+#include "tools/support/files.h"
+#include "tools/support/pkcs12_maker.h"
 #include "tests/support/test_environment.h"
 
 namespace zorvanelink::components::utils {

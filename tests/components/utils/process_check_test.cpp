@@ -6,8 +6,8 @@
 
 #include "components/utils/process_check.h"
 #include "tests/support/log_capture.h"
-#include "tests/support/pkcs12_maker.h"
 #include "tests/support/test_environment.h"
+#include "tools/support/files.h"
 
 namespace zorvanelink::components::utils {
 namespace {

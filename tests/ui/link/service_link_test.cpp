@@ -4,8 +4,8 @@
 
 #include <QObject>
 
-#include "tests/support/fake_ipc.h"
-#include "tests/support/wait.h"
+#include "tools/support/fake_ipc.h"
+#include "tools/support/wait.h"
 
 namespace zorvanelink::ui {
 namespace {
