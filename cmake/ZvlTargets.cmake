@@ -1,6 +1,7 @@
 # What every target of the project shares: language, warnings, Qt's strictness, sanitizers, ccache
 # and precompiled headers. Targets are made with zvl_library, zvl_executable and zvl_test.
 
+include(CheckPIESupported)
 include(GoogleTest)
 
 set(CMAKE_CXX_STANDARD 20)
@@ -8,6 +9,7 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+check_pie_supported()
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 
 find_program(ZVL_MOLD mold)
@@ -36,6 +38,9 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release")
   # What nobody calls, and libraries that nobody needs, cost start and memory.
   target_compile_options(zvl_options INTERFACE -ffunction-sections -fdata-sections)
   target_link_options(zvl_options INTERFACE -Wl,--gc-sections,--as-needed)
+  # Hardening: a peer's bytes and the user's secrets are handled here.
+  target_compile_options(zvl_options INTERFACE -D_FORTIFY_SOURCE=2 -fstack-protector-strong)
+  target_link_options(zvl_options INTERFACE -Wl,-z,relro,-z,now)
 elseif(ZVL_MOLD)
   target_link_options(zvl_options INTERFACE -fuse-ld=mold)
 endif()
