@@ -25,8 +25,7 @@ void zorvanelink::test::Fuzz(std::string const& input) {
         parser.Commit(bytes.size());
         std::vector<ShownFrame> shown;
         parser.Parse([&](components::ipc::IPCMsgType type, char const* payload, int length) {
-            shown.push_back(
-                {type, length, {payload, static_cast<std::size_t>(length > 0 ? length : 0)}});
+            shown.push_back({type, length, {payload, static_cast<std::size_t>(length)}});
             return true;
         });
         Require(shown == model.Receive(bytes) && parser.Capacity() <= 16 * 1024 + 4 * input.size());
