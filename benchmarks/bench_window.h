@@ -3,9 +3,9 @@
 #pragma once
 
 #include <QApplication>
-#include <QTemporaryDir>
 #include <memory>
 
+#include "benchmarks/bench_home.h"
 #include "components/ipc/socket_ipc_server.h"
 #include "tools/support/no_prompts.h"
 #include "ui/shell/main_window.h"
@@ -67,7 +67,7 @@ class BenchWindow {
   private:
     void goOnline();
 
-    QTemporaryDir home_;
+    BenchHome home_;
     std::shared_ptr<components::ipc::SocketIPCServer> service_;
     std::atomic<int> received_{0};
     ui::Config config_;

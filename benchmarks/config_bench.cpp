@@ -1,12 +1,10 @@
 // What the settings cost at the start and at each change, with as much in them as they hold, and
 // what masking costs a large start message on its way into the log.
-#include <QDir>
-#include <QTemporaryDir>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
-#include "app/environment/paths.h"
+#include "benchmarks/bench_home.h"
 #include "benchmarks/bench_table.h"
 #include "benchmarks/micro_bench.h"
 #include "components/cert/pkcs12.h"
@@ -40,11 +38,11 @@ void require(bool good, char const* what) {
     }
 }
 
-void addCerts(ui::Config& config, QDir const& folder) {
+void addCerts(ui::Config& config, std::string const& folder) {
     for (std::size_t i = 0; i < ui::Config::kMaxClientCertNum; ++i) {
         std::string const number = std::to_string(i);
         CertInfo cert;
-        cert.filePath = folder.filePath(QStringLiteral("import.p12")).toStdString();
+        cert.filePath = folder + "/import.p12";
         cert.pin = EncodeSensitiveValue("pin " + number);
         test::WriteFile(cert.filePath, test::MakePkcs12({.subject = {{"CN", "User " + number}},
                                                          .password = "pin " + number}));
@@ -96,13 +94,9 @@ std::string startMessage() {
 }  // namespace
 
 int main() {
-    QTemporaryDir const home;
-    require(home.isValid(), "no temporary folder");
-    for (char const* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"}) {
-        setenv(variable, home.path().toUtf8().constData(), 1);
-    }
+    bench::BenchHome const home;
     ui::Config config;
-    addCerts(config, QDir(home.path()));
+    addCerts(config, home.Path());
     addProfiles(config);
     bench::BenchTable table("Settings, 32 profiles and 16 certificates");
     table.AddAtMost("save", milliseconds([&] {

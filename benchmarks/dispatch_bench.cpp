@@ -2,9 +2,9 @@
 // connection's state; without widgets, and with the log at its usual level.
 #include <QCoreApplication>
 
+#include "benchmarks/bench_home.h"
 #include "benchmarks/bench_table.h"
 #include "benchmarks/micro_bench.h"
-#include "components/logger/logger.h"
 #include "core/clmsg_reply_json.h"
 #include "tools/support/no_prompts.h"
 #include "ui/session/message_dispatcher.h"
@@ -31,9 +31,7 @@ double messagesPerSecond(MessageDispatcher& dispatcher, std::string const& json)
 
 int main(int argc, char** argv) {
     QCoreApplication const application(argc, argv);
-    // Lines go to a file, as in the program; the terminal keeps the table.
-    components::logger::Logger::enable_console_log_ = false;
-    components::logger::Logger::SetDefaultLogPath("/dev/null.log");
+    bench::BenchHome const home;
 
     Config config;
     auto const profile = std::make_shared<Profile>();

@@ -17,7 +17,7 @@ double SecondsPerCall(Work&& work) {
         void ReportRuns(std::vector<Run> const& runs) override {
             for (Run const& run : runs) {
                 if (run.aggregate_name == "median") {
-                    seconds = run.real_accumulated_time;
+                    seconds = run.GetAdjustedRealTime();
                 }
             }
         }
@@ -29,6 +29,7 @@ double SecondsPerCall(Work&& work) {
                                          benchmark::DoNotOptimize(work());
                                      }
                                  })
+        ->Unit(benchmark::kSecond)
         ->UseRealTime()
         ->MinTime(0.1)
         ->Repetitions(5);
