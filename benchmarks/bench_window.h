@@ -3,11 +3,11 @@
 #pragma once
 
 #include <QApplication>
-#include <QTemporaryDir>
 #include <memory>
 
-#include "benchmarks/no_prompts.h"
+#include "benchmarks/bench_home.h"
 #include "components/ipc/socket_ipc_server.h"
+#include "tools/support/no_prompts.h"
 #include "ui/shell/main_window.h"
 
 namespace zorvanelink::bench {
@@ -66,11 +66,11 @@ class BenchWindow {
   private:
     void goOnline();
 
-    QTemporaryDir home_;
+    BenchHome home_;
     std::shared_ptr<components::ipc::SocketIPCServer> service_;
     std::atomic<int> received_{0};
     ui::Config config_;
-    NoPrompts prompts_;
+    test::NoPrompts prompts_;
     std::unique_ptr<ui::MainWindow> window_;
 };
 

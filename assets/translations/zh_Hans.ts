@@ -76,20 +76,12 @@
         <translation>最优网关地址：</translation>
     </message>
     <message>
-        <source>Tunnel information</source>
-        <translation>隧道信息</translation>
-    </message>
-    <message>
         <source>No matching routes</source>
         <translation>没有匹配的路由</translation>
     </message>
     <message>
         <source>No routes</source>
         <translation>没有路由</translation>
-    </message>
-    <message>
-        <source>No addresses</source>
-        <translation>没有地址</translation>
     </message>
     <message>
         <source>Name</source>

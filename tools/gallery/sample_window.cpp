@@ -6,7 +6,7 @@
 #include "app/environment/paths.h"
 #include "components/utils/sensitive_value.h"
 #include "core/clmsg_reply_json.h"
-#include "tests/support/wait.h"
+#include "tools/support/wait.h"
 #include "ui/text/texts.h"
 
 namespace zorvanelink::gallery {

@@ -153,7 +153,8 @@ void MainWindow::render() {
         shows_profile ? QString::fromStdString(state.currentProfileName) : QString());
     ui_.tunnel->SetHint(session_.config.GetProfile().empty()
                             ? QString()
-                            : Translate("Choose a connection on the left and press Connect."));
+                            : Translate(QT_TRANSLATE_NOOP(
+                                  "ui", "Choose a connection on the left and press Connect.")));
     ui_.tunnel->SetWarning(view.hasWarning ? GetTrMsg(view.warning) : QString());
     cards_.Render();
     SetStatusBarInfo();

@@ -97,10 +97,12 @@ void TunnelController::showInterface() {
         {GetTrMsg(MsgCode::UI_TR_IPV6_DEFAULT_GATEWAY),
          ipv6.isEmpty() ? QString() : addressText(data.vnicGatewayIPv6)},
         {GetTrMsg(MsgCode::UI_TR_IPV6_DNS_SERVER_ADDRESS), joined(data.ipv6DnsList)},
-        {Translate("Public address:"), addressText(data.clientPublicIP)},
-        {Translate("Server address:"), addressText(data.serverPublicIP)},
-        {Translate("Optimal gateway:"), QString::fromStdString(data.optimalGatewayName)},
-        {Translate("Optimal gateway address:"), addressText(data.optimalGatewayIP)},
+        {Translate(QT_TRANSLATE_NOOP("ui", "Public address:")), addressText(data.clientPublicIP)},
+        {Translate(QT_TRANSLATE_NOOP("ui", "Server address:")), addressText(data.serverPublicIP)},
+        {Translate(QT_TRANSLATE_NOOP("ui", "Optimal gateway:")),
+         QString::fromStdString(data.optimalGatewayName)},
+        {Translate(QT_TRANSLATE_NOOP("ui", "Optimal gateway address:")),
+         addressText(data.optimalGatewayIP)},
     });
 }
 

@@ -6,8 +6,8 @@
 #include "components/utils/sensitive_value.h"
 #include "components/utils/value_cipher.h"
 #include "tests/support/log_capture.h"
-#include "tests/support/pkcs12_maker.h"
 #include "tests/support/test_environment.h"
+#include "tools/support/files.h"
 
 namespace zorvanelink::components::utils {
 namespace {

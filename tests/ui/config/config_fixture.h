@@ -11,8 +11,8 @@
 #include "app/environment/app_ctrl.h"
 #include "app/environment/paths.h"
 #include "tests/support/log_capture.h"
-#include "tests/support/pkcs12_maker.h"
 #include "tests/support/test_environment.h"
+#include "tools/support/files.h"
 #include "ui/config/config.h"
 
 namespace zorvanelink::ui {

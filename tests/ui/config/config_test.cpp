@@ -5,6 +5,7 @@
 #include "components/cert/pkcs12.h"
 #include "components/utils/sensitive_value.h"
 #include "tests/ui/config/config_fixture.h"
+#include "tools/support/pkcs12_maker.h"
 #include "ui/config/cert_decode.h"
 
 namespace zorvanelink::ui {

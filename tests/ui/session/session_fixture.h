@@ -8,10 +8,10 @@
 
 #include "app/environment/globals.h"
 #include "core/clmsg_reply_json.h"
-#include "tests/support/fake_ipc.h"
 #include "tests/support/scripted_prompts.h"
 #include "tests/support/stored_login.h"
-#include "tests/support/wait.h"
+#include "tools/support/fake_ipc.h"
+#include "tools/support/wait.h"
 #include "ui/session/session.h"
 #include "ui/session/view_state.h"
 #include "ui/text/texts.h"

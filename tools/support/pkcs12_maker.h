@@ -6,8 +6,6 @@
 #include <openssl/pkcs12.h>
 #include <openssl/x509.h>
 
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <utility>
@@ -57,17 +55,6 @@ inline std::string MakePkcs12(Pkcs12Recipe const& recipe) {
     std::string bytes(reinterpret_cast<char*>(der), size > 0 ? static_cast<std::size_t>(size) : 0);
     OPENSSL_free(der);
     return bytes;
-}
-
-inline std::string WriteFile(std::filesystem::path const& path, std::string const& bytes) {
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << bytes;
-    return path.string();
-}
-
-inline std::string ReadFile(std::filesystem::path const& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 }  // namespace zorvanelink::test
