@@ -6,6 +6,7 @@
 #include "components/logger/logger.h"
 #include "components/utils/log_filter.h"
 #include "components/utils/sensitive_value.h"
+#include "core/message_log.h"
 #include "ui/session/start_message.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/bring_into_view.h"
@@ -18,7 +19,6 @@ using components::logger::Log;
 using components::logger::LOG_LEVEL;
 namespace utils = components::utils;
 
-constexpr std::size_t kMaxProfiles = Config::kMaxConfigNum;
 // As long as the service may take to report the end of a connection that was stopped.
 constexpr std::chrono::seconds kLateAnswerTime{2};
 
@@ -53,8 +53,8 @@ void ConnectFlow::onStopConnect(QString const& name) {
 
 void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool queryAuthType) {
     std::string const key = name.toStdString();
-    if (start_it && config_.GetProfile().size() > kMaxProfiles) {
-        criticalBox(GetErrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(kMaxProfiles));
+    if (start_it && config_.GetProfile().size() > Config::kMaxConfigNum) {
+        criticalBox(GetErrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(Config::kMaxConfigNum));
         refuse(key);
         return;
     }
@@ -224,7 +224,8 @@ bool ConnectFlow::Send(std::string const& json) {
     bool const sent = link_.SendToService(json.data(), json.size());
     if (Log().level() <= LOG_LEVEL::debug) {
         Log().debug("send to: {}, length: {}",
-                    utils::FilterJsonStr(utils::g_message_filter_word, json), json.size());
+                    utils::FilterJsonStr(utils::g_filter_word, core::MaskSecrets(json)),
+                    json.size());
     }
     return sent;
 }

@@ -2,8 +2,8 @@
 
 #include "app/environment/globals.h"
 #include "components/logger/logger.h"
-#include "components/utils/log_filter.h"
 #include "core/clmsg_reply_json.h"
+#include "core/message_log.h"
 #include "ui/cert/client_certs.h"
 #include "ui/session/gateway_lists.h"
 #include "ui/text/texts.h"
@@ -26,12 +26,6 @@ std::optional<Record> read(std::string const& json) {
         return std::nullopt;
     }
     return record;
-}
-
-// Whoever answers on the port may send our own messages back.
-std::string masked(std::string const& json) {
-    namespace utils = components::utils;
-    return utils::FilterJsonStr(utils::g_message_filter_word, json);
 }
 
 }  // namespace
@@ -79,7 +73,7 @@ bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
     bool const understood = CLMsgJsonParse::Parse(json, &type, &subtype, &status);
     Log().debug("recv {} from service", CLMsg::SubTypeToString(subtype));
     if (!understood || type != CLMsg::Type::kReply) {
-        Log().error("Not supported type, json: {}", masked(json));
+        Log().error("Not supported type, json: {}", core::RefusedMessage(json));
         return false;
     }
     auto const* const row = std::find_if(std::begin(kRows), std::end(kRows),
@@ -88,7 +82,7 @@ bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
     Log().debug("handle msg with ret {} ", ok);
     if (!ok) {
         Log().error("Failed to handle json string: {}, data: {}", CLMsg::SubTypeToString(subtype),
-                    masked(json));
+                    core::RefusedMessage(json));
     }
     return ok;
 }
