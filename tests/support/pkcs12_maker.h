@@ -23,6 +23,8 @@ struct Pkcs12Recipe {
     std::string password = "open";
     bool withCertificate = true;
     int certificateCipher = 0;  // NID, 0 the default
+    int iterations = 0;         // of every key, 0 the default
+    OSSL_LIB_CTX* library = nullptr;
 };
 
 inline std::string MakePkcs12(Pkcs12Recipe const& recipe) {
@@ -48,9 +50,10 @@ inline std::string MakePkcs12(Pkcs12Recipe const& recipe) {
     X509_sign(x509.get(), key.get(), recipe.digest);
 
     std::unique_ptr<PKCS12, decltype(&PKCS12_free)> const pkcs12(
-        PKCS12_create(recipe.password.c_str(), "test", key.get(),
-                      recipe.withCertificate ? x509.get() : nullptr, nullptr, 0,
-                      recipe.certificateCipher, 0, 0, 0),
+        PKCS12_create_ex(recipe.password.c_str(), "test", key.get(),
+                         recipe.withCertificate ? x509.get() : nullptr, nullptr, 0,
+                         recipe.certificateCipher, recipe.iterations, recipe.iterations, 0,
+                         recipe.library, nullptr),
         &PKCS12_free);
     unsigned char* der = nullptr;
     int const size = pkcs12 ? i2d_PKCS12(pkcs12.get(), &der) : -1;
