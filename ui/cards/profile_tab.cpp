@@ -63,7 +63,7 @@ void ProfileTab::Start(bool retry) {
     if (!retry) {
         // A password that was typed for one attempt is asked for again.
         if (profile->tempCredential && !profile->rememberPassword) {
-            Log().info("Clear password when not remember");
+            Log().debug("Clear password when not remember");
             profile->password.clear();
         }
         queryAuthType = !profile->keepAuthType || profile->authType == SupportedAuthType::kNone;

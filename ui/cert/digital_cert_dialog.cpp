@@ -17,7 +17,6 @@ using common::MsgCode;
 using components::logger::Log;
 namespace utils = components::utils;
 
-constexpr int kMaxPasswordBytes = 127;  // UTF-8
 constexpr QSize kBodySize{520, 440};    // pixels
 
 }  // namespace
@@ -157,7 +156,7 @@ std::optional<std::string> DigitalCertDialog::InputPincode(QString const& path) 
     request.label2 = QFileInfo(path).fileName();
     request.okButton = GetTrMsg(MsgCode::UI_INFO_OK);
     request.cancelButton = GetTrMsg(MsgCode::UI_INFO_CANCEL);
-    request.maxUtf8Length = kMaxPasswordBytes;
+    request.maxUtf8Length = kMaxPinBytes;
     request.tooLongMessage = GetTrMsg(MsgCode::UI_TR_ERR_PIN_CODE_LENGTH);
     std::optional<SecretAnswer> const answer = prompts_.InputSecret(request);
     return answer ? std::optional(answer->value) : std::nullopt;

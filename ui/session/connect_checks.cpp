@@ -16,7 +16,6 @@ using common::MsgCode;
 using components::logger::Log;
 namespace utils = components::utils;
 
-constexpr int kMaxSecretBytes = 31;  // UTF-8
 constexpr std::uint16_t kCertTypeNeedsPin = 2;
 
 bool stored(std::string const& sensitive_value) {
@@ -46,7 +45,7 @@ std::optional<SecretAnswer> ConnectFlow::askFor(SecretTexts const& texts) {
     request.okButton = GetErrMsg(MsgCode::UI_INFO_OK);
     request.cancelButton = GetErrMsg(MsgCode::UI_INFO_NO);
     request.rememberText = GetErrMsg(texts.remember);
-    request.maxUtf8Length = kMaxSecretBytes;
+    request.maxUtf8Length = texts.max_bytes;
     request.tooLongMessage = GetErrMsg(texts.too_long);
     request.emptyMessage = request.label;
     BringIntoView(dialog_parent_);
@@ -57,7 +56,7 @@ std::optional<SecretAnswer> ConnectFlow::askFor(SecretTexts const& texts) {
 bool ConnectFlow::CheckPassword(std::shared_ptr<Profile> const& profile) {
     auto const answer = askFor({MsgCode::UI_INFO_INPUT_PWD, MsgCode::UI_INFO_PLEASE_INPUT_THE_PWD,
                                 MsgCode::UI_INFO_PASSWORD, MsgCode::UI_INFO_REMEMBER_PWD,
-                                MsgCode::UI_TR_ERR_PWD_LENGTH});
+                                MsgCode::UI_TR_ERR_PWD_LENGTH, kMaxPasswordBytes});
     if (!answer) {
         return false;
     }
@@ -73,7 +72,7 @@ bool ConnectFlow::CheckPassword(std::shared_ptr<Profile> const& profile) {
 bool ConnectFlow::CheckPincode(std::shared_ptr<Profile> const& profile) {
     auto const answer = askFor({MsgCode::UI_INFO_INPUT_PINCODE, MsgCode::UI_INFO_INPUT_PIN_CODE,
                                 MsgCode::UI_INFO_PINCODE, MsgCode::UI_INFO_REMEMBER_PIN,
-                                MsgCode::UI_TR_ERR_PIN_CODE_LENGTH});
+                                MsgCode::UI_TR_ERR_PIN_CODE_LENGTH, kMaxPinBytes});
     if (!answer) {
         return false;
     }

@@ -82,6 +82,7 @@ class ConnectFlow : public QObject {
         common::MsgCode name;
         common::MsgCode remember;
         common::MsgCode too_long;
+        int max_bytes;  // UTF-8
     };
     std::optional<SecretAnswer> askFor(SecretTexts const& texts);
 
