@@ -48,28 +48,19 @@ TEST_F(CertDialogTest, KindsFedByTheServiceAskForTheListOnOpening) {
                        {kCertTypeUsbKey, "usb_cert_radioButton", 1},
                        {kCertTypeFile, "soft_cert_radioButton", 0}};
     for (Case const& c : cases) {
-        CertInfo target;
+        CertInfo target = named("kept");
         target.certType = c.kind;
         TLSCertDialog dialog(target, config, prompts);
         QSignalSpy const requests(&dialog, &TLSCertDialog::SendCertRequest);
         dialog.show();
         EXPECT_TRUE(Find<QRadioButton>(dialog, c.button).isChecked()) << c.kind;
         EXPECT_EQ(requests.size(), c.requests) << c.kind;
-    }
-}
-
-TEST_F(CertDialogTest, OkWithAnEmptyListStaysAndTells) {
-    CertInfo target = named("kept");
-    TLSCertDialog dialog(target, config, prompts);
-    dialog.show();
-    for (char const* kind :
-         {"sys_cert_radioButton", "usb_cert_radioButton", "soft_cert_radioButton"}) {
-        Find<QRadioButton>(dialog, kind).click();
+        // An empty list has nothing to take.
         prompts.ExpectBox(text(MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE), 0);
         click(dialog, "ok_button_");
         EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(target.certName, "kept");
     }
-    EXPECT_EQ(target.certName, "kept");
 }
 
 TEST_F(CertDialogTest, OkTakesTheRecordAndItsKind) {
@@ -95,6 +86,23 @@ TEST_F(CertDialogTest, OkTakesTheRecordAndItsKind) {
     click(store, "ok_button_");
     EXPECT_EQ(target.fingerprint, file.fingerprint);
     EXPECT_EQ(target.certType, kCertTypeFile);
+}
+
+TEST_F(CertDialogTest, WhatWasImportedFromHereIsChosen) {
+    stored("Anna");
+    CertInfo target;
+    target.certType = kCertTypeFile;
+    TLSCertDialog dialog(target, config, prompts);
+    dialog.show();
+    expectImport(write("file.p12", test::MakePkcs12({"RSA", EVP_sha256(), {{"CN", "New"}}})),
+                 "open");
+    test::WhenModal<DigitalCertDialog>([](DigitalCertDialog& manager) {
+        click(manager, "btn_import_");
+        click(manager, "btn_ok_");
+    });
+    click(dialog, "manage_button_");
+    click(dialog, "ok_button_");
+    EXPECT_EQ(target.commonName, "New");
 }
 
 TEST_F(CertDialogTest, AutomationTakesAMatchOrTellsThatThereIsNone) {
