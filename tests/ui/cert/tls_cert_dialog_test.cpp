@@ -14,23 +14,6 @@ namespace {
 
 using test::Find;
 
-std::string derOf(char const* name) {
-    std::string const bytes = test::MakePkcs12({"RSA", EVP_sha256(), {{"CN", name}}});
-    auto const* at = reinterpret_cast<unsigned char const*>(bytes.data());
-    PKCS12* const pkcs12 = d2i_PKCS12(nullptr, &at, static_cast<long>(bytes.size()));
-    EVP_PKEY* key = nullptr;
-    X509* x509 = nullptr;
-    PKCS12_parse(pkcs12, "open", &key, &x509, nullptr);
-    unsigned char* der = nullptr;
-    int const size = i2d_X509(x509, &der);
-    std::string answer(reinterpret_cast<char*>(der), static_cast<std::size_t>(size));
-    OPENSSL_free(der);
-    X509_free(x509);
-    EVP_PKEY_free(key);
-    PKCS12_free(pkcs12);
-    return answer;
-}
-
 CertInfo named(char const* name) {
     CertInfo cert;
     cert.certName = name;
@@ -122,7 +105,8 @@ TEST_F(CertDialogTest, AutomationTakesAMatchOrTellsThatThereIsNone) {
 }
 
 TEST(CertRespond, ReadsWhatCanBeRead) {
-    std::string const der = derOf("Anna");
+    test::Pkey const key = test::MakeKey("EC");
+    std::string const der = test::DerOf<X509>(&i2d_X509, test::MakeCert({}, key.get()).get());
     core::sslvpn::ALMsgCertRespondData reply;
     reply.certList = {components::utils::Base64Encode(std::string("no certificate"), false),
                       components::utils::Base64Encode(der, false)};
