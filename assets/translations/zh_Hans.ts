@@ -100,6 +100,22 @@
         <translation>失效时间</translation>
     </message>
     <message>
+        <source>Expired</source>
+        <translation>已过期</translation>
+    </message>
+    <message>
+        <source>Not yet valid</source>
+        <translation>尚未生效</translation>
+    </message>
+    <message>
+        <source>Opening the certificate...</source>
+        <translation>正在打开证书…</translation>
+    </message>
+    <message>
+        <source>This file would take too long to open. Export the certificate again with fewer than 2,000,000 iterations.</source>
+        <translation>打开此文件耗时过长。请以少于 2,000,000 次的迭代重新导出证书。</translation>
+    </message>
+    <message>
         <source>Show details</source>
         <translation>展开详情</translation>
     </message>

@@ -26,6 +26,15 @@ struct Server {
     std::uint16_t port = 0;
 };
 
+// What a server may list, gateways and clusters each: entries, and bytes of a name or an address.
+inline constexpr std::size_t kMaxListedServers = 512;
+inline constexpr std::size_t kMaxListedNameBytes = 255;
+
+// Bytes of UTF-8 that a user can enter, wherever it is asked for.
+inline constexpr int kMaxUserNameBytes = 95;
+inline constexpr int kMaxPasswordBytes = 31;
+inline constexpr int kMaxPinBytes = 127;
+
 inline constexpr std::uint16_t kLoginModeTls = 1;
 inline constexpr std::uint16_t kLoginModeGm = 2;
 

@@ -100,11 +100,14 @@ void ProfileEditing::remove(std::string const& name) {
 
 // The lock follows from the count, so a deletion lifts it.
 bool ProfileEditing::reachedLimit() {
-    if (services_.config.GetProfile().size() <= Config::kMaxConfigNum) {
+    std::size_t const count = services_.config.GetProfile().size();
+    if (count < Config::kMaxConfigNum) {
         return false;
     }
     Log().warning("Config num over limit, will lock operation");
-    critical(GetErrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(Config::kMaxConfigNum));
+    critical(GetErrMsg(count > Config::kMaxConfigNum ? MsgCode::UI_ERROR_CONFIG_OVERLIMIT
+                                                     : MsgCode::UI_ERROR_CONFIG_REACH_LIMIT)
+                 .arg(Config::kMaxConfigNum));
     return true;
 }
 

@@ -16,9 +16,6 @@ using common::MsgCode;
 using components::logger::Log;
 namespace utils = components::utils;
 
-// UTF-8 bytes.
-constexpr int kMaxPasswordBytes = 31;
-constexpr int kMaxPinBytes = 127;
 constexpr std::uint16_t kCertTypeNeedsPin = 2;
 
 bool stored(std::string const& sensitive_value) {

@@ -13,7 +13,6 @@ namespace {
 using common::MsgCode;
 using components::logger::Log;
 
-constexpr std::size_t kMaxProfiles = Config::kMaxConfigNum;
 
 }  // namespace
 
@@ -39,7 +38,7 @@ void ConnectFlow::Start(std::string const& name) {
     if (std::shared_ptr<Profile> const profile = core_.config.GetProfile(name)) {
         // A password that was typed for one attempt is asked for again.
         if (profile->tempCredential && !profile->rememberPassword) {
-            Log().info("Clear password when not remember");
+            Log().debug("Clear password when not remember");
             profile->password.clear();
         }
         profile->tempCredential = !profile->rememberPassword;
@@ -59,8 +58,8 @@ void ConnectFlow::StartChosen(std::string const& name) {
 void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool queryAuthType) {
     std::string const key = name.toStdString();
     Config& config = core_.config;
-    if (start_it && config.GetProfile().size() > kMaxProfiles) {
-        criticalBox(GetErrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(kMaxProfiles));
+    if (start_it && config.GetProfile().size() > Config::kMaxConfigNum) {
+        criticalBox(GetErrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(Config::kMaxConfigNum));
         refuse(key);
         return;
     }

@@ -1,8 +1,8 @@
 #include "ui/session/message_dispatcher.h"
 
 #include "components/logger/logger.h"
-#include "components/utils/log_filter.h"
 #include "core/clmsg_reply_json.h"
+#include "core/message_log.h"
 #include "ui/session/gateway_lists.h"
 
 namespace zorvanelink::ui {
@@ -23,12 +23,6 @@ std::optional<Record> read(std::string const& json) {
         return std::nullopt;
     }
     return record;
-}
-
-// Whoever answers on the port may send our own messages back.
-std::string masked(std::string const& json) {
-    namespace utils = components::utils;
-    return utils::FilterJsonStr(utils::g_message_filter_word, json);
 }
 
 }  // namespace
@@ -71,7 +65,7 @@ bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
     bool const understood = CLMsgJsonParse::Parse(json, &type, &subtype, &status);
     Log().debug("recv {} from service", CLMsg::SubTypeToString(subtype));
     if (!understood || type != CLMsg::Type::kReply) {
-        Log().error("Not supported type, json: {}", masked(json));
+        Log().error("Not supported type, json: {}", core::RefusedMessage(json));
         return false;
     }
     auto const* const row = std::find_if(std::begin(kRows), std::end(kRows),
@@ -80,7 +74,7 @@ bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
     Log().debug("handle msg with ret {} ", ok);
     if (!ok) {
         Log().error("Failed to handle json string: {}, data: {}", CLMsg::SubTypeToString(subtype),
-                    masked(json));
+                    core::RefusedMessage(json));
     }
     return ok;
 }

@@ -5,6 +5,7 @@
 #include "app/environment/globals.h"
 #include "components/logger/logger.h"
 #include "components/utils/log_filter.h"
+#include "core/message_log.h"
 #include "ui/text/texts.h"
 
 namespace zorvanelink::ui {
@@ -87,7 +88,8 @@ bool SessionCore::Send(std::string const& json) {
     bool const sent = link.SendToService(json.data(), json.size());
     if (Log().level() <= LOG_LEVEL::debug) {
         Log().debug("send to: {}, length: {}",
-                    utils::FilterJsonStr(utils::g_message_filter_word, json), json.size());
+                    utils::FilterJsonStr(utils::g_filter_word, core::MaskSecrets(json)),
+                    json.size());
     }
     return sent;
 }

@@ -28,9 +28,13 @@ class ConfigTest : public testing::Test {
     }
     void TearDown() override { AppCtrl::Instance() = AppCtrl(); }
 
-    void useSample(char const* name) const {
-        test::WriteFile(file_,
-                        test::ReadFile(std::filesystem::path(ZVL_TEST_DATA) / "settings" / name));
+    static std::string sample(std::string const& name) {
+        return test::ReadFile(std::filesystem::path(ZVL_TEST_DATA) / "settings" / (name + ".ini"));
+    }
+    // As a roll-out may leave it: readable by all.
+    void useSample(std::string const& name) const {
+        std::filesystem::permissions(test::WriteFile(file_, sample(name)),
+                                     std::filesystem::perms(0644));
     }
     std::string fileText() const { return test::ReadFile(file_); }
     bool fileHas(std::string const& text) const {

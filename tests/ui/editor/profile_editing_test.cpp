@@ -59,10 +59,14 @@ TEST_F(ProfileEditingTest, Refusals) {
     }
     for (int i = 2; i <= 32; ++i) {
         config_.AddProfile(profileOf("p" + std::to_string(i)), false);
+        if (i >= 31) {
+            prompts_.ExpectBox(GetTrMsg(i == 31 ? MsgCode::UI_ERROR_CONFIG_REACH_LIMIT
+                                                : MsgCode::UI_ERROR_CONFIG_OVERLIMIT)
+                                   .arg(32),
+                               0);
+            editing_.onButtonAddConnectionClicked();
+        }
     }
-    ASSERT_EQ(config_.GetProfile().size(), 33U);
-    prompts_.ExpectBox(GetTrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(32), 0);
-    editing_.onButtonAddConnectionClicked();
     EXPECT_EQ(changed_.count() + wanted_.count(), 0);
     EXPECT_EQ(config_.GetProfile().size(), 33U);
 }

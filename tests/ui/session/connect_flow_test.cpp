@@ -32,6 +32,17 @@ TEST_F(ConnectFlowTest, AMissingPasswordIsAskedForOnceAndForgotten) {
     EXPECT_EQ(prompts.Secrets().front().maxUtf8Length, 31);
 }
 
+TEST_F(ConnectFlowTest, AMissingPinIsAskedForWithTheLimitOfAPin) {
+    profile->authType = SupportedAuthType::kOnlyUkey;
+    profile->certIsFile = false;
+    profile->systemCert.certType = 2;
+    profile->systemCert.certName = profile->systemCert.certData = "key";
+    prompts.ExpectSecret(test::SecretOf("4711"));
+    Click();
+    EXPECT_EQ(Sent("start"), 1);
+    EXPECT_EQ(prompts.Secrets().front().maxUtf8Length, 127);
+}
+
 TEST_F(ConnectFlowTest, ACancelledPromptGivesTheButtonBack) {
     profile->password.clear();
     prompts.ExpectSecret(std::nullopt);
