@@ -21,7 +21,7 @@
     </message>
     <message>
         <source>%1 packets</source>
-        <translation>%1 个报文</translation>
+        <translation>%1 个数据包</translation>
     </message>
     <message>
         <source>Compression, received</source>
@@ -44,16 +44,8 @@
         <translation>最小化</translation>
     </message>
     <message>
-        <source>Close</source>
-        <translation>关闭</translation>
-    </message>
-    <message>
         <source>Please wait</source>
         <translation>请稍候</translation>
-    </message>
-    <message>
-        <source>Warning</source>
-        <translation>警告</translation>
     </message>
     <message>
         <source>Public address:</source>
@@ -72,20 +64,12 @@
         <translation>最优网关地址：</translation>
     </message>
     <message>
-        <source>Tunnel information</source>
-        <translation>隧道信息</translation>
-    </message>
-    <message>
         <source>No matching routes</source>
         <translation>没有匹配的路由</translation>
     </message>
     <message>
         <source>No routes</source>
         <translation>没有路由</translation>
-    </message>
-    <message>
-        <source>No addresses</source>
-        <translation>没有地址</translation>
     </message>
     <message>
         <source>Name</source>
@@ -120,10 +104,6 @@
         <translation>刷新</translation>
     </message>
     <message>
-        <source>Show Window</source>
-        <translation>显示窗口</translation>
-    </message>
-    <message>
         <source>Verbose</source>
         <translation>详细</translation>
     </message>
@@ -134,10 +114,6 @@
     <message>
         <source>Information</source>
         <translation>信息</translation>
-    </message>
-    <message>
-        <source>Error</source>
-        <translation>错误</translation>
     </message>
     <message>
         <source>Version: %1
@@ -161,7 +137,7 @@ BuildID: %2</source>
     </message>
     <message>
         <source>Start with the desktop session</source>
-        <translation>随桌面会话启动</translation>
+        <translation>登录桌面后自动启动</translation>
     </message>
     <message>
         <source>Connect automatically after the start</source>
@@ -184,10 +160,6 @@ BuildID: %2</source>
         <translation>显示连接状态通知</translation>
     </message>
     <message>
-        <source>Update</source>
-        <translation>更新</translation>
-    </message>
-    <message>
         <source>Update automatically</source>
         <translation>自动更新</translation>
     </message>
@@ -197,7 +169,7 @@ BuildID: %2</source>
     </message>
     <message>
         <source>The start with the session could not be changed.#@@#%1</source>
-        <translation>无法更改随会话启动的设置。#@@#%1</translation>
+        <translation>无法更改自动启动设置。#@@#%1</translation>
     </message>
     <message>
         <source>Show what is typed</source>
@@ -210,10 +182,6 @@ BuildID: %2</source>
     <message>
         <source>Advanced Settings</source>
         <translation>高级设置</translation>
-    </message>
-    <message>
-        <source>Verify Server Certificate</source>
-        <translation>校验服务器证书</translation>
     </message>
     <message>
         <source>Select Optimal Channel</source>
@@ -238,6 +206,10 @@ BuildID: %2</source>
     <message>
         <source>Next Step</source>
         <translation>下一步</translation>
+    </message>
+    <message>
+        <source>and %L1 more</source>
+        <translation>另有 %L1 项</translation>
     </message>
 </context>
 </TS>

@@ -1,8 +1,8 @@
 #include "ui/cert/cert_view_form.h"
 
 #include "ui/config/cert_decode.h"
+#include "ui/text/texts.h"
 #include "ui/widgets/elided_label.h"
-#include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
 

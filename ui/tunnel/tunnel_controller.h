@@ -20,7 +20,8 @@ class TunnelController : public QObject {
     using RunningProfile = std::function<std::shared_ptr<Profile>()>;
     static constexpr std::chrono::milliseconds kStatisticsPeriod{1000};
 
-    TunnelController(TunnelView& view, RunningProfile running, QObject* parent = nullptr);
+    TunnelController(TunnelView& view, RunningProfile running, QObject* parent = nullptr,
+                     std::chrono::milliseconds period = kStatisticsPeriod);
 
     // At ONLINE: the views fill and the counters begin to tick.
     void BeginStatistics();
@@ -34,12 +35,10 @@ class TunnelController : public QObject {
     void onUpdateTunnelStatisticsInfo();
 
   private:
-    void showInterface();
-
     TunnelView& view_;
     RunningProfile const running_;
     QTimer statisticsTimer_;
-    core::sslvpn::CLMsgReplyNetConfigData shown_;
+    InterfaceRows shown_;
 };
 
 }  // namespace zorvanelink::ui
