@@ -6,7 +6,7 @@
 #include <QVBoxLayout>
 
 #include "tools/gallery/stage.h"
-#include "ui/pages/settings_dialog.h"
+#include "ui/settings/settings_dialog.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/input_dialog.h"
 #include "ui/widgets/status_bar_widget.h"

@@ -9,8 +9,8 @@
 #include "components/logger/logger.h"
 #include "components/version/version.h"
 #include "core/clmsg_json.h"
-#include "ui/pages/settings_dialog.h"
 #include "ui/session/start_message.h"
+#include "ui/settings/settings_dialog.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/style.h"
 

@@ -1,11 +1,11 @@
-#include "ui/pages/settings_dialog.h"
+#include "ui/settings/settings_dialog.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 
 #include "app/environment/app_ctrl.h"
 #include "ui/cert/client_certs.h"
-#include "ui/pages/autostart.h"
+#include "ui/settings/autostart.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/dialog_foot.h"
 
