@@ -61,7 +61,7 @@ void RouteHead::paintSection(QPainter* painter, QRect const& rect, int logicalIn
     QHeaderView::paintSection(painter, rect, logicalIndex);
     painter->restore();
     if (hasFocus() && logicalIndex == column_) {
-        painter->setPen(QPen(palette().highlight(), kRing));
+        painter->setPen(QPen(ring_, kRing));
         painter->drawRect(rect.adjusted(kRing / 2, kRing / 2, -kRing / 2, -kRing / 2));
     }
 }

@@ -1,6 +1,7 @@
 // The heads of a route table's columns.
 #pragma once
 
+#include <QColor>
 #include <QHeaderView>
 
 namespace zorvanelink::ui {
@@ -8,6 +9,7 @@ namespace zorvanelink::ui {
 // One tab stop: arrow keys move between the columns, Space and Return click the one with the ring.
 class RouteHead : public QHeaderView {
     Q_OBJECT
+    Q_PROPERTY(QColor ring MEMBER ring_)  // set by the stylesheet: "qproperty-ring: ..."
 
   public:
     explicit RouteHead(QWidget* parent);
@@ -22,6 +24,7 @@ class RouteHead : public QHeaderView {
     void moveTo(int column);
 
     int column_ = 0;
+    QColor ring_;
 };
 
 }  // namespace zorvanelink::ui
