@@ -25,7 +25,7 @@
     </message>
     <message>
         <source>%1 packets</source>
-        <translation>%1 个报文</translation>
+        <translation>%1 个数据包</translation>
     </message>
     <message>
         <source>Compression, received</source>
@@ -48,16 +48,8 @@
         <translation>最小化</translation>
     </message>
     <message>
-        <source>Close</source>
-        <translation>关闭</translation>
-    </message>
-    <message>
         <source>Please wait</source>
         <translation>请稍候</translation>
-    </message>
-    <message>
-        <source>Warning</source>
-        <translation>警告</translation>
     </message>
     <message>
         <source>Public address:</source>
@@ -132,10 +124,6 @@
         <translation>刷新</translation>
     </message>
     <message>
-        <source>Show Window</source>
-        <translation>显示窗口</translation>
-    </message>
-    <message>
         <source>Verbose</source>
         <translation>详细</translation>
     </message>
@@ -146,10 +134,6 @@
     <message>
         <source>Information</source>
         <translation>信息</translation>
-    </message>
-    <message>
-        <source>Error</source>
-        <translation>错误</translation>
     </message>
     <message>
         <source>Version: %1
@@ -173,7 +157,7 @@ BuildID: %2</source>
     </message>
     <message>
         <source>Start with the desktop session</source>
-        <translation>随桌面会话启动</translation>
+        <translation>登录桌面后自动启动</translation>
     </message>
     <message>
         <source>Connect automatically after the start</source>
@@ -196,10 +180,6 @@ BuildID: %2</source>
         <translation>显示连接状态通知</translation>
     </message>
     <message>
-        <source>Update</source>
-        <translation>更新</translation>
-    </message>
-    <message>
         <source>Update automatically</source>
         <translation>自动更新</translation>
     </message>
@@ -209,7 +189,7 @@ BuildID: %2</source>
     </message>
     <message>
         <source>The start with the session could not be changed.#@@#%1</source>
-        <translation>无法更改随会话启动的设置。#@@#%1</translation>
+        <translation>无法更改自动启动设置。#@@#%1</translation>
     </message>
     <message>
         <source>Show what is typed</source>
@@ -222,10 +202,6 @@ BuildID: %2</source>
     <message>
         <source>Advanced Settings</source>
         <translation>高级设置</translation>
-    </message>
-    <message>
-        <source>Verify Server Certificate</source>
-        <translation>校验服务器证书</translation>
     </message>
     <message>
         <source>Select Optimal Channel</source>
@@ -250,6 +226,10 @@ BuildID: %2</source>
     <message>
         <source>Next Step</source>
         <translation>下一步</translation>
+    </message>
+    <message>
+        <source>and %L1 more</source>
+        <translation>另有 %L1 项</translation>
     </message>
 </context>
 </TS>

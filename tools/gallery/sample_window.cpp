@@ -84,7 +84,7 @@ SampleWindow::SampleWindow(Content content, bool linked)
     ui::g_quit = false;
     writeSettings(content);
     window_ = std::make_unique<ui::MainWindow>(
-        ui::MainWindow::Environment{config_, prompts_, [this] { return service_; }});
+        ui::MainWindow::Environment{config_, prompts_, [this] { return service_; }, nullptr});
     window_->resize(960, 640);  // the platform's screen may be smaller
     window_->show();
     if (linked) {

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "tools/support/fake_ipc.h"
+#include "tools/support/no_prompts.h"
 #include "ui/shell/main_window.h"
 
 namespace zorvanelink::gallery {
@@ -20,13 +21,14 @@ class SampleWindow {
 
     ui::MainWindow& Window() { return *window_; }
     ui::TunnelView& Tunnel();
+    test::NoPrompts& Prompts() { return prompts_; }
 
   private:
     void say(common::MsgCode code, bool warning = false);
     void sendTunnel();
 
     ui::Config config_;
-    ui::DialogPrompts prompts_;
+    test::NoPrompts prompts_;
     std::shared_ptr<test::FakeIpc> service_;
     std::unique_ptr<ui::MainWindow> window_;
 };

@@ -7,11 +7,16 @@ namespace zorvanelink::test {
 
 class NoPrompts : public ui::Prompts {
   public:
-    int Box(ui::BoxRequest const&) override { return -1; }
+    int Box(ui::BoxRequest const& request) override {
+        last = request;
+        return -1;
+    }
     std::optional<ui::SecretAnswer> InputSecret(ui::SecretRequest const&) override {
         return std::nullopt;
     }
     std::optional<QString> ChooseFile(ui::FileRequest const&) override { return std::nullopt; }
+
+    ui::BoxRequest last;  // what would have been shown
 };
 
 }  // namespace zorvanelink::test

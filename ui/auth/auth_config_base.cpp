@@ -53,8 +53,7 @@ void AuthConfigBase::InitAuthConfig() {
 }
 
 bool AuthConfigBase::refuse(MsgCode text, QWidget* field) {
-    services_.prompts.Critical(this, GetTrMsg(MsgCode::UI_ERROR), GetTrMsg(text),
-                               GetTrMsg(MsgCode::UI_INFO_OK));
+    services_.prompts.Error(this, GetTrMsg(text));
     field->setFocus();
     return false;
 }

@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include "ui/widgets/style.h"
+#include "ui/text/texts.h"
+#include "ui/widgets/secret_field.h"
 
 namespace zorvanelink::ui {
 
@@ -54,7 +55,7 @@ void SecretEdit::updateEye() {
 }
 
 void SecretEdit::reveal(bool shown) {
-    setEchoMode(shown ? Normal : Password);
+    SetSecretEcho(*this, shown ? Normal : Password);
     eye_->SetImage(shown ? QStringLiteral(":/assets/images/eye_off.png")
                          : QStringLiteral(":/assets/images/eye.png"));
     eye_->SetName(shown ? Translate(QT_TRANSLATE_NOOP("ui", "Hide what is typed"))

@@ -3,7 +3,7 @@
 #include <QKeyEvent>
 #include <algorithm>
 
-#include "ui/widgets/style.h"
+#include "ui/text/texts.h"
 
 namespace zorvanelink::ui {
 

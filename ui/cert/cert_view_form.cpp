@@ -3,8 +3,8 @@
 #include <QDateTime>
 
 #include "ui/config/cert_decode.h"
+#include "ui/text/texts.h"
 #include "ui/widgets/elided_label.h"
-#include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
 namespace {

@@ -3,8 +3,8 @@
 #include <QMouseEvent>
 #include <QStyle>
 
+#include "ui/text/texts.h"
 #include "ui/widgets/elide.h"
-#include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
 namespace {

@@ -12,8 +12,7 @@
 #include "components/logger/logger.h"
 #include "ui/cert/cert_view_form.h"
 #include "ui/text/texts.h"
-#include "ui/widgets/push_button_ext.h"
-#include "ui/widgets/style.h"
+#include "ui/widgets/dialog_foot.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -72,23 +71,13 @@ QWidget* DigitalCertDialog::buildHead() {
 }
 
 QWidget* DigitalCertDialog::buildFoot() {
-    auto* bar = new QWidget(Body());
-    auto* row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(12);
-    row->addStretch();
-    if (target_ != nullptr) {
-        auto* cancel = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_CANCEL), bar);
-        cancel->setObjectName(QStringLiteral("btn_cancel_"));
-        row->addWidget(cancel);
-        connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    auto* foot = new DialogFoot(Body(), "btn_ok_", target_ != nullptr ? "btn_cancel_" : nullptr);
+    connect(foot->Ok(), &QPushButton::clicked, this, &DigitalCertDialog::OnBtnOkClicked);
+    if (foot->Cancel() != nullptr) {
+        connect(foot->Cancel(), &QPushButton::clicked, this, &QDialog::reject);
     }
-    ok_ = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_OK), bar);
-    ok_->setObjectName(QStringLiteral("btn_ok_"));
-    ok_->setDefault(true);
-    row->addWidget(ok_);
-    connect(ok_, &QPushButton::clicked, this, &DigitalCertDialog::OnBtnOkClicked);
-    return bar;
+    ok_ = foot->Ok();
+    return foot;
 }
 
 void DigitalCertDialog::InitCertView() {
@@ -132,7 +121,7 @@ void DigitalCertDialog::OnSelectCert(QWidget* widget) {
 
 void DigitalCertDialog::OnBtnImportClicked() {
     if (config_.clientCerts.size() >= Config::kMaxClientCertNum) {
-        critical(GetTrMsg(MsgCode::UI_TR_CERT_FILE_NUM_LIMIT));
+        prompts_.Error(this, GetTrMsg(MsgCode::UI_TR_CERT_FILE_NUM_LIMIT));
         return;
     }
     FileRequest request;
@@ -150,7 +139,7 @@ void DigitalCertDialog::OnBtnImportClicked() {
         return;
     }
     if (std::optional<QString> const refusal = refusalOf(*result, cert, *path)) {
-        critical(*refusal);
+        prompts_.Error(this, *refusal);
         return;
     }
     store(cert);
@@ -177,7 +166,7 @@ std::optional<int> DigitalCertDialog::open(CertInfo& cert, QString const& path) 
         cert.pin = *pin;
         result = parse(cert);
         if (result == utils::kPkcs12WrongPin && !gone()) {
-            critical(GetTrMsg(MsgCode::UI_TR_WRONG_CERT_PWD));
+            prompts_.Error(this, GetTrMsg(MsgCode::UI_TR_WRONG_CERT_PWD));
         }
         if (gone()) {
             return std::nullopt;
@@ -254,7 +243,7 @@ std::optional<QString> DigitalCertDialog::refusalOf(int result, CertInfo const& 
 
 void DigitalCertDialog::store(CertInfo const& cert) {
     if (!config_.AddClientCert(cert)) {
-        critical(GetTrMsg(MsgCode::UI_TR_FILE_NOT_WRITABLE));
+        prompts_.Error(this, GetTrMsg(MsgCode::UI_TR_FILE_NOT_WRITABLE));
         return;
     }
     QWidget* const view = AddCertView(*config_.GetClientCert(cert.fingerprint));
@@ -269,7 +258,7 @@ void DigitalCertDialog::store(CertInfo const& cert) {
 void DigitalCertDialog::OnBtnDeleteClicked() {
     auto const chosen = certs_.find(selected_);
     if (chosen == certs_.end()) {
-        critical(GetTrMsg(MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE));
+        prompts_.Error(this, GetTrMsg(MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE));
         return;
     }
     if (!prompts_.Question(
@@ -279,7 +268,7 @@ void DigitalCertDialog::OnBtnDeleteClicked() {
     }
     Log().info("Delete cert: [{}]", chosen->second->commonName);
     if (!config_.DeleteClientCert(*chosen->second)) {
-        critical(GetTrMsg(MsgCode::SDK_ERR_FAILED_DELETE_FILE));
+        prompts_.Error(this, GetTrMsg(MsgCode::SDK_ERR_FAILED_DELETE_FILE));
         return;
     }
     certBox_->deleteWidget(chosen->first);
@@ -294,10 +283,6 @@ void DigitalCertDialog::OnBtnOkClicked() {
         *target_ = chosen != certs_.end() ? *chosen->second : CertInfo();
     }
     accept();
-}
-
-void DigitalCertDialog::critical(QString const& text) {
-    prompts_.Critical(this, GetTrMsg(MsgCode::UI_ERROR), text, GetTrMsg(MsgCode::UI_INFO_OK));
 }
 
 }  // namespace zorvanelink::ui

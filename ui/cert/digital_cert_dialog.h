@@ -43,7 +43,6 @@ class DigitalCertDialog : public ZVLDialog {
     std::optional<QString> refusalOf(int result, CertInfo const& cert, QString const& path) const;
     void store(CertInfo const& cert);
     void orderTabs();
-    void critical(QString const& text);
 
     CertInfo* const target_;
     Config& config_;

@@ -7,8 +7,7 @@
 #include "ui/cert/cert_view_form.h"
 #include "ui/cert/digital_cert_dialog.h"
 #include "ui/text/texts.h"
-#include "ui/widgets/push_button_ext.h"
-#include "ui/widgets/style.h"
+#include "ui/widgets/dialog_foot.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -47,7 +46,10 @@ TLSCertDialog::TLSCertDialog(CertInfo& target, Config& config, Prompts& prompts,
     column->setSpacing(16);
     column->addWidget(kinds);
     column->addWidget(pages_, 1);
-    column->addWidget(buildFoot());
+    auto* foot = new DialogFoot(Body(), "ok_button_", "cancel_button_");
+    connect(foot->Ok(), &QPushButton::clicked, this, &TLSCertDialog::on_ok_button__clicked);
+    connect(foot->Cancel(), &QPushButton::clicked, this, &QDialog::reject);
+    column->addWidget(foot);
     Body()->setFixedSize(kBodySize);
     fillFromStore();
 }
@@ -94,24 +96,6 @@ QWidget* TLSCertDialog::buildPage(Source& source, char const* viewName, QPushBut
     column->addWidget(source.view, 1);
     column->addWidget(action, 0, Qt::AlignLeft);
     return page;
-}
-
-QWidget* TLSCertDialog::buildFoot() {
-    auto* bar = new QWidget(Body());
-    auto* row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(12);
-    row->addStretch();
-    auto* cancel = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_CANCEL), bar);
-    cancel->setObjectName(QStringLiteral("cancel_button_"));
-    auto* ok = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_OK), bar);
-    ok->setObjectName(QStringLiteral("ok_button_"));
-    ok->setDefault(true);
-    row->addWidget(cancel);
-    row->addWidget(ok);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(ok, &QPushButton::clicked, this, &TLSCertDialog::on_ok_button__clicked);
-    return bar;
 }
 
 void TLSCertDialog::showEvent(QShowEvent* event) {
@@ -233,9 +217,7 @@ void TLSCertDialog::on_ok_button__clicked() {
     Source const& source = sourceOf(kind);
     QModelIndex const index = source.view->currentIndex();
     if (!index.isValid()) {
-        prompts_.Critical(this, GetTrMsg(MsgCode::UI_ERROR),
-                          GetTrMsg(MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE),
-                          GetTrMsg(MsgCode::UI_INFO_OK));
+        prompts_.Error(this, GetTrMsg(MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE));
         return;
     }
     take(source.certs[static_cast<std::size_t>(index.row())], kind);

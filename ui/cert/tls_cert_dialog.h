@@ -56,7 +56,6 @@ class TLSCertDialog : public ZVLDialog {
 
     QWidget* buildKinds();
     QWidget* buildPage(Source& source, char const* viewName, QPushButton* action);
-    QWidget* buildFoot();
     QRadioButton* addKind(QLayout& row, char const* name, QString const& text);
     void fill(Source& source, std::vector<CertInfo> certs);
     void chooseKindOfTarget();

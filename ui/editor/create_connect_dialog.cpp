@@ -11,7 +11,6 @@
 #include "ui/text/texts.h"
 #include "ui/widgets/automation_hooks.h"
 #include "ui/widgets/elide.h"
-#include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
 namespace {

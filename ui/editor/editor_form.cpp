@@ -9,8 +9,7 @@
 #include <QWheelEvent>
 
 #include "ui/text/texts.h"
-#include "ui/widgets/push_button_ext.h"
-#include "ui/widgets/style.h"
+#include "ui/widgets/dialog_foot.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -218,9 +217,8 @@ QLabel* EditorForm::addRow(QWidget* field, char const* name, QString const& text
 void EditorForm::buildAdvanced(QWidget* content) {
     advanced = new QWidget(content);
     advanced->setObjectName(QStringLiteral("advanced_widget_"));
-    verfy_server_cert_checkbox_ =
-        makeCheck(advanced, "verfy_server_cert_checkbox_",
-                  Translate(QT_TRANSLATE_NOOP("ui", "Verify Server Certificate")));
+    verfy_server_cert_checkbox_ = makeCheck(advanced, "verfy_server_cert_checkbox_",
+                                            GetCaption(common::MsgCode::UI_TR_VERFY_SERVER_CERT));
     optimal_channel_checkbox_ =
         makeCheck(advanced, "optimal_channel_checkbox_",
                   Translate(QT_TRANSLATE_NOOP("ui", "Select Optimal Channel")));
@@ -256,20 +254,13 @@ void EditorForm::buildAdvanced(QWidget* content) {
 }
 
 void EditorForm::buildFoot(QWidget* body) {
-    foot = new QWidget(body);
+    auto* buttons = new DialogFoot(body, "add_connect_button_", "cannel_connect_button_");
+    foot = buttons;
     foot->setObjectName(QStringLiteral("editor_foot_"));
     foot->setAttribute(Qt::WA_StyledBackground);
-    auto* row = new QHBoxLayout(foot);
-    row->setContentsMargins(kSide, 12, kSide, 16);
-    row->setSpacing(kSpacing);
-    row->addStretch();
-    cannel_connect_button_ = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_CANCEL), foot);
-    cannel_connect_button_->setObjectName(QStringLiteral("cannel_connect_button_"));
-    add_connect_button_ = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_OK), foot);
-    add_connect_button_->setObjectName(QStringLiteral("add_connect_button_"));
-    add_connect_button_->setDefault(true);
-    row->addWidget(cannel_connect_button_);
-    row->addWidget(add_connect_button_);
+    cannel_connect_button_ = buttons->Cancel();
+    add_connect_button_ = buttons->Ok();
+    foot->layout()->setContentsMargins(kSide, 12, kSide, 16);
 }
 
 void EditorForm::SetArrow(bool open) const {

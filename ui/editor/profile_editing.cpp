@@ -133,8 +133,7 @@ bool ProfileEditing::sure() {
 }
 
 void ProfileEditing::critical(QString const& text) {
-    services_.prompts.Critical(services_.dialog_parent, GetErrMsg(MsgCode::UI_ERROR), text,
-                               GetErrMsg(MsgCode::UI_INFO_OK));
+    services_.prompts.Error(services_.dialog_parent, text);
 }
 
 }  // namespace zorvanelink::ui

@@ -25,7 +25,7 @@ class MainWindow : public QWidget {
         Config& config;
         Prompts& prompts;
         LinkCore::LinkFactory link;  // null: the socket link to the service
-        TrayController::Available trayAvailable = QSystemTrayIcon::isSystemTrayAvailable;
+        TrayController::Available trayAvailable = TrayWatch::DesktopHasTray;
     };
 
     explicit MainWindow(Environment environment, QWidget* parent = nullptr);

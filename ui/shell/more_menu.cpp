@@ -9,8 +9,8 @@
 #include "components/logger/logger.h"
 #include "components/version/version.h"
 #include "core/clmsg_json.h"
-#include "ui/pages/settings_dialog.h"
 #include "ui/session/start_message.h"
+#include "ui/settings/settings_dialog.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/style.h"
 
@@ -24,10 +24,13 @@ using components::logger::LOG_LEVEL;
 constexpr int kUpdateCheckPauseMs = 5000;
 constexpr int kGap = 2;  // pixels between the button and its menu
 
-constexpr char const* kLevelTexts[] = {
-    QT_TRANSLATE_NOOP("ui", "Verbose"), QT_TRANSLATE_NOOP("ui", "Debug"),
-    QT_TRANSLATE_NOOP("ui", "Information"), QT_TRANSLATE_NOOP("ui", "Warning"),
-    QT_TRANSLATE_NOOP("ui", "Error")};
+// By level.
+QStringList levelTexts() {
+    return {Translate(QT_TRANSLATE_NOOP("ui", "Verbose")),
+            Translate(QT_TRANSLATE_NOOP("ui", "Debug")),
+            Translate(QT_TRANSLATE_NOOP("ui", "Information")), GetTrMsg(MsgCode::UI_WARNING),
+            GetTrMsg(MsgCode::UI_ERROR)};
+}
 
 }  // namespace
 
@@ -77,8 +80,8 @@ QAction* MoreMenu::addAction(char const* name, QString const& text, void (MoreMe
 
 void MoreMenu::addLogLevels() {
     int level = 0;
-    for (char const* const text : kLevelTexts) {
-        QAction* const action = levelMenu_.addAction(Translate(text));
+    for (QString const& text : levelTexts()) {
+        QAction* const action = levelMenu_.addAction(text);
         action->setCheckable(true);
         action->setData(level++);
         levels_.addAction(action);

@@ -30,7 +30,7 @@ TrayController::TrayController(QWidget& window, Config const& config, Available 
       config_(config),
       available_(std::move(available)),
       view_(trayViewFor({}, false)),
-      showAction_(addAction("tray_show_", Translate(QT_TRANSLATE_NOOP("ui", "Show Window")),
+      showAction_(addAction("tray_show_", GetTrMsg(MsgCode::UI_INFO_SHOW_MAIN_WINDOW),
                             &TrayController::ShowWindow)),
       connectAction_(
           addAction("tray_connect_", GetTrMsg(MsgCode::UI_INFO_CONNECT), &TrayController::Connect)),

@@ -1,10 +1,14 @@
 #include "ui/shell/tray_watch.h"
 
+#include <qpa/qplatformnativeinterface.h>
 #include <xcb/xcb.h>
 
-#include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusReply>
 #include <QDBusServiceWatcher>
+#include <QGuiApplication>
+#include <QSystemTrayIcon>
 #include <QWidget>
 
 namespace zorvanelink::ui {
@@ -17,6 +21,28 @@ bool isForeign(xcb_window_t window) {
     return QWidget::find(window) == nullptr;
 }
 
+// Somebody keeps the list of tray icons, and somebody shows it.
+bool hasTrayOnBus() {
+    constexpr int kWaitMs = 500;
+    QString const service = QLatin1String(kWatcher);
+    auto const bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected() || !bus.interface()->isServiceRegistered(service)) {
+        return false;
+    }
+    auto ask = QDBusMessage::createMethodCall(service, QStringLiteral("/StatusNotifierWatcher"),
+                                              QStringLiteral("org.freedesktop.DBus.Properties"),
+                                              QStringLiteral("Get"));
+    ask << service << QStringLiteral("IsStatusNotifierHostRegistered");
+    QDBusReply<QVariant> const shown = bus.call(ask, QDBus::Block, kWaitMs);
+    return shown.isValid() && shown.value().toBool();
+}
+
+bool hasTrayOnX11() {
+    auto* const native = QGuiApplication::platformNativeInterface();
+    return native != nullptr && native->nativeResourceForScreen(
+                                    "traywindow", QGuiApplication::primaryScreen()) != nullptr;
+}
+
 }  // namespace
 
 TrayWatch::TrayWatch() {
@@ -24,6 +50,10 @@ TrayWatch::TrayWatch() {
     connect(&soon_, &QTimer::timeout, this, &TrayWatch::MayHaveChanged);
     QCoreApplication::instance()->installNativeEventFilter(this);
     watchBus();
+}
+
+bool TrayWatch::DesktopHasTray() {
+    return (hasTrayOnBus() || hasTrayOnX11()) && QSystemTrayIcon::isSystemTrayAvailable();
 }
 
 void TrayWatch::watchBus() {

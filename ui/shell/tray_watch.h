@@ -15,6 +15,10 @@ class TrayWatch : public QObject, public QAbstractNativeEventFilter {
   public:
     TrayWatch();
 
+    // Whether the desktop has a tray now. The toolkit keeps its first no about D-Bus for good, so
+    // it is asked only when a look of our own has found one.
+    static bool DesktopHasTray();
+
     bool nativeEventFilter(QByteArray const& type, void* message, long* result) override;
 
   Q_SIGNALS:

@@ -1,5 +1,7 @@
 #include "ui/text/texts.h"
 
+#include <QCoreApplication>
+
 #include "app/environment/app_ctrl.h"
 
 namespace zorvanelink::ui {
@@ -11,6 +13,18 @@ QString GetTrMsg(common::MsgCode code) {
 
 QString GetErrMsg(common::MsgCode code) {
     return GetTrMsg(code);
+}
+
+QString GetCaption(common::MsgCode code) {
+    QString text = GetTrMsg(code).trimmed();
+    if (text.endsWith(QLatin1Char(':')) || text.endsWith(QChar(u'：'))) {
+        text.chop(1);
+    }
+    return text;
+}
+
+QString Translate(char const* english) {
+    return QCoreApplication::translate("ui", english);
 }
 
 }  // namespace zorvanelink::ui

@@ -14,4 +14,10 @@ QString GetTrMsg(common::MsgCode code);
 // The same under the name that failures use.
 QString GetErrMsg(common::MsgCode code);
 
+// The text of a row that ends in a colon, without it, as a check box has it.
+QString GetCaption(common::MsgCode code);
+
+// A text of ours that has no row in the catalogue, in the display language. GUI thread.
+QString Translate(char const* english);
+
 }  // namespace zorvanelink::ui

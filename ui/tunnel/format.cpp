@@ -35,4 +35,8 @@ QString GetDateTimeString(QDateTime const& start, QDateTime const& now) {
                       .arg(rest.second(), 2, 10, zero);
 }
 
+QString AndMore(std::size_t count) {
+    return Translate(QT_TRANSLATE_NOOP("ui", "and %L1 more")).arg(count);
+}
+
 }  // namespace zorvanelink::ui

@@ -13,4 +13,7 @@ QString GetDataSizeStrFrom(unsigned long long size);
 QString GetDateTimeString(QDateTime const& start);
 QString GetDateTimeString(QDateTime const& start, QDateTime const& now);
 
+// "and 36 more", the last line of a list that is shown in part.
+QString AndMore(std::size_t count);
+
 }  // namespace zorvanelink::ui

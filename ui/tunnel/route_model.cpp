@@ -58,23 +58,33 @@ int MaskLength(QString const& mask) {
     return bytes.size() == 4 ? length : -1;
 }
 
-void RouteModel::Set(std::vector<RouteRow> rows) {
+RouteTable::RouteTable(std::vector<RouteRow> from, std::size_t left)
+    : rows(std::move(from)), more(left) {
+    if (rows.size() > RouteModel::kMaxRows) {
+        more += rows.size() - RouteModel::kMaxRows;
+        rows.resize(RouteModel::kMaxRows);
+    }
+}
+
+void RouteModel::Set(RouteTable table) {
     beginResetModel();
-    rows_ = std::move(rows);
+    rows_ = std::move(table.rows);
+    more_ = table.more;
     keys_.clear();
     rebuild();
     endResetModel();
 }
 
 void RouteModel::Append(std::vector<RouteRow> const& rows) {
-    if (rows.size() <= kFewRows) {
-        for (RouteRow const& row : rows) {
-            insert(row);
-        }
+    auto const fitting = std::min(rows.size(), kMaxRows - rows_.size());
+    auto const end = rows.begin() + static_cast<std::ptrdiff_t>(fitting);
+    more_ += rows.size() - fitting;
+    if (fitting <= kFewRows) {
+        std::for_each(rows.begin(), end, [this](RouteRow const& row) { insert(row); });
         return;
     }
     beginResetModel();
-    rows_.insert(rows_.end(), rows.begin(), rows.end());
+    rows_.insert(rows_.end(), rows.begin(), end);
     rebuild();
     endResetModel();
 }
@@ -101,15 +111,31 @@ void RouteModel::Clear() {
     Set({});
 }
 
-void RouteModel::Sort(RouteOrder order) {
-    if (order == order_) {
+void RouteModel::Sort(RouteOrder order, int column) {
+    if (order == order_ && column == column_) {
         return;
     }
     Q_EMIT layoutAboutToBeChanged();
+    auto const previous = shown_;
+    if (column != column_) {
+        keys_.clear();
+    }
     order_ = order;
+    column_ = column;
     rebuild();
+    // What is selected and current goes where its route goes.
+    std::vector<int> placeOf(rows_.size());
+    for (std::size_t i = 0; i < shown_.size(); ++i) {
+        placeOf[shown_[i]] = static_cast<int>(i);
+    }
+    QModelIndexList const from = persistentIndexList();
+    QModelIndexList to;
+    for (QModelIndex const& old : from) {
+        to << index(placeOf[previous[static_cast<std::size_t>(old.row())]], old.column());
+    }
+    changePersistentIndexList(from, to);
     Q_EMIT layoutChanged();
-    Q_EMIT headerDataChanged(Qt::Horizontal, kDestination, kDestination);
+    Q_EMIT headerDataChanged(Qt::Horizontal, 0, kColumnCount - 1);
 }
 
 void RouteModel::SetFilter(QString const& text) {
@@ -134,13 +160,23 @@ void RouteModel::rebuild() {
 
 void RouteModel::makeKeys() {
     for (std::size_t i = keys_.size(); i < rows_.size(); ++i) {
-        QString destination = rows_[i].destination;
-        if (destination.isEmpty() || rows_[i].mask.isEmpty()) {
-            components::logger::Log().warning("Modle item is empty in sort");
-        }
-        destination.remove(QLatin1Char(' '));
-        keys_.push_back({std::move(destination), MaskLength(rows_[i].mask)});
+        keys_.push_back(keyOf(rows_[i]));
     }
+}
+
+RouteModel::Key RouteModel::keyOf(RouteRow const& row) const {
+    if (column_ == kDestination && (row.destination.isEmpty() || row.mask.isEmpty())) {
+        components::logger::Log().warning("Modle item is empty in sort");
+    }
+    if (column_ == kMask) {
+        return {{}, MaskLength(row.mask)};
+    }
+    if (column_ == kMetric) {
+        return {{}, row.metric.toInt()};
+    }
+    QString text = cell(row, column_);
+    text.remove(QLatin1Char(' '));
+    return {std::move(text), column_ == kDestination ? MaskLength(row.mask) : 0};
 }
 
 std::function<bool(std::uint32_t, std::uint32_t)> RouteModel::before() const {
@@ -148,8 +184,8 @@ std::function<bool(std::uint32_t, std::uint32_t)> RouteModel::before() const {
         [this, descending = order_ == RouteOrder::kDescending](std::uint32_t a, std::uint32_t b) {
             Key const& first = keys_[descending ? b : a];
             Key const& second = keys_[descending ? a : b];
-            int const order = first.destination.compare(second.destination);
-            return order != 0 ? order < 0 : first.maskLength < second.maskLength;
+            int const order = first.text.compare(second.text);
+            return order != 0 ? order < 0 : first.number < second.number;
         };
 }
 
@@ -181,7 +217,7 @@ QVariant RouteModel::headerData(int section, Qt::Orientation orientation, int ro
     }
     if (role == Qt::DisplayRole) {
         QString const head = GetTrMsg(kHeads[section]);
-        if (section != kDestination || order_ == RouteOrder::kUnsorted) {
+        if (section != column_ || order_ == RouteOrder::kUnsorted) {
             return head;
         }
         return head +

@@ -1,14 +1,14 @@
 #include "ui/tunnel/route_view.h"
 
 #include <QCursor>
-#include <QHeaderView>
 #include <QToolTip>
 #include <QVBoxLayout>
 
 #include "components/logger/logger.h"
 #include "ui/text/texts.h"
+#include "ui/tunnel/format.h"
+#include "ui/tunnel/route_head.h"
 #include "ui/widgets/elide.h"
-#include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
 
@@ -17,7 +17,6 @@ using common::MsgCode;
 namespace {
 
 constexpr int kRowHeight = 38;
-constexpr int kHeadHeight = 36;
 constexpr int kCellPadding = 24;  // left and right together
 // Parts of the width that the columns take; an IPv4 address fits each.
 constexpr int kWeights[RouteModel::kColumnCount] = {32, 23, 17, 17, 11};
@@ -31,7 +30,7 @@ RouteView::RouteView(QWidget* parent)
       ipv6_(new RouteModel(this)),
       families_(new TabBar(TabBar::Kind::kPlain, 16, this)),
       search_(new QLineEdit(this)),
-      empty_(new QLabel(this)),
+      note_(new QLabel(this)),
       tableIpv4_(addTable(ipv4_, "route_table_ipv4_")),
       tableIpv6_(addTable(ipv6_, "route_table_ipv6_")) {
     families_->AddTab(GetTrMsg(MsgCode::UI_TR_IPV4_ROUTE), "tab_ipv4_route_");
@@ -42,9 +41,9 @@ RouteView::RouteView(QWidget* parent)
     search_->setClearButtonEnabled(true);
     search_->setPlaceholderText(Translate(QT_TRANSLATE_NOOP("ui", "Search")));
     search_->setAccessibleName(search_->placeholderText());
-    empty_->setObjectName(QStringLiteral("route_empty_"));
-    empty_->setProperty("role", QStringLiteral("secondary"));
-    empty_->setAlignment(Qt::AlignCenter);
+    note_->setObjectName(QStringLiteral("route_note_"));
+    note_->setProperty("role", QStringLiteral("secondary"));
+    note_->setAlignment(Qt::AlignCenter);
 
     auto* top = new QHBoxLayout;
     top->setSpacing(12);
@@ -56,7 +55,7 @@ RouteView::RouteView(QWidget* parent)
     column->addLayout(top);
     column->addWidget(tableIpv4_, 1000);
     column->addWidget(tableIpv6_, 1000);
-    column->addWidget(empty_);
+    column->addWidget(note_);
     column->addStretch(1);
     tableIpv6_->hide();
 
@@ -77,6 +76,7 @@ QTableView* RouteView::addTable(RouteModel* model, char const* name) {
     auto* table = new QTableView(this);
     table->setObjectName(QLatin1String(name));
     table->setAccessibleName(GetTrMsg(MsgCode::UI_TR_ROUTE));
+    table->setHorizontalHeader(new RouteHead(table));
     table->setModel(model);
     table->setShowGrid(false);
     table->setFrameShape(QFrame::NoFrame);
@@ -90,18 +90,20 @@ QTableView* RouteView::addTable(RouteModel* model, char const* name) {
     table->verticalHeader()->hide();
     table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     table->verticalHeader()->setDefaultSectionSize(kRowHeight);
-    auto* head = table->horizontalHeader();
-    head->setFixedHeight(kHeadHeight);
-    head->setSectionsClickable(true);
-    head->setHighlightSections(false);
-    head->setStretchLastSection(true);
-    head->setMinimumSectionSize(40);
-    connect(head, &QHeaderView::sectionClicked, this, &RouteView::onRouteItemClicked);
+    connect(table->horizontalHeader(), &QHeaderView::sectionClicked, this,
+            &RouteView::onRouteItemClicked);
     connect(table, &QTableView::entered, this, &RouteView::OnRouteQTableViewCellEntered);
+    connect(table->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this, table](QModelIndex const& index) {
+                if (table->hasFocus()) {
+                    QPoint const below = table->visualRect(index).bottomLeft();
+                    showWhole(*table, index, table->viewport()->mapToGlobal(below));
+                }
+            });
     return table;
 }
 
-void RouteView::Set(std::vector<RouteRow> ipv4, std::vector<RouteRow> ipv6) {
+void RouteView::Set(RouteTable ipv4, RouteTable ipv6) {
     ipv4_->Set(std::move(ipv4));
     ipv6_->Set(std::move(ipv6));
     fit();
@@ -125,16 +127,21 @@ RouteModel& RouteView::visibleModel() {
 void RouteView::fit() {
     for (auto* table : {tableIpv4_, tableIpv6_}) {
         int const rows = qMin(table->model()->rowCount(), 1000);
-        table->setMaximumHeight(kHeadHeight + rows * kRowHeight + 2);
+        table->setMaximumHeight(table->horizontalHeader()->height() + rows * kRowHeight + 2);
         for (int i = 0; i + 1 < RouteModel::kColumnCount; ++i) {
             table->setColumnWidth(i, width() * kWeights[i] / kWeightSum);
         }
     }
-    bool const empty = visibleModel().rowCount() == 0;
-    empty_->setText(search_->text().isEmpty()
-                        ? Translate(QT_TRANSLATE_NOOP("ui", "No routes"))
-                        : Translate(QT_TRANSLATE_NOOP("ui", "No matching routes")));
-    empty_->setVisible(empty);
+    RouteModel const& model = visibleModel();
+    QString note;
+    if (model.rowCount() == 0) {
+        note = search_->text().isEmpty() ? Translate(QT_TRANSLATE_NOOP("ui", "No routes"))
+                                         : Translate(QT_TRANSLATE_NOOP("ui", "No matching routes"));
+    } else if (model.More() > 0) {
+        note = AndMore(model.More());
+    }
+    note_->setText(note);
+    note_->setVisible(!note.isEmpty());
 }
 
 void RouteView::resizeEvent(QResizeEvent* event) {
@@ -142,11 +149,11 @@ void RouteView::resizeEvent(QResizeEvent* event) {
     fit();
 }
 
-void RouteView::onRouteItemClicked(int) {
+void RouteView::onRouteItemClicked(int column) {
     RouteModel& model = visibleModel();
-    if (model.Order() == RouteOrder::kUnsorted) {
+    if (model.Order() == RouteOrder::kUnsorted || model.SortColumn() != column) {
         components::logger::Log().info("Show sorted route items");
-        SortRouteItemModel(model, true);
+        model.Sort(RouteOrder::kAscending, column);
     } else {
         components::logger::Log().info("Show unsorted route items");
         model.Sort(RouteOrder::kUnsorted);
@@ -154,12 +161,16 @@ void RouteView::onRouteItemClicked(int) {
 }
 
 void RouteView::OnRouteQTableViewCellEntered(QModelIndex const& index) {
+    showWhole(&visibleModel() == ipv6_ ? *tableIpv6_ : *tableIpv4_, index, QCursor::pos());
+}
+
+void RouteView::showWhole(QTableView const& table, QModelIndex const& index,
+                          QPoint const& globalPos) {
     QString const text = index.data().toString();
     bool const address = text.contains(QLatin1Char('.')) || text.contains(QLatin1Char(':'));
-    auto const* table = &visibleModel() == ipv6_ ? tableIpv6_ : tableIpv4_;
-    int const room = table->columnWidth(index.column()) - kCellPadding;
-    if (address && table->fontMetrics().horizontalAdvance(text) > room) {
-        QToolTip::showText(QCursor::pos(), PlainToolTip(text));
+    int const room = table.columnWidth(index.column()) - kCellPadding;
+    if (address && table.fontMetrics().horizontalAdvance(text) > room) {
+        QToolTip::showText(globalPos, PlainToolTip(text));
     } else {
         QToolTip::hideText();  // that of the cell before
     }

@@ -17,7 +17,7 @@ class RouteView : public QWidget {
   public:
     explicit RouteView(QWidget* parent = nullptr);
 
-    void Set(std::vector<RouteRow> ipv4, std::vector<RouteRow> ipv6);
+    void Set(RouteTable ipv4, RouteTable ipv6);
     void Append(std::vector<RouteRow> const& ipv4, std::vector<RouteRow> const& ipv6);
     void Clear();
 
@@ -25,7 +25,7 @@ class RouteView : public QWidget {
     RouteModel& Ipv6() { return *ipv6_; }
 
   public Q_SLOTS:
-    // A click on a column's head: sorted by address and back to the order of arrival.
+    // A click on a column's head: sorted by that column and back to the order of arrival.
     void onRouteItemClicked(int column);
     // Shows the whole address at the cursor when its column is too narrow for it.
     void OnRouteQTableViewCellEntered(QModelIndex const& index);
@@ -36,13 +36,15 @@ class RouteView : public QWidget {
   private:
     QTableView* addTable(RouteModel* model, char const* name);
     RouteModel& visibleModel();
+    // A tool tip with the whole address of a cell that cuts it, otherwise none.
+    void showWhole(QTableView const& table, QModelIndex const& index, QPoint const& globalPos);
     void fit();
 
     RouteModel* ipv4_;
     RouteModel* ipv6_;
     TabBar* families_;
     QLineEdit* search_;
-    QLabel* empty_;
+    QLabel* note_;  // below the table: that it is empty, or what it leaves out
     QTableView* tableIpv4_;
     QTableView* tableIpv6_;
 };

@@ -20,13 +20,13 @@ StateHeader::StateHeader(QWidget* parent)
     : QWidget(parent),
       shield_(new QLabel(this)),
       title_(new QLabel(this)),
-      detail_(new QLabel(this)) {
+      detail_(new ElidedLabel({}, this)) {
     // Stays at the top when nothing stands below it.
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     shield_->setFixedSize(56, 56);
     title_->setObjectName(QStringLiteral("state_title_"));
     detail_->setObjectName(QStringLiteral("state_detail_"));
-    for (auto* label : {title_, detail_}) {
+    for (QLabel* label : std::initializer_list<QLabel*>{title_, detail_}) {
         label->setTextFormat(Qt::PlainText);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -59,12 +59,10 @@ void StateHeader::SetDuration(QString const& text) {
 }
 
 void StateHeader::refreshDetail() {
-    QString detail = profile_;
-    if (!duration_.isEmpty()) {
-        detail += QStringLiteral("  •  ") + GetTrMsg(common::MsgCode::UI_TR_CONN_DURATION) +
-                  QLatin1Char(' ') + duration_;
-    }
-    detail_->setText(detail);
+    QString const label = GetTrMsg(common::MsgCode::UI_TR_CONN_DURATION);
+    detail_->SetFullText(profile_, duration_.isEmpty()
+                                       ? QString()
+                                       : QStringLiteral("  •  %1 %2").arg(label, duration_));
 }
 
 }  // namespace zorvanelink::ui

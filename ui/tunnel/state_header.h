@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include "ui/config/connect_status.h"
+#include "ui/widgets/elided_label.h"
 
 namespace zorvanelink::ui {
 
@@ -27,7 +28,7 @@ class StateHeader : public QWidget {
     QString duration_;
     QLabel* shield_;
     QLabel* title_;
-    QLabel* detail_;
+    ElidedLabel* detail_;  // a long name is cut, the duration behind it is not
 };
 
 }  // namespace zorvanelink::ui

@@ -4,8 +4,8 @@
 #include <QLocale>
 #include <QVBoxLayout>
 
+#include "ui/text/texts.h"
 #include "ui/tunnel/format.h"
-#include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
 namespace {

@@ -1,10 +1,11 @@
 #include "ui/tunnel/tunnel_controller.h"
 
+#include <algorithm>
+
 #include "components/logger/logger.h"
 #include "components/utils/address.h"
 #include "ui/text/texts.h"
 #include "ui/tunnel/format.h"
-#include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -26,64 +27,44 @@ QString netmaskText(int prefix) {
     return QString::fromStdString(utils::GetStrFromIpv4(utils::NetmaskFromPrefix(prefix)));
 }
 
+// Addresses that are some, on one line; what is above the limit is counted on a second one.
 QString joined(std::vector<std::string> const& items) {
+    constexpr int kMost = 64;
     QStringList list;
+    std::size_t more = 0;
     for (std::string const& item : items) {
-        list += QString::fromStdString(item);
+        if (more > 0 || list.size() == kMost) {
+            ++more;
+        } else if (QString const address = addressText(item); !address.isEmpty()) {
+            list += address;
+        }
     }
-    return list.join(QStringLiteral("; "));
+    QString const shown = list.join(QStringLiteral("; "));
+    return more == 0 ? shown : shown + QLatin1Char('\n') + AndMore(more);
 }
 
-std::vector<RouteRow> routeRows(std::vector<NetConfigRoute> const& routes, QString const& gateway,
-                                QString const& interface, bool ipv4) {
+RouteTable routeTable(std::vector<NetConfigRoute> const& routes, QString const& gateway,
+                      QString const& interface, bool ipv4) {
+    auto const shown = std::min(routes.size(), RouteModel::kMaxRows);
     std::vector<RouteRow> rows;
-    rows.reserve(routes.size());
-    for (NetConfigRoute const& route : routes) {
+    rows.reserve(shown);
+    for (std::size_t i = 0; i < shown; ++i) {
+        NetConfigRoute const& route = routes[i];
         rows.push_back({QString::fromStdString(route.destination),
                         ipv4 ? netmaskText(route.prefix) : QString::number(route.prefix), gateway,
                         interface, QString::number(route.metric)});
     }
-    return rows;
+    return {std::move(rows), routes.size() - shown};
 }
 
-}  // namespace
-
-TunnelController::TunnelController(TunnelView& view, Context const& session)
-    : view_(view), session_(session) {
-    statisticsTimer_.setInterval(kStatisticsPeriod);
-    connect(&statisticsTimer_, &QTimer::timeout, this,
-            &TunnelController::onUpdateTunnelStatisticsInfo);
+QString publicAddressLabel() {
+    return Translate(QT_TRANSLATE_NOOP("ui", "Public address:"));
 }
 
-void TunnelController::onNotifyConnectStatus(QString const& /*name*/, ConnectStatus status) {
-    bool const up = status == ConnectStatus::Connected;
-    ClearDisplayInfo(status == ConnectStatus::Disconnected || status > ConnectStatus::Connected);
-    if (up) {
-        statisticsTimer_.start();
-        onUpdateTunnelStatisticsInfo();
-        AddNetconfigInfo();
-    }
-}
-
-void TunnelController::AddNetconfigInfo() {
-    CLMsgReplyNetConfigData const& data = session_.netConfig;
-    shown_ = data;
-    QString const gateway = addressText(data.vnicGatewayIP);
-    QString const address = addressText(data.clientPrivateIP);
-    Log().info("client public ip: {}", data.clientPublicIP);
-    Log().info("Add Net config Info[gateway: {}, iface_ip: {}]", gateway.toStdString(),
-               address.toStdString());
-    showInterface();
-    view_.SetRoutes(routeRows(data.routeList, gateway, address, true),
-                    routeRows(data.ipv6RouteList, addressText(data.vnicGatewayIPv6),
-                              addressText(data.clientPrivateIPv6), false));
-}
-
-void TunnelController::showInterface() {
-    CLMsgReplyNetConfigData const& data = shown_;
+InterfaceRows interfaceRows(CLMsgReplyNetConfigData const& data) {
     QString const ipv4 = addressText(data.clientPrivateIP);
     QString const ipv6 = addressText(data.clientPrivateIPv6);
-    view_.SetInterface({
+    return {
         {GetTrMsg(MsgCode::UI_TR_IPV4_NETWORK_ADDRESS), ipv4},
         {GetTrMsg(MsgCode::UI_TR_IPV4_SUBNET_MASK),
          ipv4.isEmpty() ? QString() : netmaskText(data.prefix)},
@@ -97,25 +78,64 @@ void TunnelController::showInterface() {
         {GetTrMsg(MsgCode::UI_TR_IPV6_DEFAULT_GATEWAY),
          ipv6.isEmpty() ? QString() : addressText(data.vnicGatewayIPv6)},
         {GetTrMsg(MsgCode::UI_TR_IPV6_DNS_SERVER_ADDRESS), joined(data.ipv6DnsList)},
-        {Translate(QT_TRANSLATE_NOOP("ui", "Public address:")), addressText(data.clientPublicIP)},
+        {publicAddressLabel(), addressText(data.clientPublicIP)},
         {Translate(QT_TRANSLATE_NOOP("ui", "Server address:")), addressText(data.serverPublicIP)},
         {Translate(QT_TRANSLATE_NOOP("ui", "Optimal gateway:")),
          QString::fromStdString(data.optimalGatewayName)},
         {Translate(QT_TRANSLATE_NOOP("ui", "Optimal gateway address:")),
          addressText(data.optimalGatewayIP)},
-    });
+    };
+}
+
+}  // namespace
+
+TunnelController::TunnelController(TunnelView& view, Context const& session,
+                                   std::chrono::milliseconds period)
+    : view_(view), session_(session) {
+    statisticsTimer_.setInterval(period);
+    connect(&statisticsTimer_, &QTimer::timeout, this,
+            &TunnelController::onUpdateTunnelStatisticsInfo);
+}
+
+void TunnelController::onNotifyConnectStatus(QString const& /*name*/, ConnectStatus status) {
+    ClearDisplayInfo(status == ConnectStatus::Disconnected || status > ConnectStatus::Connected);
+    if (status == ConnectStatus::Connected) {
+        statisticsTimer_.start();
+        onUpdateTunnelStatisticsInfo();
+        AddNetconfigInfo();
+    }
+}
+
+void TunnelController::AddNetconfigInfo() {
+    CLMsgReplyNetConfigData const& data = session_.netConfig;
+    QString const gateway = addressText(data.vnicGatewayIP);
+    QString const address = addressText(data.clientPrivateIP);
+    Log().info("client public ip: {}", data.clientPublicIP);
+    Log().info("Add Net config Info[gateway: {}, iface_ip: {}]", gateway.toStdString(),
+               address.toStdString());
+    shown_ = interfaceRows(data);
+    view_.SetInterface(shown_);
+    view_.SetRoutes(routeTable(data.routeList, gateway, address, true),
+                    routeTable(data.ipv6RouteList, addressText(data.vnicGatewayIPv6),
+                               addressText(data.clientPrivateIPv6), false));
 }
 
 void TunnelController::HandleDomainAddRoute(core::sslvpn::DomainRouteAddRouteData const& route) {
     bool const ipv4 = route.destination.find(':') == std::string::npos;
-    auto rows = routeRows({{route.destination, route.perfix, route.metric}},
-                          addressText(route.gateway), addressText(route.iface_ip), ipv4);
-    ipv4 ? view_.AddRoutes(rows, {}) : view_.AddRoutes({}, rows);
+    auto table = routeTable({{route.destination, route.perfix, route.metric}},
+                            addressText(route.gateway), addressText(route.iface_ip), ipv4);
+    ipv4 ? view_.AddRoutes(table.rows, {}) : view_.AddRoutes({}, table.rows);
 }
 
 void TunnelController::SetClientAddress(QString const& address) {
-    shown_.clientPublicIP = address.toStdString();
-    showInterface();
+    QString const label = publicAddressLabel();
+    auto row = std::find_if(shown_.begin(), shown_.end(),
+                            [&](InterfaceRow const& one) { return one.label == label; });
+    if (row == shown_.end()) {
+        row = shown_.insert(row, {label, {}});
+    }
+    row->value = addressText(address.toStdString());
+    view_.SetInterface(shown_);
 }
 
 void TunnelController::onUpdateTunnelStatisticsInfo() {
@@ -130,7 +150,7 @@ void TunnelController::ClearDisplayInfo(bool clearAll) {
     view_.ClearStaticsInfo();
     view_.SetDuration(QString());
     if (clearAll) {
-        shown_ = {};
+        shown_.clear();
         view_.ClearInterfaceInfo();
         view_.ClearRouteInfo();
     }

@@ -17,7 +17,8 @@ class TunnelController : public QObject {
   public:
     static constexpr std::chrono::milliseconds kStatisticsPeriod{1000};
 
-    TunnelController(TunnelView& view, Context const& session);
+    TunnelController(TunnelView& view, Context const& session,
+                     std::chrono::milliseconds period = kStatisticsPeriod);
 
     // What the session knows of addresses and routes, in place of what is shown.
     void AddNetconfigInfo();
@@ -32,12 +33,11 @@ class TunnelController : public QObject {
   private:
     // Stops the counters; with clearAll addresses and routes go as well.
     void ClearDisplayInfo(bool clearAll);
-    void showInterface();
 
     TunnelView& view_;
     Context const& session_;
     QTimer statisticsTimer_;
-    core::sslvpn::CLMsgReplyNetConfigData shown_;
+    InterfaceRows shown_;
 };
 
 }  // namespace zorvanelink::ui

@@ -97,7 +97,7 @@ void TunnelView::SetInterface(InterfaceRows const& rows) {
     interface_->Set(rows);
 }
 
-void TunnelView::SetRoutes(std::vector<RouteRow> ipv4, std::vector<RouteRow> ipv6) {
+void TunnelView::SetRoutes(RouteTable ipv4, RouteTable ipv6) {
     routes_->Set(std::move(ipv4), std::move(ipv6));
 }
 

@@ -31,7 +31,7 @@ class TunnelView : public QWidget {
     void SetWarning(QString const& text);  // empty hides the strip
     void SetStatistics(Statistics const& values);
     void SetInterface(InterfaceRows const& rows);
-    void SetRoutes(std::vector<RouteRow> ipv4, std::vector<RouteRow> ipv6);
+    void SetRoutes(RouteTable ipv4, RouteTable ipv6);
     void AddRoutes(std::vector<RouteRow> const& ipv4, std::vector<RouteRow> const& ipv6);
 
     void ClearStaticsInfo();

@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 
+#include "ui/text/texts.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -12,7 +13,7 @@ WarningStrip::WarningStrip(QWidget* parent) : QFrame(parent), text_(new QLabel(t
     icon->setObjectName(QStringLiteral("warning_icon_"));
     icon->setPixmap(LoadImage(QStringLiteral(":/assets/images/warning.png")));
     icon->setFixedSize(16, 20);
-    icon->setAccessibleName(Translate(QT_TRANSLATE_NOOP("ui", "Warning")));
+    icon->setAccessibleName(GetTrMsg(common::MsgCode::UI_WARNING));
     text_->setObjectName(QStringLiteral("warning_text_"));
     text_->setTextFormat(Qt::PlainText);
     text_->setWordWrap(true);

@@ -12,9 +12,10 @@ ElidedLabel::ElidedLabel(QString const& text, QWidget* parent) : QLabel(parent) 
     SetFullText(text);
 }
 
-void ElidedLabel::SetFullText(QString const& text) {
+void ElidedLabel::SetFullText(QString const& text, QString const& tail) {
     full_ = text.simplified();
-    setAccessibleName(full_);
+    tail_ = tail;
+    setAccessibleName(full_ + tail_);
     elide();
 }
 
@@ -35,8 +36,9 @@ void ElidedLabel::changeEvent(QEvent* event) {
 }
 
 void ElidedLabel::elide() {
-    QString const shown = fontMetrics().elidedText(full_, Qt::ElideRight, contentsRect().width());
-    setText(shown);
+    int const room = contentsRect().width() - fontMetrics().horizontalAdvance(tail_);
+    QString const shown = fontMetrics().elidedText(full_, Qt::ElideRight, qMax(0, room));
+    setText(shown + tail_);
     setToolTip(shown == full_ ? QString() : PlainToolTip(full_));
 }
 

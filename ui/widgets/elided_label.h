@@ -5,14 +5,15 @@
 
 namespace zorvanelink::ui {
 
-// The whole text is the accessible name, and the tooltip while it is cut.
+// The whole text is the accessible name, and the tooltip while it is cut. A tail stands behind the
+// text, cut or not, and is never cut itself.
 class ElidedLabel : public QLabel {
     Q_OBJECT
 
   public:
     explicit ElidedLabel(QString const& text, QWidget* parent = nullptr);
 
-    void SetFullText(QString const& text);
+    void SetFullText(QString const& text, QString const& tail = {});
     QString const& FullText() const { return full_; }
 
     QSize minimumSizeHint() const override;
@@ -25,6 +26,7 @@ class ElidedLabel : public QLabel {
     void elide();
 
     QString full_;
+    QString tail_;
 };
 
 }  // namespace zorvanelink::ui

@@ -1,7 +1,8 @@
 #include "ui/widgets/input_dialog.h"
 
-#include <QHBoxLayout>
+#include <QVBoxLayout>
 
+#include "ui/text/bounded_text.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/automation_hooks.h"
 #include "ui/widgets/secret_field.h"
@@ -10,69 +11,68 @@ namespace zorvanelink::ui {
 
 using common::MsgCode;
 
-InputDialog::InputDialog(QWidget* parent)
-    : ZVLDialog(parent),
+namespace {
+
+constexpr int kRun = 32;  // the widest signs so many fit a line
+
+}  // namespace
+
+InputDialog::InputDialog(Prompts& prompts, QWidget* parent)
+    : ZVLDialog(parent, &prompts),
       label_(new QLabel(Body())),
       label2_(new QLabel(Body())),
       edit_(new QLineEdit(Body())),
-      remember_(new QCheckBox(Body())) {
+      remember_(new QCheckBox(Body())),
+      foot_(new DialogFoot(Body(), "ok_button_", "cancel_button_")) {
     label_->setObjectName(QStringLiteral("label_"));
     label2_->setObjectName(QStringLiteral("label2_"));
-    label2_->setProperty("role", QStringLiteral("hint"));
+    label2_->setProperty("role", QStringLiteral("label"));
     edit_->setObjectName(QStringLiteral("text_edit_"));
-    edit_->setEchoMode(QLineEdit::Password);
+    setTextEchoMode(QLineEdit::Password);
     remember_->setObjectName(QStringLiteral("remember_check_"));
     for (auto* label : {label_, label2_}) {
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        label->setBuddy(edit_);
         label->hide();
     }
-    label_->setBuddy(edit_);
+    connect(foot_->Ok(), &QPushButton::clicked, this, &InputDialog::on_ok_button__clicked);
+    connect(foot_->Cancel(), &QPushButton::clicked, this, &QDialog::reject);
+    auto* field = new QVBoxLayout;
+    field->setSpacing(5);
+    field->addWidget(label2_);
+    field->addWidget(edit_);
     auto* column = new QVBoxLayout(Body());
     column->setContentsMargins(20, 20, 20, 20);
     column->setSpacing(12);
     column->addWidget(label_);
-    column->addWidget(edit_);
-    column->addWidget(label2_);
+    column->addLayout(field);
     column->addWidget(remember_);
     column->addSpacing(4);
-    column->addWidget(buildButtons());
+    column->addWidget(foot_);
     setFixedWidth(480);
     edit_->setFocus();
 }
 
-QWidget* InputDialog::buildButtons() {
-    auto* bar = new QWidget(Body());
-    auto* row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(12);
-    row->addStretch();
-    cancel_ = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_CANCEL), bar);
-    cancel_->setObjectName(QStringLiteral("cancel_button_"));
-    ok_ = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_OK), bar);
-    ok_->setObjectName(QStringLiteral("ok_button_"));
-    ok_->setDefault(true);
-    row->addWidget(cancel_);
-    row->addWidget(ok_);
-    connect(ok_, &QPushButton::clicked, this, &InputDialog::on_ok_button__clicked);
-    connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
-    return bar;
+InputDialog::~InputDialog() {
+    WipeField(*edit_);
 }
 
 void InputDialog::setLabelText(QString const& text) {
-    label_->setText(text);
+    label_->setText(BoundedText(text, kRun));
     label_->setVisible(!text.isEmpty());
-    edit_->setAccessibleName(text);
+    nameField();
 }
 
 void InputDialog::setLabel2Text(QString const& text) {
-    label2_->setText(text);
+    label2_->setText(BoundedText(text, kRun));
     label2_->setVisible(!text.isEmpty());
+    nameField();
 }
 
 void InputDialog::setTextEchoMode(QLineEdit::EchoMode mode) {
-    edit_->setEchoMode(mode);
+    SetSecretEcho(*edit_, mode);
 }
 
 void InputDialog::setTextValue(QString const& text) {
@@ -81,19 +81,27 @@ void InputDialog::setTextValue(QString const& text) {
 
 void InputDialog::setPlaceholderText(QString const& text) {
     edit_->setPlaceholderText(text);
-    if (edit_->accessibleName().isEmpty()) {
-        edit_->setAccessibleName(text);
+    nameField();
+}
+
+// Its caption, else what is asked for, else what stands in it while it is empty.
+void InputDialog::nameField() {
+    for (QString const& name : {label2_->text(), label_->text(), edit_->placeholderText()}) {
+        if (!name.isEmpty()) {
+            edit_->setAccessibleName(name);
+            return;
+        }
     }
 }
 
 void InputDialog::setOkButtonText(QString const& text) {
-    ok_->setText(text);
-    ok_->setAccessibleName(text);
+    foot_->Ok()->setText(text);
+    foot_->Ok()->setAccessibleName(text);
 }
 
 void InputDialog::setCancelButtonText(QString const& text) {
-    cancel_->setText(text);
-    cancel_->setAccessibleName(text);
+    foot_->Cancel()->setText(text);
+    foot_->Cancel()->setAccessibleName(text);
 }
 
 void InputDialog::setCheckBoxText(QString const& text) {

@@ -6,7 +6,7 @@
 #include <QLineEdit>
 #include <string>
 
-#include "ui/widgets/push_button_ext.h"
+#include "ui/widgets/dialog_foot.h"
 #include "ui/widgets/zvl_dialog.h"
 
 namespace zorvanelink::ui {
@@ -15,10 +15,12 @@ class InputDialog : public ZVLDialog {
     Q_OBJECT
 
   public:
-    explicit InputDialog(QWidget* parent = nullptr);
+    explicit InputDialog(Prompts& prompts, QWidget* parent = nullptr);
+    // Whatever way it ends, no typed secret stays behind.
+    ~InputDialog() override;
 
     void setLabelText(QString const& text);   // what is asked for
-    void setLabel2Text(QString const& text);  // a second line, hidden while empty
+    void setLabel2Text(QString const& text);  // the field's caption, hidden while empty
     void setTextEchoMode(QLineEdit::EchoMode mode);
     void setTextValue(QString const& text);
     void setPlaceholderText(QString const& text);
@@ -46,15 +48,14 @@ class InputDialog : public ZVLDialog {
 
   private:
     void on_ok_button__clicked();
-    QWidget* buildButtons();
+    void nameField();
     void reportOpened();
 
     QLabel* label_;
     QLabel* label2_;
     QLineEdit* edit_;
     QCheckBox* remember_;
-    QPushButtonExt* ok_ = nullptr;
-    QPushButtonExt* cancel_ = nullptr;
+    DialogFoot* foot_;
     QString emptyMessage_;
     QString tooLongMessage_;
     int maxUtf8Length_ = 0;

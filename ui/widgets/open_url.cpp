@@ -14,12 +14,19 @@ namespace {
 using common::MsgCode;
 using components::logger::Log;
 
+constexpr int kMaxBytes = 2048;  // UTF-8
+
 // Links are followed first: what counts is where the file lies.
 QUrl localPage(QString const& path) {
     QDir const data(GetAppDataDirPath());
+    QString const folder = data.canonicalPath();
     QFileInfo const file(QFileInfo(data, path).canonicalFilePath());
-    bool const below = file.filePath().startsWith(data.canonicalPath() + QLatin1Char('/'));
-    return below && file.isFile() ? QUrl::fromLocalFile(file.filePath()) : QUrl();
+    if (folder.isEmpty() || !file.filePath().startsWith(folder + QLatin1Char('/'))) {
+        return {};
+    }
+    QString const suffix = file.suffix().toLower();
+    bool const page = suffix == QLatin1String("html") || suffix == QLatin1String("htm");
+    return page && file.isFile() ? QUrl::fromLocalFile(file.filePath()) : QUrl();
 }
 
 bool isWebPage(QUrl const& url) {
@@ -30,8 +37,7 @@ bool isWebPage(QUrl const& url) {
 
 void hint(Prompts& prompts, QWidget* parent, MsgCode text) {
     BringIntoView(parent);
-    prompts.Critical(parent, GetErrMsg(MsgCode::UI_ERROR), GetErrMsg(text),
-                     GetErrMsg(MsgCode::UI_INFO_OK));
+    prompts.Error(parent, GetTrMsg(text));
 }
 
 // The rest of an address may carry what only the page is to know.
@@ -55,6 +61,9 @@ QUrl usable(QString const& text, bool local) {
 }  // namespace
 
 QUrl PageUrl(QString const& text, bool local) {
+    if (text.toUtf8().size() > kMaxBytes) {
+        return {};
+    }
     QUrl const url(text.trimmed());
     if (url.isLocalFile()) {
         return local ? localPage(url.toLocalFile()) : QUrl();

@@ -1,5 +1,5 @@
-// Pages in the user's browser. What a server names is opened only as http or https with a host;
-// a local page only as a file below the data folder. GUI thread.
+// Pages in the user's browser. What a server names is opened only as http or https with a host, a
+// local page only as an HTML file below the data folder, and nothing above 2 KiB. GUI thread.
 #pragma once
 
 #include <QUrl>

@@ -4,6 +4,7 @@
 #include <QFileDialog>
 
 #include "app/environment/globals.h"
+#include "ui/text/texts.h"
 #include "ui/widgets/input_dialog.h"
 #include "ui/widgets/zvl_message_box.h"
 
@@ -46,6 +47,11 @@ int Prompts::Critical(QWidget* parent, QString const& title, QString const& text
     return Box({BoxKind::kCritical, parent, title, text, {button}, 0, 0, {}, {}});
 }
 
+void Prompts::Error(QWidget* parent, QString const& text) {
+    Critical(parent, GetTrMsg(common::MsgCode::UI_ERROR), text,
+             GetTrMsg(common::MsgCode::UI_INFO_OK));
+}
+
 bool Prompts::Question(QWidget* parent, QString const& title, QString const& text,
                        QString const& yes, QString const& no, Default choice) {
     int const preset = choice == Default::kNo ? 1 : 0;
@@ -81,7 +87,7 @@ int DialogPrompts::Box(BoxRequest const& request) {
 }
 
 std::optional<SecretAnswer> DialogPrompts::InputSecret(SecretRequest const& request) {
-    InputDialog dialog(request.parent);
+    InputDialog dialog(*this, request.parent);
     dialog.setWindowTitle(request.title);
     dialog.setLabelText(request.label);
     dialog.setLabel2Text(request.label2);

@@ -66,6 +66,8 @@ class Prompts {
                     QString const& button);
     int Warning(QWidget* parent, QString const& title, QString const& text, QString const& button);
     int Critical(QWidget* parent, QString const& title, QString const& text, QString const& button);
+    // A critical box titled "Error" with the button "OK".
+    void Error(QWidget* parent, QString const& text);
     // True only when `yes` was pressed. kDefaultNo is for questions that delete or trust.
     enum class Default { kYes, kNo };
     bool Question(QWidget* parent, QString const& title, QString const& text, QString const& yes,

@@ -26,7 +26,9 @@ void PrepareRoundCorners(QWidget& window) {
 }
 
 void CutRoundCorners(QWidget& window) {
-    if (!window.testAttribute(Qt::WA_TranslucentBackground)) {
+    if (window.isMaximized()) {
+        window.clearMask();
+    } else if (!window.testAttribute(Qt::WA_TranslucentBackground)) {
         QPainterPath outline;
         outline.addRoundedRect(window.rect(), kRadius, kRadius);
         window.setMask(QRegion(outline.toFillPolygon().toPolygon()));

@@ -24,6 +24,13 @@ void WipeField(QLineEdit& field) {
     text.fill(QChar(u'\0'));
 }
 
+// Qt takes the hints back with the mode.
+void SetSecretEcho(QLineEdit& field, QLineEdit::EchoMode mode) {
+    field.setEchoMode(mode);
+    field.setInputMethodHints(field.inputMethodHints() | Qt::ImhSensitiveData |
+                              Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
+}
+
 int Utf8Length(QLineEdit const& field) {
     QByteArray bytes = field.text().toUtf8();
     int const length = bytes.size();

@@ -13,6 +13,10 @@ std::string TakeSensitiveValue(QLineEdit& field);
 // Empties the field and overwrites what stood in it.
 void WipeField(QLineEdit& field);
 
+// Shows what is typed, or hides it. In both modes no input method learns it, guesses it or turns
+// its first letter into a capital.
+void SetSecretEcho(QLineEdit& field, QLineEdit::EchoMode mode);
+
 // What the field holds in bytes of UTF-8, counted without leaving a clear copy.
 int Utf8Length(QLineEdit const& field);
 

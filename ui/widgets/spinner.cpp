@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <QTimerEvent>
 
-#include "ui/widgets/style.h"
+#include "ui/text/texts.h"
 
 namespace zorvanelink::ui {
 namespace {

@@ -14,8 +14,8 @@ class StatusBarWidget : public QFrame {
   public:
     explicit StatusBarWidget(QWidget* parent = nullptr);
 
-    // `icon` is a resource path such as ":/assets/images/normal.png"; an animation (".gif") is
-    // shown by the spinner. An empty text clears the place.
+    // `icon` is a resource path such as ":/assets/images/normal.png"; the name of an animation
+    // (".gif") stands for the spinner. An empty text clears the place.
     void SetStatus(QString const& text, QString const& icon);
     void SetCountText(QString const& text);
 

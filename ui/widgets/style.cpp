@@ -48,8 +48,4 @@ QPixmap LoadImage(QString const& path) {
     return QPixmap(path);
 }
 
-QString Translate(char const* english) {
-    return QCoreApplication::translate("ui", english);
-}
-
 }  // namespace zorvanelink::ui

@@ -16,7 +16,4 @@ QString LoadStyle(QString const& name);
 // An image with the pixels that the sharpest screen can show; `path` is ":/assets/images/x.png".
 QPixmap LoadImage(QString const& path);
 
-// A text of ours that has no code in the catalogue, in the display language.
-QString Translate(char const* english);
-
 }  // namespace zorvanelink::ui

@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 
+#include "ui/text/texts.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -13,7 +14,7 @@ QString image(char const* name) {
 
 }  // namespace
 
-TitleBar::TitleBar(Kind kind, QWidget* parent) : QFrame(parent) {
+TitleBar::TitleBar(Kind kind, QWidget* parent) : QFrame(parent), kind_(kind) {
     setObjectName(QStringLiteral("title_bar_"));
     auto* row = new QHBoxLayout(this);
     bool const window = kind == Kind::kWindow;
@@ -37,7 +38,7 @@ TitleBar::TitleBar(Kind kind, QWidget* parent) : QFrame(parent) {
                          Translate(QT_TRANSLATE_NOOP("ui", "Minimize")));
     }
     close_ = addButton(window ? "btn_main_close_" : "btn_close_", image("close"),
-                       Translate(QT_TRANSLATE_NOOP("ui", "Close")));
+                       GetTrMsg(common::MsgCode::UI_TR_CLOSE));
 }
 
 QToolButton* TitleBar::addButton(char const* name, QString const& icon,
@@ -59,6 +60,13 @@ void TitleBar::SetTitle(QString const& title) {
 
 QString TitleBar::Title() const {
     return title_->text();
+}
+
+void TitleBar::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (kind_ == Kind::kWindow && event->button() == Qt::LeftButton) {
+        mover_.Release();
+        Q_EMIT MaximiseWanted();
+    }
 }
 
 void TitleBar::mousePressEvent(QMouseEvent* event) {

@@ -27,7 +27,12 @@ class TitleBar : public QFrame {
     QToolButton* MinButton() const { return min_; }
     QToolButton* CloseButton() const { return close_; }
 
+  Q_SIGNALS:
+    // A double click on the bar of a window.
+    void MaximiseWanted();
+
   protected:
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -39,6 +44,7 @@ class TitleBar : public QFrame {
     QToolButton* more_ = nullptr;
     QToolButton* min_ = nullptr;
     QToolButton* close_ = nullptr;
+    Kind const kind_;
     WindowMover mover_;
 };
 

@@ -8,9 +8,9 @@
 #include <QStyleOption>
 
 #include "components/logger/logger.h"
+#include "ui/widgets/prompts.h"
 #include "ui/widgets/round_corners.h"
 #include "ui/widgets/style.h"
-#include "ui/widgets/zvl_message_box.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -22,8 +22,9 @@ bool isComboBoxPopup(QWidget const* popup) {
 
 }  // namespace
 
-ZVLDialog::ZVLDialog(QWidget* parent)
+ZVLDialog::ZVLDialog(QWidget* parent, Prompts* prompts)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint),
+      prompts_(prompts),
       frame_(new QVBoxLayout(this)),
       panel_(new QFrame(this)),
       titleBar_(new TitleBar(TitleBar::Kind::kDialog, panel_)),
@@ -59,7 +60,7 @@ void ZVLDialog::ToFront() {
 
 int ZVLDialog::ShowCriticalBox(QWidget* parent, QString const& title, QString const& text,
                                QString const& button) {
-    return ZVLMessageBox::critical(parent, title, text, button);
+    return prompts_->Critical(parent, title, text, button);
 }
 
 bool ZVLDialog::eventFilter(QObject* watched, QEvent* event) {

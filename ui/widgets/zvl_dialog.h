@@ -10,22 +10,25 @@
 
 namespace zorvanelink::ui {
 
+class Prompts;
+
 // Fill Body(); setWindowTitle sets the title bar. Escape and the close button reject. Opens centred
 // on its parent's window. Carries the stylesheet "dialog".
 class ZVLDialog : public QDialog {
     Q_OBJECT
 
   public:
-    explicit ZVLDialog(QWidget* parent = nullptr);
+    // `prompts` is for those that call ShowCriticalBox.
+    explicit ZVLDialog(QWidget* parent = nullptr, Prompts* prompts = nullptr);
 
     // The area below the title bar, without a layout of its own and without margins.
     QWidget* Body() const { return body_; }
 
     void ToBack();
     void ToFront();
-    // A critical box over this dialog's parent.
-    static int ShowCriticalBox(QWidget* parent, QString const& title, QString const& text,
-                               QString const& button);
+    // A critical box over `parent`.
+    int ShowCriticalBox(QWidget* parent, QString const& title, QString const& text,
+                        QString const& button);
 
     void setVisible(bool visible) override;
 
@@ -43,6 +46,7 @@ class ZVLDialog : public QDialog {
     bool Placed() const { return placed_; }
 
   private:
+    Prompts* prompts_;
     QVBoxLayout* frame_;
     QFrame* panel_;
     TitleBar* titleBar_;

@@ -8,6 +8,7 @@
 #include <QScreen>
 
 #include "components/logger/logger.h"
+#include "ui/text/bounded_text.h"
 #include "ui/widgets/automation_hooks.h"
 #include "ui/widgets/style.h"
 
@@ -43,9 +44,9 @@ int ask(QWidget* parent, ZVLMsgBoxType kind, QString const& title, QString const
 
 ZVLMessageBox::ZVLMessageBox(QWidget* parent, ZVLMsgBoxType kind, QString const& title,
                              QString const& text, Buttons const& buttons)
-    : ZVLDialog(parent), kind_(kind), text_(text) {
+    : ZVLDialog(parent), kind_(kind), text_(BoundedText(text)) {
     setWindowTitle(title);
-    init(kind, text, buttons);
+    init(kind, text_, buttons);
 }
 
 void ZVLMessageBox::init(ZVLMsgBoxType kind, QString const& text, Buttons const& buttons) {

@@ -1,11 +1,11 @@
-#include "ui/pages/settings_dialog.h"
+#include "ui/settings/settings_dialog.h"
 
 #include <QDir>
 
 #include "app/environment/paths.h"
 #include "tests/support/qt_helpers.h"
 #include "tests/support/scripted_prompts.h"
-#include "ui/pages/autostart.h"
+#include "ui/settings/autostart.h"
 
 namespace zorvanelink::ui {
 namespace {

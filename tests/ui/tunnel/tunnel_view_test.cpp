@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QHeaderView>
 #include <QSignalSpy>
+#include <QToolTip>
 #include <QtTest/QTest>
 
 #include "app/environment/app_ctrl.h"
@@ -41,37 +43,13 @@ TEST_F(TunnelViewTest, ShowsTheShieldUntilThereIsAConnectionToTellOf) {
     online();
     view.SetDuration(QStringLiteral("00:12:34"));
     EXPECT_TRUE(Find<QWidget>(view, "tab_statistics_").isVisible());
-    EXPECT_TRUE(label("state_detail_").startsWith(QStringLiteral("Head office")));
-    EXPECT_TRUE(label("state_detail_").endsWith(QStringLiteral("Connection duration 00:12:34")));
-}
-
-TEST_F(TunnelViewTest, CountersAreWrittenAndEmptied) {
-    online();
-    view.SetStatistics({1536, 1572864, 12345, 1, 0.5, 1.255});
-    EXPECT_EQ(label("received_value_"), QStringLiteral("1.50 KB"));
-    EXPECT_EQ(label("sent_value_"), QStringLiteral("1.50 MB"));
-    EXPECT_EQ(label("ratio_in_value_"), QStringLiteral("0.50%"));
-    view.ClearStaticsInfo();
-    EXPECT_TRUE(label("received_value_").isEmpty());
-    EXPECT_TRUE(label("ratio_out_value_").isEmpty());
-}
-
-TEST_F(TunnelViewTest, InterfaceRowsWithoutAValueAreLeftOut) {
-    online();
-    view.SetInterface(
-        {{QStringLiteral("IPv4: "), QStringLiteral("10.8.0.7")}, {QStringLiteral("IPv6: "), {}}});
-    auto const shown = [this] {
-        QStringList texts;
-        auto const* panel = view.findChild<QWidget*>(QStringLiteral("interface_panel_"));
-        for (auto const* text :
-             panel == nullptr ? QList<QLabel*>() : panel->findChildren<QLabel*>()) {
-            texts << text->text();
-        }
-        return texts;
-    };
-    EXPECT_EQ(shown(), QStringList({QStringLiteral("IPv4:"), QStringLiteral("10.8.0.7")}));
-    view.ClearInterfaceInfo();
-    EXPECT_TRUE(shown().isEmpty());
+    EXPECT_EQ(label("state_detail_"),
+              QStringLiteral("Head office  •  Connection duration 00:12:34"));
+    view.SetState(ConnectStatus::Connected, {}, QStringLiteral("A long name ").repeated(20));
+    view.SetDuration(QStringLiteral("00:12:34"));
+    auto const& detail = Find<QLabel>(view, "state_detail_");
+    EXPECT_TRUE(detail.text().endsWith(QStringLiteral("…  •  Connection duration 00:12:34")));
+    EXPECT_LE(detail.fontMetrics().horizontalAdvance(detail.text()), detail.width());
 }
 
 TEST_F(TunnelViewTest, AWarningStandsUntilItIsTakenBack) {
@@ -90,7 +68,8 @@ TEST_F(TunnelViewTest, RoutesSwitchFamilySortAndFilter) {
     auto const route = [](char const* address) {
         return RouteRow{QLatin1String(address), QStringLiteral("8"), {}, {}, {}};
     };
-    view.SetRoutes({route("2.0.0.0"), route("1.0.0.0")}, {route("2001:db8::")});
+    view.SetRoutes(std::vector{route("2.0.0.0"), route("1.0.0.0")},
+                   std::vector{route("2001:db8::")});
     auto& ipv4 = Find<QTableView>(view, "route_table_ipv4_");
     auto& ipv6 = Find<QTableView>(view, "route_table_ipv6_");
     EXPECT_TRUE(ipv4.isVisible());
@@ -110,6 +89,31 @@ TEST_F(TunnelViewTest, RoutesSwitchFamilySortAndFilter) {
     EXPECT_FALSE(ipv4.isVisible());
     view.ClearRouteInfo();
     EXPECT_EQ(view.Routes().Ipv6().rowCount(), 0);
+}
+
+TEST_F(TunnelViewTest, RoutesAreSortedAndReadByKeyboard) {
+    online();
+    view.ShowTab(TunnelView::kRoute);
+    QString const cut = QStringLiteral("fd00:1111:2222:3333:4444:5555:6666:7777");
+    std::vector<RouteRow> rows{{cut, QStringLiteral("16"), {}, {}, {}},
+                               {QStringLiteral("10.0.0.0"), QStringLiteral("8"), {}, {}, {}}};
+    view.SetRoutes({rows, 7}, {});
+    EXPECT_EQ(label("route_note_"), QStringLiteral("and 7 more"));
+    auto& table = Find<QTableView>(view, "route_table_ipv4_");
+    view.activateWindow();
+    auto& head = *table.horizontalHeader();
+    head.setFocus();
+    QTest::keyClick(&head, Qt::Key_Right);
+    QTest::keyClick(&head, Qt::Key_Space);
+    EXPECT_EQ(table.model()->index(0, 1).data().toString(), QStringLiteral("8"));
+    EXPECT_EQ(head.accessibleName(), table.model()->headerData(1, Qt::Horizontal).toString());
+    EXPECT_TRUE(head.accessibleName().endsWith(u'↑'));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
+    table.setFocus();
+    table.setCurrentIndex(table.model()->index(0, 0));
+    EXPECT_TRUE(QToolTip::text().isEmpty());
+    QTest::keyClick(&table, Qt::Key_Down);
+    EXPECT_EQ(QToolTip::text(), cut);
 }
 
 TEST(TabWidgetPlus, HiddenTabsAreSkippedAndComeBack) {

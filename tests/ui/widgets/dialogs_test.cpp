@@ -5,6 +5,7 @@
 
 #include "components/utils/sensitive_value.h"
 #include "tests/support/qt_helpers.h"
+#include "tests/support/scripted_prompts.h"
 #include "ui/widgets/dim_cover.h"
 #include "ui/widgets/input_dialog.h"
 #include "ui/widgets/zvl_message_box.h"
@@ -27,8 +28,11 @@ bool isDimmed(QDialog const& dialog) {
 
 }  // namespace
 
-TEST(Dialog, DimsBehindABoxAndComesBack) {
-    ui::ZVLDialog dialog;
+TEST(Dialog, DimsBehindABoxAndComesBackButNotBehindItsComboBox) {
+    ui::DialogPrompts prompts;
+    ui::ZVLDialog dialog(nullptr, &prompts);
+    auto* combo = new QComboBox(dialog.Body());
+    combo->addItems({text("a"), text("b")});
     dialog.resize(300, 200);
     dialog.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
@@ -37,18 +41,9 @@ TEST(Dialog, DimsBehindABoxAndComesBack) {
         dimmed = isDimmed(dialog);
         box.reject();
     });
-    ui::ZVLDialog::ShowCriticalBox(&dialog, text("T"), text("Text"), text("OK"));
+    dialog.ShowCriticalBox(&dialog, text("T"), text("Text"), text("OK"));
     EXPECT_TRUE(dimmed);
     EXPECT_FALSE(isDimmed(dialog));
-}
-
-TEST(Dialog, StaysLitWhileItsComboBoxIsOpen) {
-    ui::ZVLDialog dialog;
-    auto* combo = new QComboBox(dialog.Body());
-    combo->addItems({text("a"), text("b")});
-    dialog.resize(300, 200);
-    dialog.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
     combo->showPopup();
     ASSERT_TRUE(WaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
     QEvent blocked(QEvent::WindowBlocked);
@@ -66,45 +61,65 @@ TEST(InputDialog, MeasuresTheSecretInBytes) {
     for (auto const& row :
          {Row{"12345678", 8, nullptr}, Row{"123456789", 8, "too long"}, Row{"密码", 6, nullptr},
           Row{"密码", 5, "too long"}, Row{"", 8, "empty"}, Row{"123456789", 0, nullptr}}) {
-        ui::InputDialog dialog;
+        test::ScriptedPrompts prompts;
+        ui::InputDialog dialog(prompts);
         dialog.set_max_utf8_length(row.limit);
         dialog.setTooLongMessage(text("too long"));
         dialog.setEmptyTextMessage(text("empty"));
         dialog.show();
         dialog.setTextValue(text(row.secret));
-        QString complaint;
         if (row.complaint != nullptr) {
-            WhenModal<ui::ZVLMessageBox>([&](ui::ZVLMessageBox& box) {
-                complaint = Find<ui::MessageText>(box, "main_label_").toPlainText();
-                box.reject();
-            });
+            prompts.ExpectBox(text(row.complaint), 0);
         }
-        Find<QPushButton>(dialog, "ok_button_").click();
-        EXPECT_EQ(complaint.toStdString(), row.complaint == nullptr ? "" : row.complaint);
+        QTest::keyClick(&Find<QLineEdit>(dialog, "text_edit_"), Qt::Key_Return);
         EXPECT_EQ(dialog.isVisible(), row.complaint != nullptr) << row.secret;
     }
+    test::ScriptedPrompts prompts;
+    ui::InputDialog anything(prompts);
+    anything.show();
+    Find<QPushButton>(anything, "ok_button_").click();
+    EXPECT_EQ(anything.result(), QDialog::Accepted) << "an empty one, where none is refused";
 }
 
-TEST(InputDialog, HidesTheSecretAndAcceptsAnEmptyOneWhenTold) {
-    ui::InputDialog dialog;
+TEST(InputDialog, HidesTheSecretAndSaysWhatItAsksFor) {
+    test::ScriptedPrompts prompts;
+    ui::InputDialog dialog(prompts);
     auto& edit = Find<QLineEdit>(dialog, "text_edit_");
-    EXPECT_EQ(edit.echoMode(), QLineEdit::Password);
-    dialog.setLabelText(text("PIN"));
+    auto const hints = Qt::ImhSensitiveData | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase;
+    for (auto const mode : {QLineEdit::Normal, QLineEdit::Password}) {
+        dialog.setTextEchoMode(mode);
+        EXPECT_EQ(edit.echoMode(), mode);
+        EXPECT_EQ(edit.inputMethodHints() & hints, hints);
+    }
+    dialog.setLabelText(text("Enter the PIN of alice.p12"));
+    EXPECT_EQ(edit.accessibleName(), text("Enter the PIN of alice.p12"));
+    dialog.setLabel2Text(text("PIN"));
     EXPECT_EQ(edit.accessibleName(), text("PIN"));
-    dialog.SetRememberCheckHide(true);
     dialog.show();
     EXPECT_EQ(dialog.focusWidget(), &edit);
-    EXPECT_FALSE(Find<QCheckBox>(dialog, "remember_check_").isVisible());
-    QTest::keyClick(&edit, Qt::Key_Return);
-    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_LT(Find<QLabel>(dialog, "label2_").geometry().bottom(), edit.geometry().top());
+    EXPECT_GT(Find<QLabel>(dialog, "label2_").y(), Find<QLabel>(dialog, "label_").y());
+}
+
+TEST(InputDialog, NoTypedSecretStaysBehindACancelledPrompt) {
+    test::ScriptedPrompts prompts;
+    bool wiped = false;
+    {
+        ui::InputDialog dialog(prompts);
+        dialog.setTextValue(text("secret"));
+        QObject::connect(&Find<QLineEdit>(dialog, "text_edit_"), &QLineEdit::textChanged,
+                         [&wiped](QString const& left) { wiped = left.isEmpty(); });
+        dialog.reject();
+    }
+    EXPECT_TRUE(wiped);
 }
 
 TEST(InputDialog, AutomationAnswersAndRefuses) {
-    ui::InputDialog dialog;
+    test::ScriptedPrompts prompts;
+    ui::InputDialog dialog(prompts);
     dialog.show();
     dialog.AutoConfirmPwd(text("secret"), true);
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
-    EXPECT_EQ(dialog.textValue(), text("secret"));
     EXPECT_TRUE(dialog.remberCheck());
     EXPECT_EQ(dialog.TakeSensitiveValue(), components::utils::EncodeSensitiveValue("secret"));
     EXPECT_TRUE(dialog.textValue().isEmpty());

@@ -4,6 +4,7 @@
 #include <QtTest/QTest>
 
 #include "tests/support/qt_helpers.h"
+#include "ui/text/bounded_text.h"
 #include "ui/widgets/automation_hooks.h"
 #include "ui/widgets/zvl_message_box.h"
 
@@ -29,26 +30,20 @@ int askWith(std::function<void(ZVLMessageBox&)> act) {
 
 }  // namespace
 
-TEST(MessageBox, AnswersByTheIndexOfThePressedButton) {
-    for (int wanted = 0; wanted < 3; ++wanted) {
-        EXPECT_EQ(wanted, askWith([wanted](ZVLMessageBox& box) {
-                      auto const name = QStringLiteral("button_%1_").arg(wanted).toLatin1();
-                      Find<ui::QPushButtonExt>(box, name.constData()).click();
-                  }));
-    }
-}
-
-TEST(MessageBox, ClosingAndEscapeAreNoAnswer) {
-    EXPECT_EQ(-1, askWith([](ZVLMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }));
+TEST(MessageBox, AnswersByThePressedButtonAndByNothingElse) {
+    auto const press = [](char const* name) {
+        return [name](ZVLMessageBox& box) { Find<ui::QPushButtonExt>(box, name).click(); };
+    };
+    auto const key = [](Qt::Key pressed) {
+        return [pressed](ZVLMessageBox& box) { QTest::keyClick(&box, pressed); };
+    };
+    EXPECT_EQ(0, askWith(press("button_0_")));
+    EXPECT_EQ(2, askWith(press("button_2_")));
+    EXPECT_EQ(0, askWith(key(Qt::Key_Return)));
+    EXPECT_EQ(-1, askWith(key(Qt::Key_Escape)));
     EXPECT_EQ(-1, askWith([](ZVLMessageBox& box) { box.close(); }));
-    EXPECT_EQ(-1,
-              askWith([](ZVLMessageBox& box) { Find<QToolButton>(box, "btn_close_").click(); }));
-}
-
-TEST(MessageBox, ReturnTakesTheDefaultButton) {
-    auto const pressReturn = [](ZVLMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); };
-    EXPECT_EQ(0, askWith(pressReturn));
-    WhenModal<ZVLMessageBox>(pressReturn);
+    EXPECT_EQ(-1, askWith([](auto& box) { Find<QToolButton>(box, "btn_close_").click(); }));
+    WhenModal<ZVLMessageBox>(key(Qt::Key_Return));
     EXPECT_EQ(1, ZVLMessageBox::question(nullptr, text("T"), text("Delete?"), 0,
                                          {text("Yes"), text("No")}, {}, 1));
 }
@@ -80,15 +75,14 @@ TEST(MessageBox, StandsInTheMiddleOfItsOwner) {
     ZVLMessageBox box(&owner, ZVLMsgBoxType::kWarning, text("T"),
                       text("Headline#@@#") + text("many words ").repeated(20), {text("OK")});
     box.show();
-    QApplication::processEvents();
     EXPECT_LE((box.geometry().center() - owner.geometry().center()).manhattanLength(), 2);
 }
 
-TEST(MessageBox, LongWordsWrapAndLongTextsScrollInsteadOfBeingCut) {
-    ZVLMessageBox box(
-        nullptr, ZVLMsgBoxType::kWarning, text("T"),
-        QString(400, QLatin1Char('w')) + text("#@@#") + text("many words ").repeated(400),
-        {text("OK")});
+TEST(MessageBox, LongWordsWrapAndLongTextsAreBoundedAndScroll) {
+    ZVLMessageBox box(nullptr, ZVLMsgBoxType::kWarning, text("T"),
+                      QString(400, u'w') + text("#@@#") + QString(1500, u'i') +
+                          text(" many words").repeated(6000),
+                      {text("OK")});
     box.show();
     auto& main = Find<MessageText>(box, "main_label_");
     auto& detail = Find<MessageText>(box, "detail_label_");
@@ -96,6 +90,24 @@ TEST(MessageBox, LongWordsWrapAndLongTextsScrollInsteadOfBeingCut) {
     EXPECT_GE(main.height(), static_cast<int>(main.document()->size().height()));
     EXPECT_LT(detail.height(), static_cast<int>(detail.document()->size().height()));
     EXPECT_EQ(detail.verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+    EXPECT_LE(main.toPlainText().size() + detail.toPlainText().size(), 2000);
+}
+
+TEST(MessageBox, ATextIsCutAtTwoThousandAndBrokenInLongRuns) {
+    QChar const gap(u'\u200B');
+    struct Row {
+        QString text;
+        QString shown;
+    };
+    for (auto const& row :
+         {Row{text("a b"), text("a b")}, Row{QString(200, u'x'), QString(200, u'x')},
+          Row{QString(401, u'x'),
+              QString(200, u'x') + gap + QString(200, u'x') + gap + QString(1, u'x')},
+          Row{text("ab ").repeated(1000), text("ab ").repeated(666) + text("ab…")},
+          Row{text("ab ").repeated(666) + text("a") + text("😀!"),
+              text("ab ").repeated(666) + text("a😀…")}}) {
+        EXPECT_EQ(ui::BoundedText(row.text).toStdString(), row.shown.toStdString());
+    }
 }
 
 TEST(MessageBox, AQuestionTimesOutAndCallsBack) {

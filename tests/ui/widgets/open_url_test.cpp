@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 
+#include "app/environment/app_ctrl.h"
 #include "app/environment/paths.h"
 #include "tests/support/scripted_prompts.h"
 #include "ui/text/texts.h"
@@ -44,6 +45,10 @@ TEST(OpenUrl, OpensWebPagesAndFilesOfTheDataFolderOnly) {
              Case{link, true, false},
              Case{data + s("/oauth/../../x.html"), true, false},
              Case{data, true, false},
+             Case{makeFile(data + s("/oauth/run.sh")), true, false},
+             Case{makeFile(data + s("/oauth/A.HTM")), true, true},
+             Case{s("https://a.example/") + QString(2030, u'x'), false, true},
+             Case{s("https://a.example/") + QString(2031, u'x'), false, false},
              Case{data + s("/none.html"), true, false},
              Case{s("https://"), false, false},
              Case{s("javascript:alert(1)"), true, false},
@@ -60,6 +65,13 @@ TEST(OpenUrl, OpensWebPagesAndFilesOfTheDataFolderOnly) {
             << c.text.toStdString();
         EXPECT_EQ(prompts.Opened().size(), c.opens ? 1U : 0U) << c.text.toStdString();
     }
+}
+
+TEST(OpenUrl, NoFileIsLocalWithoutADataFolder) {
+    QString const page = makeFile(ui::GetAppDataDirPath() + QStringLiteral("/x.html"));
+    ui::AppCtrl::Instance().dataPath = QStringLiteral("/nonexistent");
+    EXPECT_TRUE(ui::PageUrl(page, true).isEmpty());
+    ui::AppCtrl::Instance() = ui::AppCtrl();
 }
 
 TEST(OpenUrl, ABrowserThatDoesNotStartIsTold) {

@@ -4,6 +4,7 @@
 #include <QtTest/QTest>
 
 #include "tests/support/qt_helpers.h"
+#include "ui/widgets/resize_edges.h"
 #include "ui/widgets/spinner.h"
 #include "ui/widgets/status_bar_widget.h"
 #include "ui/widgets/title_bar.h"
@@ -65,6 +66,46 @@ TEST(WaitForm, CoversAllButTheTitleBarAndKeepsClicksOut) {
     QTest::keyClick(&form, Qt::Key_Return);
     EXPECT_EQ(clicks.count(), 0);
     EXPECT_EQ(form.Desc(), QStringLiteral("Connecting"));
+}
+
+TEST(ResizeEdges, EnlargeAWindowThatTheWindowSystemDoesNotResize) {
+    QWidget window;
+    window.setMinimumSize(200, 100);
+    window.setGeometry(50, 50, 300, 200);
+    ui::ResizeEdges const edges(window);
+    window.show();
+    struct Row {
+        QPoint at;
+        QPoint way;
+        QRect then;
+    };
+    for (auto const& row :
+         {Row{{299, 100}, {40, 7}, {50, 50, 340, 200}}, Row{{0, 100}, {-10, 0}, {40, 50, 310, 200}},
+          Row{{150, 0}, {0, 500}, {50, 150, 300, 100}},
+          Row{{299, 199}, {5, 6}, {50, 50, 305, 206}}}) {
+        window.setGeometry(50, 50, 300, 200);
+        QWidget& edge = *window.childAt(row.at);
+        QPoint const inside = row.at - edge.pos();
+        QTest::mousePress(&edge, Qt::LeftButton, {}, inside);
+        QPoint const global = window.mapToGlobal(row.at) + row.way;
+        QMouseEvent move(QEvent::MouseMove, inside, global, Qt::LeftButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(&edge, &move);
+        QTest::mouseRelease(&edge, Qt::LeftButton, {}, inside);
+        EXPECT_EQ(window.geometry(), row.then) << row.at.x() << " " << row.at.y();
+    }
+    EXPECT_EQ(window.childAt(100, 100), nullptr);
+    window.showMaximized();
+    EXPECT_EQ(window.childAt(0, 100), nullptr);
+}
+
+TEST(TitleBar, ADoubleClickAsksForTheWholeScreen) {
+    for (auto const kind : {ui::TitleBar::Kind::kWindow, ui::TitleBar::Kind::kDialog}) {
+        ui::TitleBar bar(kind);
+        QSignalSpy wanted(&bar, &ui::TitleBar::MaximiseWanted);
+        QTest::mouseDClick(&bar, Qt::LeftButton);
+        EXPECT_EQ(wanted.count(), kind == ui::TitleBar::Kind::kWindow ? 1 : 0);
+    }
 }
 
 TEST(TitleBar, DragsAWindowThatTheWindowSystemDoesNotMove) {

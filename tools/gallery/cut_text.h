@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-namespace zorvanelink::test {
+namespace zorvanelink::gallery {
 
 // One line for each visible label, button, line edit or box text below root whose text is wider or
 // higher than its rectangle. A text that is shortened on purpose (an ellipsis, with the whole text
 // in the tooltip) is none.
 std::vector<std::string> CutTexts(QWidget const& root);
 
-}  // namespace zorvanelink::test
+}  // namespace zorvanelink::gallery

@@ -22,7 +22,6 @@ class SettingsDialog : public ZVLDialog {
   private:
     void addSwitches(QVBoxLayout* column);
     QWidget* buildCertificates();
-    QWidget* buildButtons();
     bool applyAutostart();
 
     struct Switch {

@@ -1,4 +1,4 @@
-#include "ui/pages/autostart.h"
+#include "ui/settings/autostart.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,4 +1,4 @@
-#include "tests/ui/cut_text/cut_text.h"
+#include "tools/gallery/cut_text.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -10,7 +10,7 @@
 #include <QToolButton>
 #include <cmath>
 
-namespace zorvanelink::test {
+namespace zorvanelink::gallery {
 namespace {
 
 constexpr QChar kEllipsis(0x2026);
@@ -117,4 +117,4 @@ std::vector<std::string> CutTexts(QWidget const& root) {
     return cut;
 }
 
-}  // namespace zorvanelink::test
+}  // namespace zorvanelink::gallery

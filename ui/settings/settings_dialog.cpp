@@ -1,14 +1,13 @@
-#include "ui/pages/settings_dialog.h"
+#include "ui/settings/settings_dialog.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 
 #include "app/environment/app_ctrl.h"
 #include "ui/cert/client_certs.h"
-#include "ui/pages/autostart.h"
+#include "ui/settings/autostart.h"
 #include "ui/text/texts.h"
-#include "ui/widgets/push_button_ext.h"
-#include "ui/widgets/style.h"
+#include "ui/widgets/dialog_foot.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -18,25 +17,25 @@ using common::MsgCode;
 constexpr int kBodyWidth = 440;  // pixels
 
 struct Row {
-    char const* heading;  // of the group that begins here; null inside a group
+    QString (*heading)();  // of the group that begins here; null inside a group
     char const* name;
     char const* text;
     bool Config::*member;
 };
 
 constexpr Row kRows[] = {
-    {QT_TRANSLATE_NOOP("ui", "Start"), "auto_run_",
+    {[] { return Translate(QT_TRANSLATE_NOOP("ui", "Start")); }, "auto_run_",
      QT_TRANSLATE_NOOP("ui", "Start with the desktop session"), &Config::autoRun},
     {nullptr, "auto_login_", QT_TRANSLATE_NOOP("ui", "Connect automatically after the start"),
      &Config::autoLogin},
-    {QT_TRANSLATE_NOOP("ui", "Connection"), "auto_reconnect_",
+    {[] { return Translate(QT_TRANSLATE_NOOP("ui", "Connection")); }, "auto_reconnect_",
      QT_TRANSLATE_NOOP("ui", "Reconnect automatically after an interruption"),
      &Config::autoReconnect},
     {nullptr, "auto_minimize_", QT_TRANSLATE_NOOP("ui", "Minimize the window once connected"),
      &Config::autoMinimize},
     {nullptr, "status_notify_", QT_TRANSLATE_NOOP("ui", "Show notifications about the connection"),
      &Config::statusNotify},
-    {QT_TRANSLATE_NOOP("ui", "Update"), "auto_update_",
+    {[] { return GetTrMsg(MsgCode::UI_INFO_UPDATE); }, "auto_update_",
      QT_TRANSLATE_NOOP("ui", "Update automatically"), &Config::autoUpdate},
 };
 
@@ -59,7 +58,10 @@ SettingsDialog::SettingsDialog(Config& config, Prompts& prompts, QWidget* parent
     column->addSpacing(12);
     column->addWidget(buildCertificates());
     column->addSpacing(16);
-    column->addWidget(buildButtons());
+    auto* const foot = new DialogFoot(Body(), "btn_ok_", "btn_cancel_");
+    connect(foot->Ok(), &QPushButton::clicked, this, &QDialog::accept);
+    connect(foot->Cancel(), &QPushButton::clicked, this, &QDialog::reject);
+    column->addWidget(foot);
     Body()->setMinimumWidth(kBodyWidth);
     switches_.front().box->setFocus();
     FrameLayout()->setSizeConstraint(QLayout::SetFixedSize);
@@ -71,7 +73,7 @@ void SettingsDialog::addSwitches(QVBoxLayout* column) {
         bool const offered = row.member != &Config::autoUpdate || !AppCtrl::Instance().msiVersion;
         if (row.heading != nullptr && offered) {
             column->addSpacing(switches_.empty() ? 0 : 12);
-            column->addWidget(heading(Translate(row.heading), Body()));
+            column->addWidget(heading(row.heading(), Body()));
         }
         auto* const box = new QCheckBox(Translate(row.text), Body());
         box->setObjectName(QLatin1String(row.name));
@@ -97,24 +99,6 @@ QWidget* SettingsDialog::buildCertificates() {
     return group;
 }
 
-QWidget* SettingsDialog::buildButtons() {
-    auto* const bar = new QWidget(Body());
-    auto* const row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(12);
-    row->addStretch();
-    auto* const cancel = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_CANCEL), bar);
-    cancel->setObjectName(QStringLiteral("btn_cancel_"));
-    auto* const ok = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_OK), bar);
-    ok->setObjectName(QStringLiteral("btn_ok_"));
-    ok->setDefault(true);
-    row->addWidget(cancel);
-    row->addWidget(ok);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
-    return bar;
-}
-
 void SettingsDialog::accept() {
     if (!applyAutostart()) {
         return;
@@ -131,11 +115,10 @@ bool SettingsDialog::applyAutostart() {
     if (wanted == HasAutostart() || SetAutostart(wanted)) {
         return true;
     }
-    prompts_.Critical(
-        this, GetTrMsg(MsgCode::UI_ERROR),
+    prompts_.Error(
+        this,
         Translate(QT_TRANSLATE_NOOP("ui", "The start with the session could not be changed.#@@#%1"))
-            .arg(GetAutostartFilePath()),
-        GetTrMsg(MsgCode::UI_INFO_OK));
+            .arg(GetAutostartFilePath()));
     return false;
 }
 

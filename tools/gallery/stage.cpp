@@ -1,0 +1,70 @@
+#include "tools/gallery/stage.h"
+
+#include <QApplication>
+
+#include "ui/widgets/zvl_message_box.h"
+
+namespace zorvanelink::gallery {
+
+Stage::Stage(bool behind) : behind_(behind) {
+}
+
+Stage::~Stage() {
+    while (!kept_.empty()) {
+        kept_.pop_back();  // a dialog over another one goes before it
+    }
+}
+
+SampleWindow& Stage::Main(SampleWindow::Content content, bool linked) {
+    if (main_ == nullptr) {
+        main_ = std::make_unique<SampleWindow>(content, linked);
+        shown_.insert(shown_.begin(), &main_->Window());
+    }
+    return *main_;
+}
+
+QWidget* Stage::Owner() {
+    return behind_ || main_ != nullptr ? &Main().Window() : nullptr;
+}
+
+void Stage::ShowBox(ui::BoxRequest const& request) {
+    auto const kind = request.kind == ui::BoxKind::kCritical      ? ui::ZVLMsgBoxType::kCritical
+                      : request.kind == ui::BoxKind::kInformation ? ui::ZVLMsgBoxType::kInformation
+                                                                  : ui::ZVLMsgBoxType::kWarning;
+    auto box = std::make_unique<ui::ZVLMessageBox>(Owner(), kind, request.title, request.text,
+                                                   request.buttons);
+    box->SetDefaultButton(request.defaultButton);
+    if (request.onLink) {
+        box->AllowLink(request.onLink);
+    }
+    Keep(std::move(box));
+}
+
+void Stage::Keep(std::unique_ptr<QWidget> widget) {
+    kept_.push_back(std::move(widget));
+    kept_.back()->show();
+    Lean(*kept_.back());
+}
+
+void Stage::Lean(QWidget& popup) {
+    shown_.push_back(&popup);
+    Settle();
+}
+
+void Stage::Settle() {
+    shown_.back()->activateWindow();
+    for (int i = 0; i < 3; ++i) {
+        QApplication::sendPostedEvents();
+        QApplication::processEvents();
+    }
+}
+
+std::vector<Row> AllRows() {
+    std::vector<Row> all = WindowRows();
+    for (auto const& more : {CertRows(), AuthRows(), EditorRows()}) {
+        all.insert(all.end(), more.begin(), more.end());
+    }
+    return all;
+}
+
+}  // namespace zorvanelink::gallery

@@ -1,0 +1,279 @@
+// The main window, its menus, and the boxes and small dialogs that any part may open.
+#include <QAction>
+#include <QApplication>
+#include <QHeaderView>
+#include <QMenu>
+#include <QVBoxLayout>
+
+#include "tools/gallery/stage.h"
+#include "ui/settings/settings_dialog.h"
+#include "ui/text/texts.h"
+#include "ui/widgets/input_dialog.h"
+#include "ui/widgets/status_bar_widget.h"
+#include "ui/widgets/style.h"
+#include "ui/widgets/wait_form.h"
+
+namespace zorvanelink::gallery {
+namespace {
+
+using common::MsgCode;
+using ui::BoxKind;
+using ui::ConnectStatus;
+using ui::GetTrMsg;
+
+ui::TunnelView& onlineTunnel(Stage& stage, ui::TunnelView::Tab tab) {
+    stage.Main().GoTo(ConnectStatus::Connected, true);
+    stage.Main().Tunnel().ShowTab(tab);
+    return stage.Main().Tunnel();
+}
+
+void box(Stage& stage, BoxKind kind, MsgCode title, QString const& text,
+         std::vector<MsgCode> const& buttons, int preset = 0) {
+    ui::BoxRequest request;
+    request.kind = kind;
+    request.title = GetTrMsg(title);
+    request.text = text;
+    request.defaultButton = preset;
+    for (MsgCode const button : buttons) {
+        request.buttons.push_back(GetTrMsg(button));
+    }
+    stage.ShowBox(request);
+}
+
+ui::InputDialog& input(Stage& stage, MsgCode title, MsgCode label, QString const& label2,
+                       MsgCode remember) {
+    auto made = std::make_unique<ui::InputDialog>(stage.prompts, stage.Owner());
+    auto& dialog = *made;
+    dialog.setWindowTitle(GetTrMsg(title));
+    dialog.setLabelText(GetTrMsg(label));
+    dialog.setLabel2Text(label2);
+    dialog.setPlaceholderText(GetTrMsg(MsgCode::UI_INFO_PLEASE_INPUT_PWD));
+    dialog.setCheckBoxText(GetTrMsg(remember));
+    dialog.SetRememberCheckHide(GetTrMsg(remember).isEmpty());
+    stage.Keep(std::move(made));
+    return dialog;
+}
+
+// What an entry of the menu opens.
+void entry(Stage& stage, char const* action) {
+    stage.Main().Window().findChild<QAction*>(QLatin1String(action))->trigger();
+    QApplication::processEvents();
+    stage.ShowBox(stage.Main().Prompts().last);
+}
+
+QMenu& openMore(Stage& stage) {
+    auto& window = stage.Main().Window();
+    auto* const button = window.findChild<QToolButton*>(QStringLiteral("btn_main_more_"));
+    button->click();
+    auto& menu = *qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    // The offscreen platform's screen is smaller than the window.
+    QPoint const corner = button->mapToGlobal(button->rect().bottomRight());
+    menu.move(corner.x() - menu.width() + 1, corner.y() + 2);
+    stage.Lean(menu);
+    return menu;
+}
+
+std::unique_ptr<QWidget> sheet() {
+    auto made = std::make_unique<QWidget>();
+    made->setStyleSheet(ui::LoadStyle(QStringLiteral("controls")) +
+                        ui::LoadStyle(QStringLiteral("mainwindow")));
+    return made;
+}
+
+void cards(Stage& stage) {
+    auto made = sheet();
+    auto* grid = new QGridLayout(made.get());
+    for (int gm = 0; gm < 2; ++gm) {
+        int row = 0;
+        for (auto const status : {ConnectStatus::Disconnected, ConnectStatus::Connecting,
+                                  ConnectStatus::PrepareReconnecting, ConnectStatus::Reconnecting,
+                                  ConnectStatus::Connected}) {
+            auto profile = std::make_shared<ui::Profile>();
+            profile->name = "Emergency access with a very long name of a connection";
+            profile->server = "a-very-long-gateway-name.region-7.example.com";
+            profile->userName = "a.user.name.that.is.much.longer.than.its.place@example.com";
+            profile->loginMode = gm == 0 ? ui::kLoginModeTls : ui::kLoginModeGm;
+            auto* card = new ui::ProfileTab(profile, made.get());
+            card->setFixedSize(ui::kCardWidth, ui::kCardHeight);
+            ui::ConnectionState state;
+            state.currentProfileName = profile->name;
+            state.status = status;
+            card->Render(ui::cardViewFor(state, profile->name));
+            grid->addWidget(card, row++, gm);
+        }
+    }
+    stage.Keep(std::move(made));
+}
+
+void statusBars(Stage& stage) {
+    auto made = sheet();
+    auto* column = new QVBoxLayout(made.get());
+    for (auto const code : {MsgCode::UI_TR_STATE_NORMAL, MsgCode::UI_TR_STATE_CONNECTTED,
+                            MsgCode::UI_TR_STATE_DISCONNECT, MsgCode::UI_TR_STATE_VNIC_ERROR,
+                            MsgCode::UI_INFO_CONNECTING_SERVICE, MsgCode::UI_INFO_WAIT_RECONNECTING,
+                            MsgCode::UI_INFO_LOWER_RECONNECTING, MsgCode::UI_TR_CHECK_AUTH_TYPE,
+                            MsgCode::CONNECTING}) {
+        auto* bar = new ui::StatusBarWidget(made.get());
+        bar->setFixedSize(880, 32);  // in the smallest window
+        bar->SetStatus(GetTrMsg(code), QStringLiteral(":/assets/images/normal.png"));
+        bar->SetCountText(GetTrMsg(MsgCode::UI_TR_STATUS_CONNECTED)
+                              .arg(QStringLiteral("Head office"), QStringLiteral("32")));
+        column->addWidget(bar);
+    }
+    stage.Keep(std::move(made));
+}
+
+void waitForms(Stage& stage) {
+    auto made = sheet();
+    auto* column = new QVBoxLayout(made.get());
+    for (auto const code : {MsgCode::UI_INFO_CONNECTING_SERVICE, MsgCode::UI_TR_CHECK_AUTH_TYPE,
+                            MsgCode::UI_INFO_WAIT_RECONNECTING}) {
+        auto* behind = new QWidget(made.get());
+        behind->setFixedSize(480, 200);
+        auto* wait = new ui::WaitForm(behind);
+        wait->SetDesc(GetTrMsg(code));
+        wait->show();
+        column->addWidget(behind);
+    }
+    stage.Keep(std::move(made));
+}
+
+std::vector<Row> mainRows() {
+    return {
+        {"window-disconnected", [](Stage& stage) { stage.Main(); }},
+        {"window-connecting", [](Stage& stage) { stage.Main().GoTo(ConnectStatus::Connecting); }},
+        {"window-reconnecting",
+         [](Stage& stage) { stage.Main().GoTo(ConnectStatus::Reconnecting); }},
+        {"window-statistics",
+         [](Stage& stage) { onlineTunnel(stage, ui::TunnelView::kStatistics); }},
+        {"window-interface", [](Stage& stage) { onlineTunnel(stage, ui::TunnelView::kInterface); }},
+        {"window-routes",
+         [](Stage& stage) {
+             onlineTunnel(stage, ui::TunnelView::kRoute).Routes().onRouteItemClicked(0);
+         }},
+        {"window-routes-focus",
+         [](Stage& stage) {
+             onlineTunnel(stage, ui::TunnelView::kRoute);
+             stage.Settle();
+             stage.Main()
+                 .Window()
+                 .findChild<QTableView*>(QStringLiteral("route_table_ipv4_"))
+                 ->horizontalHeader()
+                 ->setFocus();
+         }},
+        {"window-guide", [](Stage& stage) { stage.Main(SampleWindow::Content::kFirstUse); }},
+        {"window-wait", [](Stage& stage) { stage.Main(SampleWindow::Content::kCards, false); }},
+        {"part-cards", cards},
+        {"part-status-bars", statusBars},
+        {"part-wait-forms", waitForms},
+        {"menu-more",
+         [](Stage& stage) {
+             QMenu& menu = openMore(stage);
+             menu.setActiveAction(menu.actions().at(2));
+         }},
+        {"menu-log-level",
+         [](Stage& stage) {
+             QMenu& menu = openMore(stage);
+             QMenu& levels = *menu.actions().front()->menu();
+             menu.setActiveAction(menu.actions().front());
+             levels.popup({});
+             levels.move(menu.x() - levels.width(), menu.y());
+             stage.Lean(levels);
+         }},
+        {"menu-tray",
+         [](Stage& stage) {
+             auto& window = stage.Main().Window();
+             auto* const quit = window.findChild<QAction*>(QStringLiteral("tray_quit_"));
+             auto* const tray = qobject_cast<QMenu*>(quit->associatedWidgets().first());
+             tray->popup({});
+             tray->move(window.geometry().center());
+             stage.Lean(*tray);
+         }},
+    };
+}
+
+std::vector<Row> boxRows() {
+    return {
+        {"box-critical",
+         [](Stage& stage) {
+             box(stage, BoxKind::kCritical, MsgCode::UI_ERROR,
+                 GetTrMsg(MsgCode::UI_INFO_FAIL_EXPORT_LOG), {MsgCode::UI_INFO_OK});
+         }},
+        {"box-information",
+         [](Stage& stage) {
+             box(stage, BoxKind::kInformation, MsgCode::UI_INFO,
+                 GetTrMsg(MsgCode::UI_INFO_FINISH_EXPORT_LOG), {MsgCode::UI_INFO_OK});
+         }},
+        {"box-delete",
+         [](Stage& stage) {
+             box(stage, BoxKind::kQuestion, MsgCode::UI_WARNING,
+                 GetTrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION),
+                 {MsgCode::UI_INFO_YES, MsgCode::UI_INFO_NO}, 1);
+         }},
+        {"box-update",
+         [](Stage& stage) {
+             box(stage, BoxKind::kInformation, MsgCode::UI_INFO, GetTrMsg(MsgCode::UPDATE_DETECTED),
+                 {MsgCode::UI_TR_UPDATE_NOW, MsgCode::UI_TR_UPDATE_NEXT,
+                  MsgCode::UI_TR_UPDATE_NEVER});
+         }},
+        {"box-long",
+         [](Stage& stage) {
+             QString const address =
+                 QStringLiteral("https://%1.example.com/").arg(QString(120, u'w'));
+             box(stage, BoxKind::kWarning, MsgCode::UI_WARNING,
+                 address + QStringLiteral("#@@#") +
+                     GetTrMsg(MsgCode::UI_TR_VERITY_SERVER_CERTIFICATE_FAILED).repeated(8),
+                 {MsgCode::UI_INFO_OK});
+         }},
+        {"box-about", [](Stage& stage) { entry(stage, "more_about_"); }},
+        {"box-help", [](Stage& stage) { entry(stage, "more_help_"); }},
+    };
+}
+
+std::vector<Row> dialogRows() {
+    return {
+        {"settings",
+         [](Stage& stage) { stage.Show<ui::SettingsDialog>(stage.config, stage.prompts); }},
+        {"dialog-password",
+         [](Stage& stage) {
+             input(stage, MsgCode::UI_INFO_INPUT_PWD, MsgCode::UI_INFO_PLEASE_INPUT_THE_PWD,
+                   GetTrMsg(MsgCode::UI_INFO_PASSWORD), MsgCode::UI_INFO_REMEMBER_PWD);
+         }},
+        {"dialog-pin",
+         [](Stage& stage) {
+             input(stage, MsgCode::UI_INFO_INPUT_PINCODE, MsgCode::UI_INFO_INPUT_PIN_CODE,
+                   GetTrMsg(MsgCode::UI_INFO_PINCODE), MsgCode::UI_INFO_REMEMBER_PIN)
+                 .setRemember(true);
+         }},
+        {"dialog-import",
+         [](Stage& stage) {
+             input(stage, MsgCode::UI_TR_IMPORT, MsgCode::UI_TR_PLEASE_INPUT_CERT_PWD,
+                   QStringLiteral("alice-chen.p12"), MsgCode::UI_INFO_NONE);
+         }},
+        {"dialog-long",
+         [](Stage& stage) {
+             input(stage, MsgCode::UI_INFO_INPUT_PWD, MsgCode::UI_TR_IMPORT_CERT_FAILED,
+                   QString(90, u'w'), MsgCode::UI_INFO_REMEMBER_PWD);
+         }},
+        {"dialog-dimmed",
+         [](Stage& stage) {
+             auto& behind = input(stage, MsgCode::UI_INFO_INPUT_PWD,
+                                  MsgCode::UI_INFO_PLEASE_INPUT_THE_PWD, {}, MsgCode::UI_INFO_NONE);
+             behind.ToBack();
+             box(stage, BoxKind::kCritical, MsgCode::UI_ERROR,
+                 GetTrMsg(MsgCode::UI_TR_ERR_PWD_LENGTH), {MsgCode::UI_INFO_OK});
+         }},
+    };
+}
+
+}  // namespace
+
+std::vector<Row> WindowRows() {
+    std::vector<Row> rows = mainRows();
+    for (auto const& more : {boxRows(), dialogRows()}) {
+        rows.insert(rows.end(), more.begin(), more.end());
+    }
+    return rows;
+}
+
+}  // namespace zorvanelink::gallery

@@ -1,0 +1,12 @@
+// What a peer wrote, before it becomes a box or a prompt. Any thread.
+#pragma once
+
+#include <QString>
+
+namespace zorvanelink::ui {
+
+// At most 2,000 characters, an ellipsis in place of the rest; a longer run without a blank than
+// `run` characters may be wrapped after each `run` of them, at a mark that has no width.
+QString BoundedText(QString const& text, int run = 200);
+
+}  // namespace zorvanelink::ui
