@@ -42,10 +42,10 @@ Found readKey(json::Value const& object, std::string_view key, Need need, T* out
 }
 
 // The steps that both ends begin with.
-bool readType(std::string const& text, rapidjson::Document* document, CLMsg::Type* type) {
+bool readType(std::string const& text, CLMsgDocument& message, CLMsg::Type* type) {
     std::string name;
-    if (!json::ParseObject(text, document) ||
-        readKey(*document, "type", Need::kRequired, &name) != Found::kYes) {
+    if (!message.Parse(text) ||
+        readKey(message.Get()->root, "type", Need::kRequired, &name) != Found::kYes) {
         return false;
     }
     *type = CLMsg::StringToType(name);
@@ -94,23 +94,26 @@ CLMsg::SubType CLMsg::StringToSubType(std::string const& text) {
 }
 
 bool CLMsgJsonParse::Parse(std::string const& json, CLMsg::Type* type, CLMsg::SubType* subtype,
-                           common::MsgCode* status) {
-    rapidjson::Document document;
-    if (!readType(json, &document, type)) {
+                           common::MsgCode* status, CLMsgDocument* message) {
+    CLMsgDocument own;
+    CLMsgDocument& parsed = message != nullptr ? *message : own;
+    if (!readType(json, parsed, type)) {
         return false;
     }
-    bool const understood = readSubTypeAndStatus(document, subtype, status);
+    bool const understood = readSubTypeAndStatus(parsed.Get()->root, subtype, status);
     json::PublishNotes();
     return understood;
 }
 
-bool CLMsgJsonParse::Parse(std::string const& json, CLMsg::Type* type, CLMsg::ClientType* client) {
-    rapidjson::Document document;
-    if (!readType(json, &document, type)) {
+bool CLMsgJsonParse::Parse(std::string const& json, CLMsg::Type* type, CLMsg::ClientType* client,
+                           CLMsgDocument* message) {
+    CLMsgDocument own;
+    CLMsgDocument& parsed = message != nullptr ? *message : own;
+    if (!readType(json, parsed, type)) {
         return false;
     }
     std::string level;
-    readKey(document, "logLevel", Need::kOptional, &level);
+    readKey(parsed.Get()->root, "logLevel", Need::kOptional, &level);
     json::PublishNotes();
     if (!level.empty()) {
         Log().setLogLevel(level);
@@ -119,7 +122,7 @@ bool CLMsgJsonParse::Parse(std::string const& json, CLMsg::Type* type, CLMsg::Cl
         return true;
     }
     std::string name;
-    if (readKey(document, "clientType", Need::kRequired, &name) != Found::kYes) {
+    if (readKey(parsed.Get()->root, "clientType", Need::kRequired, &name) != Found::kYes) {
         return false;
     }
     *client = GetClientType(name);

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "common/message_catalogue.h"
+#include "core/clmsg_document.h"
 
 namespace zorvanelink::core {
 
@@ -75,12 +76,14 @@ class CLMsgJsonParse {
     static thread_local std::string debug_str_;
 
     // First stage of both the GUI (replies) and whoever needs `subtype`. A message without
-    // `subtype` has kUnknown, one without `statusCode` UNSPECIFIED.
+    // `subtype` has kUnknown, one without `statusCode` UNSPECIFIED. `message`, when given, gets the
+    // parsed text, for the record's reader.
     static bool Parse(std::string const& json, CLMsg::Type* type, CLMsg::SubType* subtype,
-                      common::MsgCode* status);
+                      common::MsgCode* status, CLMsgDocument* message = nullptr);
     // First stage of the service. Applies a `logLevel` at once, whatever the message; `client` is
     // set for "start" and "update" only.
-    static bool Parse(std::string const& json, CLMsg::Type* type, CLMsg::ClientType* client);
+    static bool Parse(std::string const& json, CLMsg::Type* type, CLMsg::ClientType* client,
+                      CLMsgDocument* message = nullptr);
 
     static CLMsg::ClientType GetClientType(std::string const& text);
 

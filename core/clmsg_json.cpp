@@ -15,7 +15,6 @@ using json::Field;
 using json::Join;
 using json::Outcome;
 using json::Output;
-using json::ParseMessage;
 using json::Rows;
 using json::Style;
 
@@ -46,9 +45,6 @@ struct GetTypeText {
         out = type;
         return json::kStored;
     }
-    static void Write(Output& out, GetType value) {
-        out.Text(textOf(kGetTypeString, static_cast<std::size_t>(value)));
-    }
 };
 
 // Codec: a row of CLMsgJson::type_str; another text is kUnknown.
@@ -57,7 +53,8 @@ struct SetTypeText {
         std::string text;
         Outcome const outcome = json::Read(value, text);
         if (outcome.Stored()) {
-            out = CLMsgJson::GetSetType(text);
+            constexpr auto const& kTexts = CLMsgJson::type_str;
+            out = static_cast<SetType>(std::ranges::find(kTexts, text) - kTexts.begin());
         }
         return outcome;
     }
@@ -67,13 +64,12 @@ struct SetTypeText {
 };
 
 constexpr std::array kStop{
-    Rows<CLMsgStopData>::Required<&CLMsgStopData::profileName>("profileName"),
+    Rows<CLMsgStopData>::OnlyRead<&CLMsgStopData::profileName>("profileName"),
 };
 
 constexpr std::array kGet{
-    Rows<CLMsgGetData>::Required<&CLMsgGetData::profileName>("profileName"),
-    Rows<CLMsgGetData>::Constant("type", "get"),
-    Rows<CLMsgGetData>::Required<&CLMsgGetData::getType, GetTypeText>("getType"),
+    Rows<CLMsgGetData>::OnlyRead<&CLMsgGetData::profileName>("profileName"),
+    Rows<CLMsgGetData>::OnlyRead<&CLMsgGetData::getType, GetTypeText>("getType"),
 };
 
 using Set = CLMsgSetData;
@@ -149,11 +145,11 @@ Set setOf(SetType subtype, std::string const& profileName) {
     return set;
 }
 
-using Update = CLMsgUpdateRequestData;
-using UpdateRow = Rows<Update>;
+using UpdateRequest = CLMsgUpdateRequestData;
+using UpdateRow = Rows<UpdateRequest>;
 
 template <UpdateCommand... kCommands>
-bool isOneOf(Update const& update) {
+bool isOneOf(UpdateRequest const& update) {
     return ((update.command == kCommands) || ...);
 }
 
@@ -165,18 +161,18 @@ constexpr std::array kUpdate{
     UpdateRow::Constant("type", "update"),
     UpdateRow::Constant("clientType", "zlvpn"),
     UpdateRow::Constant("subtype", "update"),
-    UpdateRow::Required<&Update::command>("command"),
-    UpdateRow::Optional<&Update::profileName>("profileName", kNamesProfile),
-    UpdateRow::Optional<&Update::userDataPath>("userDataPath", kInquires),
-    UpdateRow::Optional<&Update::server>("server", kInquires),
-    UpdateRow::Optional<&Update::port>("port", kInquires),
-    UpdateRow::Optional<&Update::enableSPA>("enableSPA", kInquires),
-    UpdateRow::Optional<&Update::spaPort>(
-        "spaPort", [](Update const& update) { return kInquires(update) && update.spaPort; }),
-    UpdateRow::Optional<&Update::enableGMSSL>("enableGMSSL", kInquires),
-    UpdateRow::Optional<&Update::UIAdmin>("UIAdmin", &isOneOf<kReportClientInfo, kInquire>),
-    UpdateRow::Optional<&Update::policy>("policy", &isOneOf<kAnswer, kInstall>),
-    UpdateRow::Optional<&Update::path>("path", &isOneOf<kInstall>),
+    UpdateRow::Required<&UpdateRequest::command>("command"),
+    UpdateRow::Optional<&UpdateRequest::profileName>("profileName", kNamesProfile),
+    UpdateRow::Optional<&UpdateRequest::userDataPath>("userDataPath", kInquires),
+    UpdateRow::Optional<&UpdateRequest::server>("server", kInquires),
+    UpdateRow::Optional<&UpdateRequest::port>("port", kInquires),
+    UpdateRow::Optional<&UpdateRequest::enableSPA>("enableSPA", kInquires),
+    UpdateRow::Optional<&UpdateRequest::spaPort>(
+        "spaPort", [](UpdateRequest const& update) { return kInquires(update) && update.spaPort; }),
+    UpdateRow::Optional<&UpdateRequest::enableGMSSL>("enableGMSSL", kInquires),
+    UpdateRow::Optional<&UpdateRequest::UIAdmin>("UIAdmin", &isOneOf<kReportClientInfo, kInquire>),
+    UpdateRow::Optional<&UpdateRequest::policy>("policy", &isOneOf<kAnswer, kInstall>),
+    UpdateRow::Optional<&UpdateRequest::path>("path", &isOneOf<kInstall>),
 };
 
 }  // namespace
@@ -191,36 +187,22 @@ GetType CLMsgJson::GetGetType(std::string_view text) {
     return static_cast<GetType>(std::ranges::find(kGetTypeString, text) - kGetTypeString.begin());
 }
 
-SetType CLMsgJson::GetSetType(std::string_view text) {
-    return static_cast<SetType>(std::ranges::find(type_str, text) - type_str.begin());
+bool CLMsgJson::Parse(CLMsgDocument const& message, CLMsgStopData* data) {
+    return json::ReadMessage(message, kStop, *data);
 }
 
-bool CLMsgJson::Parse(std::string const& json, CLMsgStopData* data) {
-    return ParseMessage(json, kStop, data);
+bool CLMsgJson::Parse(CLMsgDocument const& message, CLMsgGetData* data) {
+    return json::ReadMessage(message, kGet, *data);
 }
 
-bool CLMsgJson::Parse(std::string const& json, CLMsgGetData* data) {
-    return ParseMessage(json, kGet, data);
-}
-
-bool CLMsgJson::Parse(std::string const& json, CLMsgSetData* data) {
-    rapidjson::Document document;
-    if (!json::ParseObject(json, &document)) {
-        return false;
-    }
+bool CLMsgJson::Parse(CLMsgDocument const& message, CLMsgSetData* data) {
     data->subtype = SetType::kUnknown;
-    bool const complete = json::ReadFields(document, kSetHead, *data) &&
-                          json::ReadFields(document, keysOf(data->subtype).fields, *data);
-    json::PublishNotes();
-    return complete;
+    return json::ReadMessage(message, kSetHead, *data) &&
+           json::ReadMessage(message, keysOf(data->subtype).fields, *data);
 }
 
-bool CLMsgJson::Parse(std::string const& json, CLMsgUpdateRequestData* data) {
-    return ParseMessage(json, kUpdate, data);
-}
-
-std::string CLMsgJson::BuildGet(CLMsgGetData const& data) {
-    return BuildMessage(Style::kCompact, kGet, data);
+bool CLMsgJson::Parse(CLMsgDocument const& message, CLMsgUpdateRequestData* data) {
+    return json::ReadMessage(message, kUpdate, *data);
 }
 
 std::string CLMsgJson::BuildCertRequest(bool gm) {
@@ -231,7 +213,7 @@ std::string CLMsgJson::BuildCertRequest(bool gm) {
 std::string CLMsgJson::Build(CLMsgSetData const& data) {
     Output out(Style::kCompact);
     out.StartObject();
-    json::WriteFields(out, std::span<Field<Set> const>(kSetHead), data);
+    json::WriteFields(out, kSetHead, data);
     if (SetKeys const keys = keysOf(data.subtype); keys.built) {
         json::WriteFields(out, keys.fields, data);
     }

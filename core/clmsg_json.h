@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/clmsg_document.h"
 #include "core/request_records.h"
 
 namespace zorvanelink::core::sslvpn {
@@ -20,15 +21,19 @@ class CLMsgJson {
 
     // kUnknown for a text outside the table.
     static GetType GetGetType(std::string_view text);
-    static SetType GetSetType(std::string_view text);
 
     // False when a required key is missing or of the wrong JSON type: logged, and what was read
     // before it stays in the record.
-    static bool Parse(std::string const& json, CLMsgStartData* data);
-    static bool Parse(std::string const& json, CLMsgStopData* data);
-    static bool Parse(std::string const& json, CLMsgGetData* data);
-    static bool Parse(std::string const& json, CLMsgSetData* data);
-    static bool Parse(std::string const& json, CLMsgUpdateRequestData* data);
+    static bool Parse(CLMsgDocument const& message, CLMsgStartData* data);
+    static bool Parse(CLMsgDocument const& message, CLMsgStopData* data);
+    static bool Parse(CLMsgDocument const& message, CLMsgGetData* data);
+    static bool Parse(CLMsgDocument const& message, CLMsgSetData* data);
+    static bool Parse(CLMsgDocument const& message, CLMsgUpdateRequestData* data);
+    template <class Record>
+    static bool Parse(std::string const& json, Record* data) {
+        CLMsgDocument message;
+        return message.Parse(json) && Parse(message, data);
+    }
 
     static std::string BuildStart(CLMsgStartData const& data);
     // Of the record only the fields that "stop" carries.
@@ -36,7 +41,6 @@ class CLMsgJson {
     // The same fields and `subtype`, when it is not empty; such as "ztnaappresource".
     static std::string BuildProfileSet(CLMsgStartData const& data, std::string const& subtype);
 
-    static std::string BuildGet(CLMsgGetData const& data);
     // "get" of the certificates, without a profile; of the USB keys when `gm`.
     static std::string BuildCertRequest(bool gm);
 

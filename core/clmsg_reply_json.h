@@ -8,53 +8,33 @@
 
 #include <string>
 
+#include "core/clmsg_document.h"
 #include "core/reply_records.h"
 
 namespace zorvanelink::core::sslvpn {
 
+// Of one record; there is one for every message in reply_records.h.
+template <class Record>
+struct Reply {
+    static std::string Build(Record const& data);
+    static bool Parse(CLMsgDocument const& message, Record* data);
+};
+
 class CLMsgReplyJson {
   public:
-    static std::string Build(CLMsgReplyNetConfigData const& data);
-    static std::string Build(CLMsgReplyTunnelDisconnectData const& data);
-    static std::string Build(CLMsgReplyStatusData const& data);
-    static std::string Build(CLMsgReplyTunnelStatisticsData const& data);
-    static std::string Build(CLMsgSessionStatus const& data);
-    static std::string Build(CLMsgGatewayListData const& data);
-    static std::string Build(CLMsgClusterData const& data);
-    static std::string Build(CLMsgGatewayDetectStopData const& data);
-    static std::string Build(CLMsgZtnaAppResourceData const& data);
-    static std::string Build(CLMsgOAuthServerInfoData const& data);
-    static std::string Build(CLMsgZtnaScriptInfoData const& data);
-    static std::string Build(DomainRouteAddRouteData const& data);
-    static std::string Build(CLMsgVINCState const& data);
-    static std::string Build(CLMsgNotifyErrorMsgData const& data);
-    static std::string Build(CLMsgUpdate const& data);
-    static std::string Build(CLMsgChangePWDData const& data);
-    static std::string Build(CLMsgAuthData const& data);
-    static std::string Build(ALMsgCertRespondData const& data);
-    static std::string Build(ALMsgGMCertRespondData const& data);
-    static std::string Build(CLMsgCommonReplyData const& data);
-
-    static bool Parse(std::string const& json, CLMsgReplyNetConfigData* data);
-    static bool Parse(std::string const& json, CLMsgReplyTunnelDisconnectData* data);
-    static bool Parse(std::string const& json, CLMsgReplyStatusData* data);
-    static bool Parse(std::string const& json, CLMsgReplyTunnelStatisticsData* data);
-    static bool Parse(std::string const& json, CLMsgSessionStatus* data);
-    static bool Parse(std::string const& json, CLMsgGatewayListData* data);
-    static bool Parse(std::string const& json, CLMsgClusterData* data);
-    static bool Parse(std::string const& json, CLMsgGatewayDetectStopData* data);
-    static bool Parse(std::string const& json, CLMsgZtnaAppResourceData* data);
-    static bool Parse(std::string const& json, CLMsgOAuthServerInfoData* data);
-    static bool Parse(std::string const& json, CLMsgExecScriptData* data);
-    static bool Parse(std::string const& json, DomainRouteAddRouteData* data);
-    static bool Parse(std::string const& json, CLMsgVINCState* data);
-    static bool Parse(std::string const& json, CLMsgNotifyErrorMsgData* data);
-    static bool Parse(std::string const& json, CLMsgUpdate* data);
-    static bool Parse(std::string const& json, CLMsgChangePWDData* data);
-    static bool Parse(std::string const& json, CLMsgAuthData* data);
-    static bool Parse(std::string const& json, ALMsgCertRespondData* data);
-    static bool Parse(std::string const& json, ALMsgGMCertRespondData* data);
-    static bool Parse(std::string const& json, CLMsgCommonReplyData* data);
+    template <class Record>
+    static std::string Build(Record const& data) {
+        return Reply<Record>::Build(data);
+    }
+    template <class Record>
+    static bool Parse(CLMsgDocument const& message, Record* data) {
+        return Reply<Record>::Parse(message, data);
+    }
+    template <class Record>
+    static bool Parse(std::string const& json, Record* data) {
+        CLMsgDocument message;
+        return message.Parse(json) && Parse(message, data);
+    }
 };
 
 }  // namespace zorvanelink::core::sslvpn

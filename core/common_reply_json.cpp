@@ -98,10 +98,6 @@ constexpr std::array kWriteIfSet{
     Row::WrittenIfSet<&Common::AppResourcePortalStaticFilePath>("AppResourcePortalStaticFilePath"),
 };
 
-constexpr auto kWrite =
-    Join(std::array{ProfileRow<Common>(), TypeRow<Common>()}, StatusRows<Common>(), kWriteByCode,
-         kWriteTail, PolicyRows<Common>(&isComplex), kWriteIfSet);
-
 constexpr std::array kReadHead{
     ProfileRow<Common>(),
     Row::Required<&Common::statusCode>("statusCode"),
@@ -137,20 +133,18 @@ constexpr std::array kReadTail{
     Row::Optional<&Common::AppResourcePortalStaticFilePath>("AppResourcePortalStaticFilePath"),
 };
 
-constexpr auto kRead = Join(kReadHead, PolicyRows<Common>(), kReadTail);
-
 }  // namespace
 
 void AddReplySecrets(std::vector<std::string_view>& keys) {
     json::AddSecrets<Common>(kWriteByCode, keys);
 }
 
-std::string CLMsgReplyJson::Build(CLMsgCommonReplyData const& data) {
-    return BuildReply(kWrite, data);
-}
-
-bool CLMsgReplyJson::Parse(std::string const& json, CLMsgCommonReplyData* data) {
-    return json::ParseMessage(json, kRead, data);
-}
+template <>
+inline constexpr auto kFields<Common> = Join(std::array{ProfileRow<Common>(), TypeRow<Common>()},
+                                             StatusRows<Common>(), kWriteByCode, kWriteTail,
+                                             PolicyRows<Common>(&isComplex), kWriteIfSet);
+template <>
+inline constexpr auto kReadFields<Common> = Join(kReadHead, PolicyRows<Common>(), kReadTail);
+template struct Reply<Common>;
 
 }  // namespace zorvanelink::core::sslvpn

@@ -1,9 +1,5 @@
 #include "core/json_fields.h"
 
-#include <rapidjson/encodedstream.h>
-#include <rapidjson/error/en.h>
-#include <rapidjson/memorystream.h>
-
 #include <limits>
 
 #include "components/logger/logger.h"
@@ -57,30 +53,6 @@ void PublishNotes() {
         CLMsgJsonParse::debug_str_ = noteText(t_note.key, t_note.type);
         t_note = {};
     }
-}
-
-bool ParseObject(std::string const& json, rapidjson::Document* document) {
-    // Iteratively: the depth of a hostile text must not become the depth of our stack.
-    rapidjson::MemoryStream stream(json.data(), json.size());
-    rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> input(stream);
-    document->ParseStream<rapidjson::kParseIterativeFlag>(input);
-    // The parser takes a zero byte for the end. Zero bytes that end the text are a peer's
-    // terminator, others would hide what stands behind them.
-    bool const whole = json.find_first_not_of('\0', stream.Tell()) == std::string::npos;
-    if (document->HasParseError()) {
-        json_str_ =
-            fmt::format("{} (offset {})", rapidjson::GetParseError_En(document->GetParseError()),
-                        document->GetErrorOffset());
-    } else if (!whole) {
-        json_str_ = fmt::format("Zero byte inside the text. (offset {})", stream.Tell());
-    } else if (document->IsObject()) {
-        return true;
-    } else {
-        json_str_ = "The document root is no object.";
-    }
-    CLMsgJsonParse::err_str_ = fmt::format("Failed to parse clmsgjson[{}]", MaskSecrets(json));
-    Log().error("{}", CLMsgJsonParse::err_str_);
-    return false;
 }
 
 Value const* FindKey(Value const& object, std::string_view key) {

@@ -6,9 +6,11 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "core/json_document.h"
 #include "core/json_values.h"
 
 namespace zorvanelink::core::json {
@@ -34,6 +36,10 @@ struct Field {
     }
 };
 
+// A list of rows; the record is deduced from elsewhere, so that an array does as well.
+template <class Record>
+using Fields = std::type_identity_t<std::span<Field<Record> const>>;
+
 // Rows of a list, all for one record: `using Row = Rows<CLMsgReplyStatusData>`.
 template <class Record>
 struct Rows {
@@ -47,6 +53,11 @@ struct Rows {
     template <auto Member, class Codec = Plain>
     static constexpr Row Optional(std::string_view key, When when = whenOf<Member>()) {
         return {key, Need::kOptional, &read<Member, Codec>, &write<Member, Codec>, when};
+    }
+    // Required, and of a message that only its reader knows.
+    template <auto Member, class Codec = Plain>
+    static constexpr Row OnlyRead(std::string_view key) {
+        return {key, Need::kRequired, &read<Member, Codec>};
     }
     template <auto Member, class Codec = Plain>
     static constexpr Row Written(std::string_view key, When when = whenOf<Member>()) {
@@ -108,12 +119,10 @@ void NoteMissing(std::string_view key, Need need);
 void NoteWrongType(std::string_view key, int type, Need need);
 void PublishNotes();
 
-// Parses the text; false, and logged, when it is no JSON object or something follows the object.
-bool ParseObject(std::string const& json, rapidjson::Document* document);
 Value const* FindKey(Value const& object, std::string_view key);
 
 template <class Record>
-bool ReadFields(Value const& object, std::span<Field<Record> const> fields, Record& record) {
+bool ReadFields(Value const& object, Fields<Record> fields, Record& record) {
     for (Field<Record> const& field : fields) {
         if (field.need == Need::kNotRead) {
             continue;
@@ -138,13 +147,8 @@ bool ReadFields(Value const& object, std::span<Field<Record> const> fields, Reco
     return true;
 }
 
-template <class Record, std::size_t N>
-bool ReadFields(Value const& object, std::array<Field<Record>, N> const& fields, Record& record) {
-    return ReadFields(object, std::span<Field<Record> const>(fields), record);
-}
-
 template <class Record>
-void WriteFields(Output& out, std::span<Field<Record> const> fields, Record const& record) {
+void WriteFields(Output& out, Fields<Record> fields, Record const& record) {
     for (Field<Record> const& field : fields) {
         if (field.when != nullptr && !field.when(record)) {
             continue;
@@ -158,28 +162,24 @@ void WriteFields(Output& out, std::span<Field<Record> const> fields, Record cons
     }
 }
 
-template <class Record, std::size_t N>
-void WriteObject(Output& out, std::array<Field<Record>, N> const& fields, Record const& record) {
+template <class Record>
+void WriteObject(Output& out, Fields<Record> fields, Record const& record) {
     out.StartObject();
-    WriteFields(out, std::span<Field<Record> const>(fields), record);
+    WriteFields(out, fields, record);
     out.EndObject();
 }
 
-template <class Record, std::size_t N>
-bool ParseMessage(std::string const& json, std::array<Field<Record>, N> const& fields,
-                  Record* record) {
-    rapidjson::Document document;
-    if (!ParseObject(json, &document)) {
-        return false;
-    }
-    bool const complete = ReadFields(document, fields, *record);
+// False too when the message is empty.
+template <class Record>
+bool ReadMessage(CLMsgDocument const& message, Fields<Record> fields, Record& record) {
+    bool const complete =
+        message.Get() != nullptr && ReadFields(message.Get()->root, fields, record);
     PublishNotes();
     return complete;
 }
 
-template <class Record, std::size_t N>
-std::string BuildMessage(Style style, std::array<Field<Record>, N> const& fields,
-                         Record const& record) {
+template <class Record>
+std::string BuildMessage(Style style, Fields<Record> fields, Record const& record) {
     Output out(style);
     WriteObject(out, fields, record);
     return out.Take();

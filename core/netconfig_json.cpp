@@ -31,8 +31,7 @@ struct Routes {
             out.StartObject();
             out.Key(route.destination);
             out.Text("");
-            json::WriteFields(out, std::span<json::Field<NetConfigRoute> const>(kRouteFields),
-                              route);
+            json::WriteFields(out, kRouteFields, route);
             out.EndObject();
         }
         out.EndArray();
@@ -59,7 +58,7 @@ struct Routes {
     }
 };
 
-constexpr std::array kFields{
+constexpr std::array kNetConfig{
     Row::Required<&Net::isIPv6Channel>("isIPv6Channel"),
     Row::Required<&Net::tunnelIsTCP>("tunnelIsTCP"),
     Row::Required<&Net::serverType>("serverType"),
@@ -85,16 +84,11 @@ constexpr std::array kFields{
     Row::Required<&Net::winsList>("winsList"),
     Row::Required<&Net::bypassIpList>("bypassIpList"),
 };
-constexpr auto kNetConfig = Join(HeadRows<Net>("netconfig"), kFields);
 
 }  // namespace
 
-std::string CLMsgReplyJson::Build(CLMsgReplyNetConfigData const& data) {
-    return BuildReply(kNetConfig, data);
-}
-
-bool CLMsgReplyJson::Parse(std::string const& json, CLMsgReplyNetConfigData* data) {
-    return json::ParseMessage(json, kNetConfig, data);
-}
+template <>
+inline constexpr auto kFields<Net> = Join(HeadRows<Net>("netconfig"), kNetConfig);
+template struct Reply<Net>;
 
 }  // namespace zorvanelink::core::sslvpn

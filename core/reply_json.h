@@ -1,13 +1,13 @@
-// Private to core: rows that every list of a reply begins with, and the shared last step of its
-// writers.
+// Private to core: rows that every list of a reply begins with, and the one reader and the one
+// writer of all replies.
 #pragma once
 
 #include <string>
 #include <string_view>
 
 #include "components/logger/logger.h"
+#include "core/clmsg_reply_json.h"
 #include "core/json_fields.h"
-#include "core/reply_records.h"
 
 namespace zorvanelink::core::sslvpn {
 
@@ -16,12 +16,24 @@ constexpr auto ProfileRow() {
     return json::Rows<Record>::template Required<&Record::profileName>("profileName");
 }
 
+// The fields of a record, in the order in which they are written and, where it is another one, in
+// which they are read.
+template <class Record>
+inline constexpr std::array<json::Field<Record>, 0> kFields{};
+template <class Record>
+inline constexpr auto const& kReadFields = kFields<Record>;
+
 // For records of the service only: none of them holds a secret of the user.
-template <class Record, std::size_t N>
-std::string BuildReply(std::array<json::Field<Record>, N> const& fields, Record const& record) {
-    std::string text = json::BuildMessage(json::Style::kIndented, fields, record);
+template <class Record>
+std::string Reply<Record>::Build(Record const& record) {
+    std::string text = json::BuildMessage(json::Style::kIndented, kFields<Record>, record);
     components::logger::Log().verbose("Encode json[{}]", text);
     return text;
+}
+
+template <class Record>
+bool Reply<Record>::Parse(CLMsgDocument const& message, Record* record) {
+    return json::ReadMessage(message, kReadFields<Record>, *record);
 }
 
 // `type`, and `subtype` as a list of rows.

@@ -137,8 +137,8 @@ void AddStartSecrets(std::vector<std::string_view>& keys) {
     json::AddSecrets<Start>(kStart, keys);
 }
 
-bool CLMsgJson::Parse(std::string const& json, CLMsgStartData* data) {
-    return json::ParseMessage(json, kRead, data);
+bool CLMsgJson::Parse(CLMsgDocument const& message, CLMsgStartData* data) {
+    return json::ReadMessage(message, kRead, *data);
 }
 
 std::string CLMsgJson::BuildStart(CLMsgStartData const& data) {
@@ -154,7 +154,7 @@ std::string CLMsgJson::BuildProfileSet(CLMsgStartData const& data, std::string c
     out.StartObject();
     out.Key("type");
     out.Text("set");
-    json::WriteFields(out, std::span<json::Field<Start> const>(kHead), data);
+    json::WriteFields(out, kHead, data);
     if (!subtype.empty()) {
         out.Key("subtype");
         out.Text(subtype);

@@ -26,8 +26,6 @@ TEST(Request, SendersWriteTheirOwnOrder) {
          R"({"type":"set","subtype":"certSignData","certSignData":"2\r6","statusCode":41014,"profileName":"p"})"},
         {CLMsgJson::BuildCertRequest(true), R"({"type":"get","subtype":"gmCertRequest"})"},
         {CLMsgJson::BuildCertRequest(false), R"({"type":"get","subtype":"certRequest"})"},
-        {CLMsgJson::BuildGet({"p", GetType::kStatistics}),
-         R"({"profileName":"p","type":"get","getType":"statistics"})"},
     };
     for (Row const& row : rows) {
         EXPECT_EQ(row.sent, row.expected);

@@ -43,8 +43,7 @@ void zorvanelink::test::Fuzz(std::string const& text) {
         CLMsgNotifyErrorMsgData, CLMsgUpdate, CLMsgChangePWDData, CLMsgAuthData,
         ALMsgCertRespondData, ALMsgGMCertRespondData, CLMsgReplyStatusData, CLMsgCommonReplyData>(
         text);
-    onlyRead<CLMsgStopData, CLMsgSetData, CLMsgUpdateRequestData>(text);
-    check<CLMsgJson, CLMsgGetData>(text, [](auto const& get) { return CLMsgJson::BuildGet(get); });
+    onlyRead<CLMsgStopData, CLMsgGetData, CLMsgSetData, CLMsgUpdateRequestData>(text);
     // A type that the service does not know is written as "none".
     CLMsgStartData start;
     if (CLMsgJson::Parse(text, &start)) {

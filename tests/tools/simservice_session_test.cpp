@@ -179,11 +179,10 @@ TEST_F(SessionTest, ALinkThatEndsTakesTheSessionWithIt) {
 
 TEST_F(SessionTest, QuestionsAndOrders) {
     goOnline();
-    using core::sslvpn::GetType;
-    for (auto const& [type, kind] :
-         {std::pair{GetType::kState, "40971"}, std::pair{GetType::kStatistics, "tunnelStatistics"},
-          std::pair{GetType::kConfig, "netconfig"}}) {
-        session.Receive(CLMsgJson::BuildGet({"Office", type}));
+    for (auto const& [type, kind] : {std::pair<std::string, char const*>{"state", "40971"},
+                                     {"statistics", "tunnelStatistics"},
+                                     {"config", "netconfig"}}) {
+        session.Receive(R"({"type":"get","profileName":"Office","getType":")" + type + "\"}");
         EXPECT_THAT(take(), ElementsAre(kind));
     }
     session.Receive(CLMsgJson::BuildCertRequest(false));
