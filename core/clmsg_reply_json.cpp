@@ -47,7 +47,8 @@ inline constexpr auto kFields<Statistics> =
 using Session = CLMsgSessionStatus;
 using SessionRow = Rows<Session>;
 constexpr auto kSessionStatus = SessionRow::Required<&Session::status>("status");
-constexpr auto kSessionIP = SessionRow::Required<&Session::connecttingIP>("connecttingIP");
+constexpr auto kSessionIP =
+    SessionRow::Required<&Session::connecttingIP, json::Address>("connecttingIP");
 constexpr auto kSessionSubCode = SessionRow::Required<&Session::subCode>("subCode");
 template <>
 inline constexpr auto kFields<Session> = Join(TypeRows<Session>("pushStatus"),
@@ -95,16 +96,16 @@ inline constexpr auto kFields<DetectStop> =
 
 using AppResource = CLMsgZtnaAppResourceData;
 template <>
-inline constexpr auto kFields<AppResource> =
-    Join(HeadRows<AppResource>("appResource"),
-         std::array{Rows<AppResource>::Required<&AppResource::portalPath>("portalPath")});
+inline constexpr auto kFields<AppResource> = Join(
+    HeadRows<AppResource>("appResource"),
+    std::array{Rows<AppResource>::Required<&AppResource::portalPath, json::Address>("portalPath")});
 
 using OAuth = CLMsgOAuthServerInfoData;
 template <>
 inline constexpr auto kFields<OAuth> = std::array{
     ProfileRow<OAuth>(),
     TypeRow<OAuth>(),
-    Rows<OAuth>::Required<&OAuth::oauthPath>("oauthPath"),
+    Rows<OAuth>::Required<&OAuth::oauthPath, json::Address>("oauthPath"),
 };
 
 template <class Script>
@@ -129,11 +130,11 @@ template <>
 inline constexpr auto kFields<AddRoute> =
     Join(HeadRows<AddRoute>("addRoute"),
          std::array{
-             Rows<AddRoute>::Required<&AddRoute::destination>("destination"),
-             Rows<AddRoute>::Required<&AddRoute::iface_ip>("iface_ip"),
+             Rows<AddRoute>::Required<&AddRoute::destination, json::Address>("destination"),
+             Rows<AddRoute>::Required<&AddRoute::iface_ip, json::Address>("iface_ip"),
              Rows<AddRoute>::Required<&AddRoute::perfix>("perfix"),
              Rows<AddRoute>::Required<&AddRoute::metric>("metric"),
-             Rows<AddRoute>::Required<&AddRoute::gateway>("gateway"),
+             Rows<AddRoute>::Required<&AddRoute::gateway, json::Address>("gateway"),
          });
 
 using VnicState = CLMsgVINCState;
@@ -175,8 +176,8 @@ inline constexpr auto kFields<ChangePWD> =
 
 using Auth = CLMsgAuthData;
 constexpr std::array kAuthUrls{
-    Rows<Auth>::Optional<&Auth::changePasswordUrl>("changePasswordUrl"),
-    Rows<Auth>::Optional<&Auth::forgotPasswordUrl>("forgotPasswordUrl"),
+    Rows<Auth>::Optional<&Auth::changePasswordUrl, json::Address>("changePasswordUrl"),
+    Rows<Auth>::Optional<&Auth::forgotPasswordUrl, json::Address>("forgotPasswordUrl"),
 };
 constexpr std::array kAuthLocal{
     Rows<Auth>::Optional<&Auth::allowLocalChangePassword>("allowLocalChangePassword")};
@@ -192,14 +193,14 @@ using CertRespond = ALMsgCertRespondData;
 template <>
 inline constexpr auto kFields<CertRespond> =
     Join(HeadRows<CertRespond>("certRespond"),
-         std::array{
-             Rows<CertRespond>::Required<&CertRespond::certList,
-                                         json::KeyedValues<"cert", Need::kRequired>>("certList")});
+         std::array{Rows<CertRespond>::Required<
+             &CertRespond::certList, json::KeyedValues<"cert", Need::kRequired, json::Certificate>>(
+             "certList")});
 
 constexpr std::array kContainer{
     Rows<GmContainer>::Required<&GmContainer::containerName>("containerName"),
-    Rows<GmContainer>::Optional<&GmContainer::signCert>("signCert"),
-    Rows<GmContainer>::Optional<&GmContainer::encCert>("encCert"),
+    Rows<GmContainer>::Optional<&GmContainer::signCert, json::Certificate>("signCert"),
+    Rows<GmContainer>::Optional<&GmContainer::encCert, json::Certificate>("encCert"),
 };
 constexpr std::array kApp{
     Rows<GmAppInstance>::Required<&GmAppInstance::appName>("appName"),

@@ -48,6 +48,10 @@ void NoteWrongType(std::string_view key, int type, Need need) {
     note(key, type, need);
 }
 
+void NoteTooLong(std::size_t length, std::size_t most) {
+    Log().warning("A text of {} bytes in a message counts as empty, {} are the most", length, most);
+}
+
 void PublishNotes() {
     if (!t_note.key.empty()) {
         CLMsgJsonParse::debug_str_ = noteText(t_note.key, t_note.type);
@@ -118,7 +122,8 @@ Outcome Read(Value const& value, std::vector<std::string>& out) {
     std::vector<std::string> read;
     read.reserve(value.Size());
     for (Value const& element : value.GetArray()) {
-        if (Outcome const outcome = Read(element, read.emplace_back()); !outcome.Stored()) {
+        Outcome const outcome = Address::Read(element, read.emplace_back());
+        if (!outcome.Stored()) {
             return outcome;
         }
     }

@@ -207,7 +207,7 @@ struct Records {
 
 // Codec: a vector of plain values, as an array of objects with one key each. An element without
 // the key fails the message when it is required there, and is left out otherwise.
-template <Literal kKey, Need kNeed>
+template <Literal kKey, Need kNeed, class Codec = Plain>
 struct KeyedValues {
     template <class Element>
     static Outcome Read(Value const& value, std::vector<Element>& out) {
@@ -228,7 +228,7 @@ struct KeyedValues {
         for (Element const& element : value) {
             out.StartObject();
             out.Key(kKey.View());
-            json::Write(out, element);
+            Codec::Write(out, element);
             out.EndObject();
         }
         out.EndArray();
@@ -237,7 +237,7 @@ struct KeyedValues {
   private:
     template <class Element>
     static Outcome readEntry(Value const& value, std::pair<bool, Element>& entry) {
-        Outcome const outcome = json::Read(value, entry.second);
+        Outcome const outcome = Codec::Read(value, entry.second);
         entry.first = outcome.Stored();
         return outcome;
     }

@@ -34,12 +34,15 @@ inline Outcome WrongType(Value const& value) {
     return {Outcome::kWrongType, static_cast<int>(value.GetType())};
 }
 
+void NoteTooLong(std::size_t length, std::size_t most);
+
 Outcome Read(Value const& value, std::string& out);
 Outcome Read(Value const& value, bool& out);
 Outcome Read(Value const& value, std::int32_t& out);
 Outcome Read(Value const& value, std::uint64_t& out);
 // A number without fraction is refused, and so is one outside the range of a float.
 Outcome Read(Value const& value, float& out);
+// Of addresses.
 Outcome Read(Value const& value, std::vector<std::string>& out);
 // By its text; kUnknown for one outside the table.
 Outcome Read(Value const& value, common::SupportedAuthType& out);
@@ -106,6 +109,24 @@ struct Plain {
         json::Write(out, value);
     }
 };
+
+// Codec: a text of at most that many bytes; a longer one reads as empty, with a warning.
+template <std::size_t kMost>
+struct AtMost {
+    static Outcome Read(Value const& value, std::string& out) {
+        Outcome const outcome = json::Read(value, out);
+        if (out.size() > kMost) {
+            NoteTooLong(out.size(), kMost);
+            out.clear();
+        }
+        return outcome;
+    }
+    static void Write(Output& out, std::string const& value) { out.Text(value); }
+};
+// Of hosts, pages and files.
+using Address = AtMost<2048>;
+// Base64.
+using Certificate = AtMost<std::size_t{64} * 1024>;
 
 // Reads each element of an array with `read`, which is given the object and the container to add
 // to and answers an Outcome. `out` changes only when all of them were read.

@@ -51,7 +51,7 @@ struct Routes {
             json::NoteMissing("destination", json::Need::kRequired);
             return {Outcome::kFailed};
         }
-        json::Read(destination->name, route.destination);
+        json::Address::Read(destination->name, route.destination);
         Value const& numbers = destination->value.IsObject() ? destination->value : object;
         return json::ReadFields(numbers, kRouteFields, route) ? json::kStored
                                                               : Outcome{Outcome::kFailed};
@@ -63,13 +63,13 @@ constexpr std::array kNetConfig{
     Row::Required<&Net::tunnelIsTCP>("tunnelIsTCP"),
     Row::Required<&Net::serverType>("serverType"),
     Row::Required<&Net::vnicName>("vnicName"),
-    Row::Required<&Net::clientPrivateIP>("clientPrivateIP"),
-    Row::Required<&Net::clientPrivateIPv6>("clientPrivateIPv6"),
-    Row::Required<&Net::clientPublicIP>("clientPublicIP"),
-    Row::Required<&Net::vnicGatewayIP>("vnicGatewayIP"),
-    Row::Required<&Net::vnicGatewayIPv6>("vnicGatewayIPv6"),
-    Row::Required<&Net::serverPublicIP>("serverPublicIP"),
-    Row::Required<&Net::optimalGatewayIP>("optimalGatewayIP"),
+    Row::Required<&Net::clientPrivateIP, json::Address>("clientPrivateIP"),
+    Row::Required<&Net::clientPrivateIPv6, json::Address>("clientPrivateIPv6"),
+    Row::Required<&Net::clientPublicIP, json::Address>("clientPublicIP"),
+    Row::Required<&Net::vnicGatewayIP, json::Address>("vnicGatewayIP"),
+    Row::Required<&Net::vnicGatewayIPv6, json::Address>("vnicGatewayIPv6"),
+    Row::Required<&Net::serverPublicIP, json::Address>("serverPublicIP"),
+    Row::Required<&Net::optimalGatewayIP, json::Address>("optimalGatewayIP"),
     Row::Required<&Net::optimalGatewayName>("optimalGatewayName"),
     Row::Required<&Net::prefix>("prefix"),
     Row::Required<&Net::prefixIPv6>("prefixIPv6"),
