@@ -7,7 +7,8 @@
 
 namespace zorvanelink::ui {
 
-// A profile of another name changes nothing; a broken entry is skipped with a warning.
+// A list of no connection, or of one that is unknown, changes nothing; a broken entry is skipped
+// with a warning. Of a list 512 entries are kept. Saved only when something changed.
 void HandleGatewayList(Config& config, core::sslvpn::CLMsgGatewayListData const& data);
 void HandleClusterList(Config& config, core::sslvpn::CLMsgClusterData const& data);
 
