@@ -19,11 +19,13 @@ struct Gateway {
     std::string addr;
     std::uint16_t detectPort = 0;
     std::uint16_t sslPort = 0;
+    bool operator==(Gateway const&) const = default;
 };
 
 struct Server {
     std::string addr;
     std::uint16_t port = 0;
+    bool operator==(Server const&) const = default;
 };
 
 // What a server may list, gateways and clusters each: entries, and bytes of a name or an address.
