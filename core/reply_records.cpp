@@ -6,9 +6,8 @@ namespace {
 constexpr std::int32_t kClientHeartbeatReason = 222;  // the client's own report
 constexpr std::int32_t kLastGatewayReason = 13;
 
-}  // namespace
-
-MsgCode DisconnectReasonCode(std::int32_t reason) {
+// UNSPECIFIED for a number without a name.
+MsgCode codeOf(std::int32_t reason) {
     if (reason == kClientHeartbeatReason) {
         return MsgCode::DISCONNECT_REASON_CLIENT_HEARTBEAT_TIMEOUT;
     }
@@ -19,8 +18,10 @@ MsgCode DisconnectReasonCode(std::int32_t reason) {
     return static_cast<MsgCode>(first + reason - 1);
 }
 
+}  // namespace
+
 std::string DisconnectReasonText(std::int32_t reason) {
-    MsgCode const code = DisconnectReasonCode(reason);
+    MsgCode const code = codeOf(reason);
     return code == MsgCode::UNSPECIFIED ? "Unkown" : common::g_IPCMessageMap.Get(code).english;
 }
 

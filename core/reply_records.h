@@ -56,9 +56,8 @@ struct CLMsgReplyTunnelDisconnectData {
     std::int32_t reason = 0;
 };
 
-// The catalogue's code of a gateway's disconnect reason; UNSPECIFIED for a number without a name.
-MsgCode DisconnectReasonCode(std::int32_t reason);
-// Its English text, "Unkown" for a number without a name.
+// The catalogue's English text of a gateway's disconnect reason, "Unkown" for a number without a
+// name.
 std::string DisconnectReasonText(std::int32_t reason);
 
 // "connectStatus"
