@@ -1,92 +1,121 @@
-// Byte for byte what goes over the link. Each file holds one message; what is built must equal it,
-// and what is read from it must build to the same bytes again.
-#include <gtest/gtest.h>
-
-#include <fstream>
-#include <sstream>
-
+// What is built of a record must equal its file, and what is read from the file must build to the
+// same bytes again. In every record each field differs from its default and from its neighbours.
+#include "tests/core/golden.h"
 #include "core/clmsg.h"
 #include "core/clmsg_json.h"
 #include "core/clmsg_reply_json.h"
-#include "tests/core/sample_records.h"
 
 namespace zorvanelink::test {
 namespace {
 
 using namespace core::sslvpn;
 using common::MsgCode;
+using common::SupportedAuthType;
 
-std::string golden(std::string const& name) {
-    std::ifstream file(ZVL_TEST_DATA "/messages/" + name + ".json");
-    EXPECT_TRUE(file) << name;
-    std::ostringstream text;
-    text << file.rdbuf();
-    std::string message = text.str();
-    if (!message.empty() && message.back() == '\n') {
-        message.pop_back();  // files end in a line break, messages do not
-    }
-    return message;
-}
+UserPasswordComplexity const kPolicy{true, 8, 1, 2, 3, 4, true};
+std::map<std::string, Gateway> const kGateways{{"north", {"192.0.2.1", "8001", "443"}},
+                                               {"south", {"192.0.2.2", "8002", "444"}}};
+std::map<std::string, Server> const kCluster{{"192.0.2.9", {"192.0.2.9", 4430}}};
 
 template <class Record>
 void expectReply(std::string const& name, Record const& record) {
     SCOPED_TRACE(name);
-    std::string const expected = golden(name);
+    std::string const expected = Golden(name);
     EXPECT_EQ(CLMsgReplyJson::Build(record), expected);
     Record read;
     ASSERT_TRUE(CLMsgReplyJson::Parse(expected, &read));
     EXPECT_EQ(CLMsgReplyJson::Build(read), expected);
 }
 
-TEST(Golden, StartAndWhatBeginsLikeIt) {
-    CLMsgStartData const password = SampleStart();
-    CLMsgStartData file = password;
-    file.needQueryAuthType = false;
-    file.keepAuthType = true;
-    file.UIAdmin = true;
-    file.authType = common::SupportedAuthType::kPwdWithCert;
-    file.pkcs12CertFileData = "UEtDUw==";
-    file.encryptedPinCode = "UElO";
-    file.spaPort = 62201;
-    file.optimalChannel = file.enableAutoUpdate = file.hasPromotedUpdate = true;
-    CLMsgStartData system = password;
-    system.enableGMSSL = true;
-    system.enableSPA = false;
-    system.authType = common::SupportedAuthType::kOnlyUkey;
-    system.certData = "REVS";
-    system.isSupportCNG = true;
-    system.certName = "Ada";
-    system.certFingerprint = "QUJD";
-    system.gatewayList.clear();
-    system.clusterList.clear();
-
-    for (auto const& [name, start] :
-         {std::pair{"start_password", password}, {"start_file", file}, {"start_system", system}}) {
+TEST(Golden, StartWithEveryFieldAndWithNone) {
+    CLMsgStartData full;
+    full.userDataPath = "/home/ada/.local/share/zlink";
+    full.profileName = "Büro 北京";
+    full.needQueryAuthType = full.UIAdmin = full.gatewayDetect = full.enableAutoReconnect = true;
+    full.lastTimeSupportedAuthType = {"pwd", "pwdWithCert"};
+    full.uiUUID = "0b9f";
+    full.server = "vpn.example.net";
+    full.port = 8443;
+    full.authType = SupportedAuthType::kPwdWithCert;
+    full.user = "ada";
+    full.encryptedPassword = "WlZMQQ==";
+    full.pkcs12CertFileData = "UEtDUw==";
+    full.encryptedPinCode = "UElO";
+    full.certData = "REVS";
+    full.isSupportCNG = false;
+    full.certName = "Ada";
+    full.certFingerprint = "QUJD";
+    full.enableSPA = true;
+    full.spaPort = 62201;
+    full.commOptimMode = 2;
+    full.logLevel = "info";
+    full.concurrentTestNum = 3;
+    full.heartbeatTimeout = 181;
+    full.perferredGatewayName = "north";
+    full.hasPromotedUpdate = true;
+    full.gatewayList = kGateways;
+    full.clusterList = kCluster;
+    CLMsgStartData bare;
+    bare.keepAuthType = bare.enableGMSSL = bare.optimalChannel = true;
+    bare.enableVerifyServerCert = bare.enableAutoReconnect = bare.enableAutoUpdate = true;
+    bare.enableSPA = true;  // and no port of it
+    for (auto const& [name, start] : {std::pair{"start_full", full}, {"start_bare", bare}}) {
         SCOPED_TRACE(name);
-        std::string const expected = golden(name);
+        std::string const expected = Golden(name);
         EXPECT_EQ(CLMsgJson::BuildStart(start), expected);
         CLMsgStartData read;
         read.uiUUID = start.uiUUID;  // sent, but not for the reader
         ASSERT_TRUE(CLMsgJson::Parse(expected, &read));
         EXPECT_EQ(CLMsgJson::BuildStart(read), expected);
     }
-    EXPECT_EQ(CLMsgJson::BuildStop(file), golden("stop"));
-    EXPECT_EQ(CLMsgJson::BuildProfileSet(file, "ztnaappresource"), golden("set_appresource"));
+    EXPECT_EQ(CLMsgJson::BuildStop(full), Golden("stop"));
+    EXPECT_EQ(CLMsgJson::BuildProfileSet(full, "ztnaappresource"), Golden("set_appresource"));
+}
+
+// Everything set, so that the code alone decides what is written.
+CLMsgCommonReplyData commonReply(MsgCode code) {
+    return {kPolicy,
+            "office",
+            code,
+            true,
+            "https://gw/change",
+            "https://gw/forgot",
+            "https://gw/portal",
+            "Portal",
+            100,
+            "Token?",
+            "a***@example.net",
+            5,
+            6,
+            300,
+            "/data/list.html",
+            "",
+            "",
+            true,
+            "https://gw/check",
+            "AES256",
+            "LZ4",
+            "TLSv1.3",
+            "2\r4",
+            {"pwd", "oauth"},
+            "/data/oauth.html",
+            "ada",
+            {41047, 41046},
+            "198.51.100.9",
+            "/data/portal.zip"};
 }
 
 TEST(Golden, CommonReplyByCode) {
-    std::pair<char const*, MsgCode> const rows[] = {
-        {"common_cert_request", MsgCode::CERT_REQUEST},
-        {"common_online", MsgCode::ONLINE},
-        {"common_need_change_pwd", MsgCode::NEED_CHANGE_PWD},
-        {"common_auth_data", MsgCode::AUTH_DATA},
-        {"common_update_client_ip", MsgCode::UPDATE_CLIENT_IP},
-        {"common_disconnect_reason", MsgCode::DISCONNECT_REASON_FORCE_RECONNECT},
-        {"common_account_lock", MsgCode::ERR_AUTH_USER_ACCOUNT_LOCK},
-        {"common_other", MsgCode::CONNECTING},
-    };
-    for (auto const& [name, code] : rows) {
-        expectReply(name, SampleCommon(code));
+    for (auto const& [name, code] :
+         {std::pair{"common_cert_request", MsgCode::CERT_REQUEST},
+          {"common_online", MsgCode::ONLINE},
+          {"common_need_change_pwd", MsgCode::NEED_CHANGE_PWD},
+          {"common_auth_data", MsgCode::AUTH_DATA},
+          {"common_update_client_ip", MsgCode::UPDATE_CLIENT_IP},
+          {"common_disconnect_reason", MsgCode::DISCONNECT_REASON_FORCE_RECONNECT},
+          {"common_account_lock", MsgCode::ERR_AUTH_USER_ACCOUNT_LOCK},
+          {"common_other", MsgCode::CONNECTING}}) {
+        expectReply(name, commonReply(code));
     }
     for (auto const& [name, code] : {std::pair{"common_cert_request_empty", MsgCode::CERT_REQUEST},
                                      {"common_online_empty", MsgCode::ONLINE},
@@ -98,114 +127,68 @@ TEST(Golden, CommonReplyByCode) {
     }
 }
 
-TEST(Golden, LargeReplies) {
-    expectReply("netconfig", SampleNetConfig());
-    expectReply("tunnelStatistics", SampleStatistics());
-    expectReply("gatewayList", SampleGatewayList());
-    expectReply("gmCertRespond", SampleGmTree());
-
-    CLMsgClusterData cluster;
-    cluster.profileName = "office";
-    cluster.clusterList = SampleStart().clusterList;
-    expectReply("cluster", cluster);
-
-    ALMsgCertRespondData certs;
-    certs.profileName = "office";
-    certs.certList = {"Zmlyc3Q=", "c2Vjb25k"};
-    expectReply("certRespond", certs);
-}
-
-TEST(Golden, StatusAndPasswordReplies) {
-    CLMsgReplyStatusData status;
-    status.profileName = "office";
-    status.statusCode = MsgCode::OFFLINE;
-    status.sessionTranceID = 0;
-    expectReply("connectStatus", status);
-
-    CLMsgSessionStatus session;
-    session.profileName = "office";
-    session.status = 1;
-    session.connecttingIP = "192.0.2.1";
-    session.subCode = 2;
-    expectReply("pushStatus", session);
-
-    CLMsgChangePWDData change;
-    static_cast<UserPasswordComplexity&>(change) = SamplePolicy();
-    change.profileName = "office";
-    change.statusCode = MsgCode::NEED_CHANGE_PWD;
-    expectReply("changePWD", change);
-
-    CLMsgAuthData auth;
-    static_cast<UserPasswordComplexity&>(auth) = SamplePolicy();
-    auth.profileName = "office";
-    auth.changePasswordUrl = "https://gw/change";
-    auth.forgotPasswordUrl = "https://gw/forgot";
-    auth.allowLocalChangePassword = true;
-    expectReply("auth", auth);
-
-    CLMsgNotifyErrorMsgData error;
-    error.profileName = "office";
-    error.statusCode = MsgCode::ERR_MSG_BY_SERVER;
-    error.errorMsgChinese = "维护中";
-    error.errorMsgEnglish = "Maintenance\n";
-    expectReply("errmsgbyServer", error);
-
+TEST(Golden, RepliesOfTheirOwn) {
+    expectReply("netconfig", CLMsgReplyNetConfigData{"office",
+                                                     true,
+                                                     false,
+                                                     1,
+                                                     "zl0",
+                                                     "10.1.0.7",
+                                                     "fd00::7",
+                                                     "198.51.100.4",
+                                                     "10.1.0.1",
+                                                     "fd00::1",
+                                                     "203.0.113.5",
+                                                     "203.0.113.6",
+                                                     "north",
+                                                     24,
+                                                     64,
+                                                     3,
+                                                     true,
+                                                     false,
+                                                     true,
+                                                     {{"10.2.0.0", 16, 5}, {"10.3.0.0", 17, 6}},
+                                                     {{"fd01::", 48, 7}},
+                                                     {"10.1.0.53", "10.1.0.54"},
+                                                     {"fd00::53"},
+                                                     {},
+                                                     {"203.0.113.5"}});
+    expectReply("tunnelStatistics",
+                CLMsgReplyTunnelStatisticsData{"office", 18446744073709551615U, 2, 3, 4, 0, 12.5F});
+    expectReply("gatewayList", CLMsgGatewayListData{"office", kGateways});
+    expectReply("cluster", CLMsgClusterData{"office", kCluster});
+    expectReply("certRespond", ALMsgCertRespondData{"office", {"Zmlyc3Q=", "c2Vjb25k"}});
+    expectReply(
+        "gmCertRespond",
+        ALMsgGMCertRespondData{
+            "office",
+            {{"key one", {{"app", {{"container", "c2lnbg==", "ZW5j"}, {"second", "c2ln", ""}}}}},
+             {"key two", {}}}});
+    expectReply("connectStatus", CLMsgReplyStatusData{"office", MsgCode::OFFLINE, 0});
+    expectReply("pushStatus", CLMsgSessionStatus{"office", 1, "192.0.2.1", 2});
+    expectReply("changePWD", CLMsgChangePWDData{kPolicy, "office", MsgCode::NEED_CHANGE_PWD, 0});
+    expectReply("auth",
+                CLMsgAuthData{kPolicy, "office", "https://gw/change", "https://gw/forgot", true});
+    expectReply("errmsgbyServer", CLMsgNotifyErrorMsgData{"office", MsgCode::ERR_MSG_BY_SERVER,
+                                                          "维护中", "Maintenance\n"});
     for (std::int32_t const reason : {2, 222, 99}) {
-        CLMsgReplyTunnelDisconnectData disconnect;
-        disconnect.profileName = "office";
-        disconnect.reason = reason;
-        expectReply("tunnelDisconnect_" + std::to_string(reason), disconnect);
+        expectReply("tunnelDisconnect_" + std::to_string(reason),
+                    CLMsgReplyTunnelDisconnectData{"office", reason});
     }
-}
-
-TEST(Golden, SmallReplies) {
-    CLMsgGatewayDetectStopData stop;
-    stop.profileName = "office";
-    stop.reason = "no gateway";
-    expectReply("gatewayDetectStop", stop);
-
-    CLMsgZtnaAppResourceData resource;
-    resource.profileName = "office";
-    resource.portalPath = "/data/portal.html";
-    expectReply("appResource", resource);
-
-    CLMsgOAuthServerInfoData oauth;
-    oauth.profileName = "office";
-    oauth.oauthPath = "/data/oauth.html";
-    expectReply("oauth", oauth);
-
-    DomainRouteAddRouteData route;
-    route.profileName = "office";
-    route.destination = "10.9.0.0";
-    route.iface_ip = "10.1.0.7";
-    route.perfix = 16;
-    route.metric = 3;
-    route.gateway = "10.1.0.1";
-    expectReply("addRoute", route);
-
-    CLMsgUpdate update;
-    update.state = 2;
-    update.profileName = kUpdateProfileName;
-    update.version = "5.1.2";
-    update.progress = 7;
-    update.offset = 9;
-    update.policy = 1;
-    update.path = "/tmp/new.deb";
-    expectReply("update", update);
-
+    expectReply("gatewayDetectStop", CLMsgGatewayDetectStopData{"office", "no gateway"});
+    expectReply("appResource", CLMsgZtnaAppResourceData{"office", "/data/portal.html"});
+    expectReply("oauth", CLMsgOAuthServerInfoData{"office", "/data/oauth.html"});
+    expectReply("addRoute",
+                DomainRouteAddRouteData{"office", "10.9.0.0", "10.1.0.7", 16, 3, "10.1.0.1"});
+    expectReply("update", CLMsgUpdate{2, kUpdateProfileName, "5.1.2", 7, 9, 1, "/tmp/new.deb"});
     expectReply("vnicState", CLMsgVINCState{true});
-    EXPECT_EQ(core::CLMsgJsonParse::BuildVnicStateReply(true), golden("vnicState"));
+    EXPECT_EQ(core::CLMsgJsonParse::BuildVnicStateReply(true), Golden("vnicState"));
 
-    CLMsgZtnaScriptInfoData script;
-    script.profileName = "office";
-    script.script_full_path = "/data/check.sh";
-    script.raw_data_full_path = "/data/raw.dat";
-    script.process_id = 4711;
-    EXPECT_EQ(CLMsgReplyJson::Build(script), golden("execscript"));
+    CLMsgZtnaScriptInfoData const script{"office", "/data/check.sh", "/data/raw.dat", 4711};
+    EXPECT_EQ(CLMsgReplyJson::Build(script), Golden("execscript"));
     CLMsgExecScriptData read;
-    ASSERT_TRUE(CLMsgReplyJson::Parse(golden("execscript"), &read));
-    EXPECT_EQ(read.script_full_path, script.script_full_path);
-    EXPECT_EQ(read.raw_data_full_path, script.raw_data_full_path);
+    ASSERT_TRUE(CLMsgReplyJson::Parse(Golden("execscript"), &read));
+    EXPECT_EQ(read.script_full_path + read.raw_data_full_path, "/data/check.sh/data/raw.dat");
 }
 
 }  // namespace

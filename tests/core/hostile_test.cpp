@@ -1,13 +1,11 @@
 // Bytes of a peer that means harm, or that is broken.
-#include <gtest/gtest.h>
-
 #include <thread>
 
 #include "core/clmsg.h"
 #include "core/clmsg_json.h"
 #include "core/clmsg_reply_json.h"
 #include "core/json_text.h"
-#include "tests/core/sample_records.h"
+#include "tests/core/golden.h"
 
 namespace zorvanelink::test {
 namespace {
@@ -39,7 +37,7 @@ TEST(Hostile, DepthDoesNotReachTheStack) {
 }
 
 TEST(Hostile, EveryPrefixIsRefused) {
-    std::string const whole = CLMsgReplyJson::Build(SampleCommon(common::MsgCode::ONLINE));
+    std::string const whole = Golden("common_online");
     for (std::size_t length = 0; length < whole.size(); ++length) {
         CLMsgCommonReplyData data;
         EXPECT_FALSE(CLMsgReplyJson::Parse(whole.substr(0, length), &data)) << length;
@@ -129,6 +127,50 @@ TEST(Hostile, RefusedMessagesShowNoSecret) {
         EXPECT_EQ(CLMsgJsonParse::err_str_,
                   std::string("Failed to parse clmsgjson[") + row.masked + "]");
     }
+}
+
+// What is behind the most that a record holds is read over: it neither costs nor counts.
+TEST(Hostile, ListsHoldSoMuchAndTheRestIsReadOver) {
+    auto const list = [](std::string const& key, std::string const& element, std::size_t count) {
+        std::string text = R"({"profileName":"p","statusCode":1,")" + key + "\":[" + element;
+        for (std::size_t i = 1; i < count; ++i) {
+            text += "," + element;
+        }
+        return text + R"(],"receivedUserName":"behind"})";
+    };
+    CLMsgCommonReplyData common;
+    ASSERT_TRUE(CLMsgReplyJson::Parse(list("warningCode", R"({"code":7})", 20), &common));
+    EXPECT_EQ(common.warningCode.size(), 16U);
+    EXPECT_EQ(common.receivedUserName, "behind");
+    ASSERT_TRUE(CLMsgReplyJson::Parse(list("more", R"([{"a":[1]}])", 2000), &common));
+    EXPECT_EQ(common.receivedUserName, "behind");
+
+    ALMsgCertRespondData certs;
+    std::string const huge(64 * 1024 + 1, 'A');
+    ASSERT_TRUE(
+        CLMsgReplyJson::Parse(list("certList", R"({"cert":")" + huge + "\"}", 260), &certs));
+    EXPECT_EQ(certs.certList, std::vector<std::string>(256));
+
+    std::string many =
+        list("gatewayList", R"({"name":"a","addr":"b","detectPort":"1","sslPort":"2"})", 512);
+    many.insert(many.find("],"), R"(,null,{"name":7},[])");
+    CLMsgGatewayListData gateways;
+    EXPECT_TRUE(CLMsgReplyJson::Parse(many, &gateways));
+    std::string members = R"({"reason":"kept")";
+    for (int i = 0; i < 600; ++i) {
+        members += ",\"k" + std::to_string(i) + "\":{\"x\":[]}";
+    }
+    CLMsgGatewayDetectStopData stop;
+    EXPECT_FALSE(CLMsgReplyJson::Parse(members + R"(,"profileName":"p"})", &stop));
+    EXPECT_EQ(CLMsgJsonParse::err_str_, "Failed to find key profileName in clmsgjson parse");
+
+    std::string const page(2049, 'a');
+    ASSERT_TRUE(CLMsgReplyJson::Parse(
+        R"({"profileName":"p","statusCode":1,"redirectUrl":")" + page + "\"}", &common));
+    EXPECT_EQ(common.redirectUrl, "");
+    ASSERT_TRUE(CLMsgReplyJson::Parse(
+        R"({"profileName":"p","statusCode":1,"redirectUrl":")" + page.substr(1) + "\"}", &common));
+    EXPECT_EQ(common.redirectUrl.size(), 2048U);
 }
 
 TEST(Hostile, FailureTextsBelongToTheirThread) {

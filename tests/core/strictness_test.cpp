@@ -1,12 +1,10 @@
 // What the readers refuse, and what they take as it comes.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <limits>
 
 #include "core/clmsg.h"
 #include "core/clmsg_reply_json.h"
-#include "tests/core/sample_records.h"
+#include "tests/core/golden.h"
 
 namespace zorvanelink::test {
 namespace {
@@ -27,8 +25,7 @@ struct Change {
 };
 
 template <class Record, std::size_t N>
-void expectChanges(Record const& sample, Change const (&changes)[N]) {
-    std::string const message = CLMsgReplyJson::Build(sample);
+void expectChanges(std::string const& message, Change const (&changes)[N]) {
     for (Change const& change : changes) {
         SCOPED_TRACE(std::string(change.from) + " -> " + change.to);
         CLMsgJsonParse::err_str_.clear();
@@ -40,8 +37,8 @@ void expectChanges(Record const& sample, Change const (&changes)[N]) {
 }
 
 TEST(Strictness, NetConfig) {
-    expectChanges(
-        SampleNetConfig(),
+    expectChanges<CLMsgReplyNetConfigData>(
+        Golden("netconfig"),
         {{R"("winsList")", R"("winslist")", "Failed to find key winsList in clmsgjson parse"},
          {R"("profileName")", R"("name")", "Failed to find key profileName in clmsgjson parse"},
          {R"("prefixIPv6": 64)", R"("prefixIPv6": 64.0)",
@@ -63,8 +60,7 @@ TEST(Strictness, NetConfig) {
 }
 
 TEST(Strictness, FailureKeepsWhatWasReadBefore) {
-    std::string const message =
-        replaced(CLMsgReplyJson::Build(SampleNetConfig()), "\"10.1.0.7\"", "7");
+    std::string const message = replaced(Golden("netconfig"), "\"10.1.0.7\"", "7");
     CLMsgReplyNetConfigData read;
     read.clientPrivateIP = "old";
     EXPECT_FALSE(CLMsgReplyJson::Parse(message, &read));
@@ -75,7 +71,7 @@ TEST(Strictness, FailureKeepsWhatWasReadBefore) {
 
 TEST(Strictness, RoutesInBothForms) {
     std::string const message = replaced(
-        CLMsgReplyJson::Build(SampleNetConfig()), R"("ipv6RouteList": [)",
+        Golden("netconfig"), R"("ipv6RouteList": [)",
         R"("ipv6RouteList": [{"fd05::": {"metric": 2, "prefix": 40}}, {"prefix": 1, "fd06::": null,
             "fd07::": "", "metric": 3},)");
     CLMsgReplyNetConfigData read;
@@ -86,8 +82,8 @@ TEST(Strictness, RoutesInBothForms) {
 }
 
 TEST(Strictness, Statistics) {
-    expectChanges(
-        SampleStatistics(),
+    expectChanges<CLMsgReplyTunnelStatisticsData>(
+        Golden("tunnelStatistics"),
         {{"12.5", "12", "Key [outbound_comp_ratio]'s value type[6] is invalid in clmsgjson parse"},
          {"12.5", "-3.5e38",
           "Key [outbound_comp_ratio]'s value type[6] is invalid in clmsgjson parse"},
@@ -96,7 +92,7 @@ TEST(Strictness, Statistics) {
           "Key [outbound_bytes]'s value type[6] is invalid in clmsgjson parse"},
          {"18446744073709551615", "18446744073709551616",
           "Key [inbound_bytes]'s value type[6] is invalid in clmsgjson parse"}});
-    CLMsgReplyTunnelStatisticsData broken = SampleStatistics();
+    CLMsgReplyTunnelStatisticsData broken;
     broken.inbound_comp_ratio = std::numeric_limits<float>::quiet_NaN();
     broken.outbound_comp_ratio = std::numeric_limits<float>::infinity();
     CLMsgReplyTunnelStatisticsData read;
@@ -105,22 +101,24 @@ TEST(Strictness, Statistics) {
 }
 
 TEST(Strictness, Lists) {
-    expectChanges(SampleGatewayList(),
-                  {{R"("detectPort": "8001")", R"("detectPort": 8001)",
-                    "Key [detectPort]'s value type[6] is invalid in clmsgjson parse"},
-                   {R"("name": "south")", R"("named": "south")",
-                    "Failed to find key name in clmsgjson parse"},
-                   {R"("gatewayList": [)", R"("gatewayList": [null, )",
-                    "Key [gatewayList]'s value type[0] is invalid in clmsgjson parse"}});
-    expectChanges(SampleGmTree(),
-                  {{R"("signCert": "c2lnbg==",)", "", ""},
-                   {R"("encCert": "ZW5j")", R"("encCert": 1)", ""},
-                   {R"("appList")", R"("apps")", "Failed to find key appList in clmsgjson parse"},
-                   {R"("containerName": "second")", R"("containerName": 2)",
-                    "Key [containerName]'s value type[6] is invalid in clmsgjson parse"}});
+    expectChanges<CLMsgGatewayListData>(
+        Golden("gatewayList"),
+        {{R"("detectPort": "8001")", R"("detectPort": 8001)",
+          "Key [detectPort]'s value type[6] is invalid in clmsgjson parse"},
+         {R"("name": "south")", R"("named": "south")",
+          "Failed to find key name in clmsgjson parse"},
+         {R"("gatewayList": [)", R"("gatewayList": [null, )",
+          "Key [gatewayList]'s value type[0] is invalid in clmsgjson parse"}});
+    expectChanges<ALMsgGMCertRespondData>(
+        Golden("gmCertRespond"),
+        {{R"("signCert": "c2lnbg==",)", "", ""},
+         {R"("encCert": "ZW5j")", R"("encCert": 1)", ""},
+         {R"("appList")", R"("apps")", "Failed to find key appList in clmsgjson parse"},
+         {R"("containerName": "second")", R"("containerName": 2)",
+          "Key [containerName]'s value type[6] is invalid in clmsgjson parse"}});
     CLMsgGatewayListData twice;
-    ASSERT_TRUE(CLMsgReplyJson::Parse(
-        replaced(CLMsgReplyJson::Build(SampleGatewayList()), R"("south")", R"("north")"), &twice));
+    ASSERT_TRUE(
+        CLMsgReplyJson::Parse(replaced(Golden("gatewayList"), R"("south")", R"("north")"), &twice));
     ASSERT_EQ(twice.gatewayList.size(), 1U);
     EXPECT_EQ(twice.gatewayList["north"].addr, "192.0.2.1");
     ALMsgCertRespondData certs;
@@ -139,7 +137,8 @@ TEST(Strictness, CommonReplyTakesWhatFits) {
     EXPECT_FALSE(CLMsgReplyJson::Parse(R"({"profileName":"p"})", &bare));
     EXPECT_FALSE(CLMsgReplyJson::Parse(R"({"profileName":"p","statusCode":"40971"})", &bare));
 
-    CLMsgCommonReplyData kept = SampleCommon(common::MsgCode::ONLINE);
+    CLMsgCommonReplyData kept;
+    ASSERT_TRUE(CLMsgReplyJson::Parse(Golden("common_online"), &kept));
     std::string const before = CLMsgReplyJson::Build(kept);
     ASSERT_TRUE(CLMsgReplyJson::Parse(R"({"profileName":"office","statusCode":40971,
         "redirectUrl":1,"enableComplexity":"yes","minLength":8.0,"supportedAuthType":["pwd"],

@@ -1,0 +1,24 @@
+// Messages as they go over the link, byte for byte: one a file of tests/data/messages.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+#include <string>
+
+namespace zorvanelink::test {
+
+inline std::string Golden(std::string const& name) {
+    std::ifstream file(ZVL_TEST_DATA "/messages/" + name + ".json");
+    EXPECT_TRUE(file) << name;
+    std::ostringstream text;
+    text << file.rdbuf();
+    std::string message = text.str();
+    if (!message.empty() && message.back() == '\n') {
+        message.pop_back();  // files end in a line break, messages do not
+    }
+    return message;
+}
+
+}  // namespace zorvanelink::test
