@@ -134,6 +134,14 @@ CLMsg::ClientType CLMsgJsonParse::GetClientType(std::string const& text) {
     return valueOf<CLMsg::ClientType>(kClientTypeString, text);
 }
 
+std::string CLMsgJsonParse::TextOf(CLMsgDocument const& message, std::string_view key) {
+    std::string text;
+    if (message.Get() != nullptr) {
+        readKey(message.Get()->root, key, Need::kOptional, &text);
+    }
+    return text;
+}
+
 std::string CLMsgJsonParse::BuildStopReply() {
     return "{\"status\":\"stop\"}";
 }

@@ -87,6 +87,9 @@ class CLMsgJsonParse {
 
     static CLMsg::ClientType GetClientType(std::string const& text);
 
+    // The text under a key of the message itself; empty when there is none.
+    static std::string TextOf(CLMsgDocument const& message, std::string_view key);
+
     static std::string BuildStopReply();
     static std::string BuildVnicStateReply(bool state);
 };

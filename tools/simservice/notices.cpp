@@ -1,5 +1,7 @@
 #include "tools/simservice/notices.h"
 
+#include <fmt/format.h>
+
 #include <nlohmann/json.hpp>
 
 #include "core/clmsg_reply_json.h"
@@ -17,6 +19,12 @@ std::string trimmed(std::string const& text) {
 }
 
 }  // namespace
+
+std::string ReadableCode(common::MsgCode code) {
+    auto const name = common::g_IPCMessageMap.Name(code);
+    auto const number = static_cast<int>(code);
+    return name.empty() ? fmt::format("{}", number) : fmt::format("{} {}", number, name);
+}
 
 std::string StatusNotice(std::string const& profile, common::MsgCode code,
                          std::string const& fields) {

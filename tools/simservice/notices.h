@@ -7,6 +7,8 @@
 
 namespace zorvanelink::simservice {
 
+// The number, and the symbol when it has one: for people.
+std::string ReadableCode(common::MsgCode code);
 // `fields`: further keys as a JSON object, which replace those of the same name; may be empty.
 std::string StatusNotice(std::string const& profile, common::MsgCode code,
                          std::string const& fields);

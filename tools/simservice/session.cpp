@@ -6,7 +6,6 @@
 #include <array>
 #include <utility>
 
-#include "common/auth_type_list.h"
 #include "core/clmsg_json.h"
 #include "core/clmsg_reply_json.h"
 #include "tools/simservice/notices.h"
@@ -21,18 +20,6 @@ using core::sslvpn::CLMsgJson;
 using core::sslvpn::CLMsgReplyJson;
 
 constexpr std::int32_t kNoUpdate = 1;
-
-std::string readableCode(MsgCode code) {
-    auto const name = common::g_IPCMessageMap.Name(code);
-    auto const number = static_cast<int>(code);
-    return name.empty() ? fmt::format("{}", number) : fmt::format("{} {}", number, name);
-}
-
-bool hasSessionData(core::sslvpn::CLMsgCommonReplyData const& data) {
-    return !data.redirectUrl.empty() || !data.resourceListPagePath.empty() ||
-           !data.cipherAlg.empty() || !data.ipCompAlg.empty() || !data.sslVersion.empty() ||
-           data.needClearWebCacheWhenOffline;
-}
 
 }  // namespace
 
@@ -63,38 +50,43 @@ void Session::LinkDown() {
     hooks_.happened(Moment::kLinkEnd);
 }
 
-Session::Handler Session::handlerOf(CLMsg::Type type) {
-    struct Row {
-        CLMsg::Type type;
-        Handler handler;
-    };
-    static constexpr std::array<Row, 5> kRows{{
-        {CLMsg::Type::kStart, &Session::handleStart},
-        {CLMsg::Type::kStop, &Session::handleStop},
-        {CLMsg::Type::kGet, &Session::handleGet},
-        {CLMsg::Type::kSet, &Session::handleSet},
-        {CLMsg::Type::kUpdate, &Session::handleUpdate},
-    }};
-    auto const* const row = std::find_if(
-        kRows.begin(), kRows.end(), [&](Row const& candidate) { return candidate.type == type; });
-    return row == kRows.end() ? nullptr : row->handler;
-}
+// What the client may ask for: one row a demand. Whatever has none is recorded and not answered.
+Session::Demand const Session::kDemands[] = {
+    {CLMsg::Type::kStart, "", &Session::onStart},
+    {CLMsg::Type::kStop, "", &Session::onStop},
+    {CLMsg::Type::kGet, "state", &Session::onState},
+    {CLMsg::Type::kGet, "statistics", &Session::onStatistics},
+    {CLMsg::Type::kGet, "config", &Session::onConfig},
+    {CLMsg::Type::kGet, "certRequest", &Session::onCertificates},
+    {CLMsg::Type::kGet, "gmCertRequest", &Session::onUsbKeys},
+    {CLMsg::Type::kSet, "acceptServerCert", &Session::onServerCertificate},
+    {CLMsg::Type::kUpdate, "update", &Session::onUpdate},
+};
 
 void Session::Receive(std::string const& json) {
     auto type = CLMsg::Type::kUnknown;
     auto client = CLMsg::ClientType::kUnknown;
-    if (!CLMsgJsonParse::Parse(json, &type, &client)) {
+    Message message;
+    if (!CLMsgJsonParse::Parse(json, &type, &client, &message)) {
         hooks_.say("a message that nobody understands was dropped");
         return;
     }
-    if (auto const handler = handlerOf(type)) {
-        (this->*handler)(json);
+    auto what = CLMsgJsonParse::TextOf(message, "subtype");
+    if (what.empty()) {
+        what = CLMsgJsonParse::TextOf(message, "getType");
+    }
+    auto const* const demand =
+        std::find_if(std::begin(kDemands), std::end(kDemands), [&](Demand const& row) {
+            return row.type == type && (row.what.empty() || row.what == what);
+        });
+    if (demand != std::end(kDemands)) {
+        (this->*demand->answer)(message);
     }
 }
 
-void Session::handleStart(std::string const& json) {
+void Session::onStart(Message const& message) {
     core::sslvpn::CLMsgStartData start;
-    if (!CLMsgJson::Parse(json, &start)) {
+    if (!CLMsgJson::Parse(message, &start)) {
         hooks_.say("a start without all it needs was dropped");
         return;
     }
@@ -109,123 +101,6 @@ void Session::handleStart(std::string const& json) {
                            start.user.empty() ? std::string("no user") : start.user));
     hooks_.happened(Moment::kStart);
     step(scenario_.delays.answer_ms, [this, start] { connecting(start); });
-}
-
-void Session::connecting(Start const& start) {
-    reply(MsgCode::CONNECTING);
-    step(scenario_.delays.connecting_ms, [this, start] { verdict(start); });
-}
-
-void Session::verdict(Start const& start) {
-    if (!passServerCertificate(start)) {
-        return;
-    }
-    auto const& offered = scenario_.auth_types;
-    if (start.needQueryAuthType) {
-        offerTypes();
-    } else if (std::find(offered.begin(), offered.end(), start.authType) == offered.end()) {
-        refuse({nullptr, MsgCode::ERR_LOGIN_MODE});
-    } else {
-        login(start);
-    }
-}
-
-bool Session::passServerCertificate(Start const& start) {
-    switch (scenario_.server_certificate) {
-        case ServerCertificate::kGood:
-            return true;
-        case ServerCertificate::kUntrusted:
-            if (start.enableVerifyServerCert) {
-                refuse({nullptr, MsgCode::UI_TR_VERITY_SERVER_CERTIFICATE_FAILED});
-            }
-            return !start.enableVerifyServerCert;
-        case ServerCertificate::kNotYetValid:
-        case ServerCertificate::kExpired:
-            break;
-    }
-    if (!server_accepted_) {
-        questioned_ = start;
-        auto const code = scenario_.server_certificate == ServerCertificate::kExpired
-                              ? MsgCode::SSL_CERT_EXPIRED
-                              : MsgCode::SSL_CERT_YET_VALID;
-        hooks_.say(fmt::format("asks about the server's certificate, {}", readableCode(code)));
-        reply(code);
-    }
-    return server_accepted_;
-}
-
-void Session::offerTypes() {
-    hooks_.say("asks for the authentication type");
-    core::sslvpn::CLMsgCommonReplyData data;
-    data.statusCode = MsgCode::NEED_SELECT_AUTH_TYPE;
-    data.supportedAuthType =
-        components::utils::ConvertSupportedAuthTypeToStrList(scenario_.auth_types);
-    reply(std::move(data));
-}
-
-void Session::login(Start const& start) {
-    if (start.authType == common::SupportedAuthType::kOauth && !scenario_.users.empty()) {
-        openProvidersPage();
-        return;
-    }
-    if (!common::NeedsPassword(start.authType) && !common::NeedsCertificate(start.authType)) {
-        refuse({nullptr, MsgCode::ERR_LOGIN_MODE});
-        return;
-    }
-    auto const judgement = gatekeeper_.Judge(start);
-    if (judgement.user != nullptr) {
-        accept(*judgement.user);
-    } else {
-        refuse(judgement);
-    }
-}
-
-void Session::openProvidersPage() {
-    core::sslvpn::CLMsgCommonReplyData data;
-    data.statusCode = MsgCode::OAUTH_PAGE;
-    data.oauthPagePath = scenario_.third_party.page;
-    hooks_.say(fmt::format("asks to log in at {}", data.oauthPagePath));
-    reply(std::move(data));
-    step(scenario_.third_party.after_ms, [this] { accept(scenario_.users.front()); });
-}
-
-void Session::refuse(Judgement const& judgement) {
-    hooks_.say(fmt::format("login refused, {}", readableCode(judgement.refusal)));
-    core::sslvpn::CLMsgCommonReplyData data;
-    data.statusCode = judgement.refusal;
-    data.accountLockSenconds = judgement.lock_seconds;
-    reply(std::move(data));
-    reply(MsgCode::OFFLINE);
-    goOffline();
-}
-
-void Session::accept(User const& user) {
-    if (hasSessionData(scenario_.session)) {
-        auto data = scenario_.session;
-        data.statusCode = MsgCode::KEY_EXCHANGE_DATA;
-        reply(std::move(data));
-    }
-    TellGateways(scenario_);
-    TellClusters(scenario_);
-    hooks_.send(CLMsgReplyJson::Build(netconfig()));
-    step(scenario_.delays.online_ms, [this, &user] { goOnline(user); });
-}
-
-void Session::goOnline(User const& user) {
-    state_ = State::kOnline;
-    user_ = &user;
-    online_since_ = scheduler_.Now();
-    core::sslvpn::CLMsgCommonReplyData data;
-    data.statusCode = MsgCode::ONLINE;
-    data.receivedUserName =
-        scenario_.session.receivedUserName.empty() ? user.name : scenario_.session.receivedUserName;
-    data.warningCode.assign(scenario_.warnings.begin(), scenario_.warnings.end());
-    reply(std::move(data));
-    auto const& config = scenario_.netconfig;
-    hooks_.say(fmt::format("online {}", config.clientPrivateIP.empty() ? config.clientPrivateIPv6
-                                                                       : config.clientPrivateIP));
-    hooks_.happened(Moment::kOnline);
-    step(scenario_.counters.interval_ms, [this] { tick(); });
 }
 
 void Session::tick() {
@@ -259,9 +134,9 @@ core::sslvpn::CLMsgReplyNetConfigData Session::netconfig() const {
     return data;
 }
 
-void Session::handleStop(std::string const& json) {
+void Session::onStop(Message const& message) {
     core::sslvpn::CLMsgStopData stop;
-    if (!CLMsgJson::Parse(json, &stop)) {
+    if (!CLMsgJson::Parse(message, &stop)) {
         hooks_.say("a stop without a profile was dropped");
         return;
     }
@@ -286,49 +161,32 @@ void Session::finishStop() {
     hooks_.say(fmt::format("offline {}", data.profileName));
 }
 
-void Session::handleGet(std::string const& json) {
-    // The questions for certificates carry no profile: this gateway has none to offer.
-    auto type = CLMsg::Type::kUnknown;
-    auto subtype = CLMsg::SubType::kUnknown;
-    auto status = MsgCode::UNSPECIFIED;
-    if (CLMsgJsonParse::Parse(json, &type, &subtype, &status)) {
-        if (subtype == CLMsg::SubType::kCertRequest) {
-            hooks_.send(CLMsgReplyJson::Build(core::sslvpn::ALMsgCertRespondData{profile_, {}}));
-            return;
-        }
-        if (subtype == CLMsg::SubType::kGmCertRequest) {
-            hooks_.send(CLMsgReplyJson::Build(core::sslvpn::ALMsgGMCertRespondData{profile_, {}}));
-            return;
-        }
-    }
-    core::sslvpn::CLMsgGetData get;
-    if (!CLMsgJson::Parse(json, &get)) {
-        return;
-    }
-    switch (get.getType) {
-        case core::sslvpn::GetType::kState:
-            reply(stateCode());
-            break;
-        case core::sslvpn::GetType::kStatistics:
-            hooks_.send(CLMsgReplyJson::Build(statistics()));
-            break;
-        case core::sslvpn::GetType::kConfig:
-            hooks_.send(CLMsgReplyJson::Build(netconfig()));
-            break;
-        default:
-            break;
-    }
-}
-
-MsgCode Session::stateCode() const {
+void Session::onState(Message const& /*message*/) {
     static constexpr std::array kCodes{MsgCode::OFFLINE, MsgCode::CONNECTING, MsgCode::ONLINE,
                                        MsgCode::RECONNECTING};
-    return kCodes[static_cast<std::size_t>(state_)];
+    reply(kCodes[static_cast<std::size_t>(state_)]);
 }
 
-void Session::handleUpdate(std::string const& json) {
+void Session::onStatistics(Message const& /*message*/) {
+    hooks_.send(CLMsgReplyJson::Build(statistics()));
+}
+
+void Session::onConfig(Message const& /*message*/) {
+    hooks_.send(CLMsgReplyJson::Build(netconfig()));
+}
+
+// The questions for certificates carry no profile: this gateway has none to offer.
+void Session::onCertificates(Message const& /*message*/) {
+    hooks_.send(CLMsgReplyJson::Build(core::sslvpn::ALMsgCertRespondData{profile_, {}}));
+}
+
+void Session::onUsbKeys(Message const& /*message*/) {
+    hooks_.send(CLMsgReplyJson::Build(core::sslvpn::ALMsgGMCertRespondData{profile_, {}}));
+}
+
+void Session::onUpdate(Message const& message) {
     core::sslvpn::CLMsgUpdateRequestData request;
-    if (!CLMsgJson::Parse(json, &request) ||
+    if (!CLMsgJson::Parse(message, &request) ||
         request.command != core::sslvpn::UpdateCommand::kInquire) {
         return;
     }
@@ -338,27 +196,8 @@ void Session::handleUpdate(std::string const& json) {
     hooks_.send(CLMsgReplyJson::Build(data));
 }
 
-// Most of them have been done when their log level was read, and are only recorded.
-void Session::handleSet(std::string const& json) {
-    core::sslvpn::CLMsgSetData set;
-    if (!CLMsgJson::Parse(json, &set) || set.subtype != core::sslvpn::SetType::kAcceptServerCert ||
-        !questioned_ || set.profileName != profile_) {
-        return;
-    }
-    auto const start = *std::exchange(questioned_, std::nullopt);
-    server_accepted_ = set.result;
-    hooks_.say(set.result ? "the server's certificate is accepted"
-                          : "the server's certificate is refused");
-    if (server_accepted_) {
-        verdict(start);
-    } else {
-        reply(MsgCode::OFFLINE);
-        goOffline();
-    }
-}
-
 void Session::SendStatus(MsgCode code, std::string const& fields) {
-    hooks_.say(fmt::format("status {}", readableCode(code)));
+    hooks_.say(fmt::format("status {}", ReadableCode(code)));
     hooks_.send(StatusNotice(profile_, code, fields));
     if (code == MsgCode::OFFLINE) {
         goOffline();
@@ -402,7 +241,7 @@ void Session::TellClusters(Scenario const& from) {
 }
 
 void Session::Flood(int count, MsgCode code) {
-    hooks_.say(fmt::format("flood, {} times {}", count, readableCode(code)));
+    hooks_.say(fmt::format("flood, {} times {}", count, ReadableCode(code)));
     for (int at = 0; at < count; ++at) {
         reply(code);
     }

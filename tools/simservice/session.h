@@ -49,14 +49,24 @@ class Session {
 
   private:
     using Task = std::function<void()>;
-    using Handler = void (Session::*)(std::string const& json);
-    static Handler handlerOf(core::CLMsg::Type type);
+    using Message = core::CLMsgDocument;
+    // One that the client makes: `what` is the subtype, or what a "get" wants.
+    struct Demand {
+        core::CLMsg::Type type;
+        std::string_view what;  // empty: any
+        void (Session::*answer)(Message const& message);
+    };
+    static Demand const kDemands[];
 
-    void handleStart(std::string const& json);
-    void handleStop(std::string const& json);
-    void handleGet(std::string const& json);
-    void handleSet(std::string const& json);
-    void handleUpdate(std::string const& json);
+    void onStart(Message const& message);
+    void onStop(Message const& message);
+    void onState(Message const& message);
+    void onStatistics(Message const& message);
+    void onConfig(Message const& message);
+    void onCertificates(Message const& message);
+    void onUsbKeys(Message const& message);
+    void onServerCertificate(Message const& message);
+    void onUpdate(Message const& message);
 
     using Start = core::sslvpn::CLMsgStartData;
     // A login, in this order.
@@ -77,7 +87,6 @@ class Session {
     void finishStop();
     void goOffline();
 
-    common::MsgCode stateCode() const;
     void reply(common::MsgCode code);
     void reply(core::sslvpn::CLMsgCommonReplyData data);
     core::sslvpn::CLMsgReplyTunnelStatisticsData statistics() const;
