@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "tools/support/no_prompts.h"
 #include "tools/gallery/sample_window.h"
+#include "tools/support/no_prompts.h"
 #include "ui/cert/client_certs.h"
 #include "ui/config/config.h"
 

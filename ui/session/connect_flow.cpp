@@ -13,7 +13,6 @@ namespace {
 using common::MsgCode;
 using components::logger::Log;
 
-
 }  // namespace
 
 ConnectFlow::ConnectFlow(SessionCore& core) : core_(core), state_(core.state) {

@@ -26,14 +26,16 @@ constexpr int kNameWidth = 320;  // of a connection's name in the status bar
 // The window is painted first.
 constexpr std::chrono::milliseconds kAutoLoginDelay{200};
 
-Config& loaded(Config& config) {
+// The settings are read first: the link tells the service who we are.
+LinkCore::LinkFactory linkWith(Config& config, LinkCore::LinkFactory const& given) {
     config.Load();
     Log().info("Load configuration");
-    return config;
-}
-
-LinkCore::LinkFactory socketLink(std::string const& uuid) {
-    return [uuid] { return std::make_shared<components::ipc::SocketIPCClient>(uuid, nullptr); };
+    if (given) {
+        return given;
+    }
+    return [uuid = config.uuid.toStdString()] {
+        return std::make_shared<components::ipc::SocketIPCClient>(uuid, nullptr);
+    };
 }
 
 TrayController::Available allowed(TrayController::Available available) {
@@ -45,9 +47,7 @@ TrayController::Available allowed(TrayController::Available available) {
 MainWindow::MainWindow(Environment environment, QWidget* parent)
     : QWidget(parent, Qt::FramelessWindowHint),
       ui_(this),
-      link_(environment.link ? environment.link
-                             : socketLink(loaded(environment.config).uuid.toStdString()),
-            {}),
+      link_(linkWith(environment.config, environment.link), {}),
       session_({environment.config, environment.prompts, link_, this}),
       cards_(*ui_.connection_listwidget_, session_.config, session_.state),
       tunnel_(*ui_.tunnel, session_.context),

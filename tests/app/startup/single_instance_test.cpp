@@ -15,7 +15,7 @@
 
 #include "app/startup/activation.h"
 #include "tests/support/test_environment.h"
-#include "tests/support/wait.h"
+#include "tools/support/wait.h"
 
 namespace zorvanelink::ui {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "app/environment/app_ctrl.h"
 #include "app/startup/end_signals.h"
-#include "tests/support/wait.h"
+#include "tools/support/wait.h"
 #include "ui/widgets/fonts.h"
 
 namespace zorvanelink::ui {

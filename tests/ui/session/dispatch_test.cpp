@@ -132,11 +132,13 @@ TEST_F(DispatchTest, ListsOfGatewaysAreKeptInTheProfile) {
     profile->perferredGatewayName = "gone";
     core::sslvpn::CLMsgGatewayListData gateways;
     gateways.profileName = "Head office";
-    gateways.gatewayList = {{"A", {"192.0.2.1", "4433", "65979"}}, {"B", {"", "1", "2"}}};
+    gateways.gatewayList = {{"A", {"192.0.2.1", "4433", "443"}},
+                            {"B", {"", "1", "2"}},
+                            {"C", {"192.0.2.3", "4433", "65979"}}};
     Receive(gateways);
     ASSERT_EQ(profile->gatewayList.size(), 1U);
     EXPECT_EQ(profile->gatewayList.at("A").detectPort, 4433);
-    EXPECT_EQ(profile->gatewayList.at("A").sslPort, 0) << "65979 is no port, and not 443 either";
+    EXPECT_EQ(profile->gatewayList.at("A").sslPort, 443) << "65979 is no port, and not 443 either";
     EXPECT_TRUE(profile->perferredGatewayName.empty());
 }
 
