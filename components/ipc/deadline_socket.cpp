@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <netinet/tcp.h>
+#include <poll.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -90,13 +91,16 @@ void DeadlineSocket::onConnected(boost::system::error_code error, ConnectState& 
     if (!error && !closed_) {
         // A connect to a free local port may meet itself half-way; nobody serves that.
         boost::system::error_code ignored;
-        if (stream_.local_endpoint(ignored) == stream_.remote_endpoint(error) && !error) {
+        auto const own_end = stream_.local_endpoint(ignored);
+        auto const peer_end = stream_.remote_endpoint(error);
+        ends_ = {own_end.port(), peer_end.port()};
+        if (own_end == peer_end && !error) {
             error = boost::asio::error::connection_refused;
             close();
         }
     }
     if (error && !state.abandoned) {
-        texts_->Set(LinkTexts::kError, error.message());
+        texts_->Append(LinkTexts::kError, error.message());
     }
     state.succeeded = !error && !closed_;
     state.completed = true;
@@ -186,6 +190,12 @@ void DeadlineSocket::close() {
     }
     connect_deadline_.cancel();
     failWrites();
+}
+
+bool DeadlineSocket::HasEnded() {
+    std::lock_guard lock(descriptor_mutex_);
+    pollfd ends{descriptor_, POLLRDHUP, 0};
+    return closed_ || ::poll(&ends, 1, 0) != 0;
 }
 
 std::size_t DeadlineSocket::ReadNow(char* buffer) {

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "components/ipc/frame_parser.h"
+#include "components/ipc/peer_owner.h"
 
 namespace zorvanelink::components::ipc {
 
@@ -58,6 +59,10 @@ class DeadlineSocket : public std::enable_shared_from_this<DeadlineSocket> {
     void ShutDown();
     void close();
     bool IsClosed() const { return closed_; }
+    // Whether the connection has ended, by us or by the peer. Any thread.
+    bool HasEnded();
+    // Our port and the peer's, once connected.
+    LocalConnection Ends() const { return ends_; }
 
     TcpStream& stream() { return stream_; }
     FrameParser& parser() { return parser_; }
@@ -82,6 +87,7 @@ class DeadlineSocket : public std::enable_shared_from_this<DeadlineSocket> {
     std::shared_ptr<LinkTexts> texts_;
     std::mutex descriptor_mutex_;  // a descriptor is not shut down while it is being closed
     int descriptor_;
+    LocalConnection ends_{};
     std::atomic<bool> closed_{false};
     std::deque<std::shared_ptr<PendingWrite>> writes_;
     FrameParser parser_;

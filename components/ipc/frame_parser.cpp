@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+#include <string_view>
 
 namespace zorvanelink::components::ipc {
 namespace {
 
 constexpr std::size_t kFirstCapacity = 16 * 1024;
 constexpr std::size_t kKeptCapacity = 1024 * 1024;  // an empty buffer above this gives memory back
+constexpr std::string_view kMessageBegins = "{ \t\r\n";
 
 }  // namespace
 
@@ -36,30 +38,29 @@ void FrameParser::Commit(std::size_t size) {
     end_ += std::min(size, capacity_ - end_);
 }
 
-bool FrameParser::next(std::size_t pass_size, Frame& frame) {
-    if (!skipJunk()) {
-        return false;
-    }
-    IPCMsg header;
-    std::memcpy(&header, buffer_.get() + begin_, sizeof header);
-    if (header.length > 0 && static_cast<std::size_t>(header.length) > pass_size) {
-        return false;
-    }
-    std::size_t const payload = begin_ + sizeof header;
-    std::size_t const frame_end = payload + static_cast<std::size_t>(std::max(header.length, 0));
-    if (frame_end > end_) {
-        if (frame_end > capacity_) {
-            resize(frame_end);
+bool FrameParser::next(Frame& frame) {
+    for (; skipToPreamble(); ++begin_) {
+        IPCMsg header;
+        std::memcpy(&header, buffer_.get() + begin_, sizeof header);
+        if (header.length < 0 || header.length > kMaxLength) {
+            saw_bad_length_ = true;
+            continue;
         }
-        std::memset(buffer_.get() + end_, 0, frame_end - end_);
+        std::size_t const size = sizeof header + static_cast<std::size_t>(header.length);
+        if (size <= Unread()) {
+            frame = {header.type, header.length, buffer_.get() + begin_ + sizeof header};
+            begin_ += size;
+            return true;
+        }
+        if (mayBecomeFrame(header)) {
+            return false;
+        }
     }
-    begin_ = std::min(frame_end, end_);
-    frame = {header.type, header.length, buffer_.get() + payload};
-    return true;
+    return false;
 }
 
 // Leaves begin_ on a preamble with a whole header, or on what is too short to be one.
-bool FrameParser::skipJunk() {
+bool FrameParser::skipToPreamble() {
     while (Unread() >= kIPCMsgHeaderLen) {
         char const* const here = buffer_.get() + begin_;
         if (std::memcmp(here, kIPCMsgPreable, kIPCMsgPreableLen) == 0) {
@@ -71,6 +72,22 @@ bool FrameParser::skipJunk() {
         begin_ += found != nullptr ? static_cast<std::size_t>(found - here) : candidates + 1;
     }
     return false;
+}
+
+// Of a header whose payload has not arrived whole, so its length is above 0.
+bool FrameParser::mayBecomeFrame(IPCMsg const& header) const {
+    switch (header.type) {
+        case kIPCHeartbeat:
+        case kIPCQuit:
+        case kIPCAck:
+            return false;
+        case kIPCCommon:
+            return Unread() == kIPCMsgHeaderLen ||
+                   kMessageBegins.find(buffer_.get()[begin_ + kIPCMsgHeaderLen]) !=
+                       std::string_view::npos;
+        default:
+            return header.length <= kMaxUnknownLength;
+    }
 }
 
 void FrameParser::resize(std::size_t capacity) {

@@ -71,8 +71,7 @@ class LinkTexts {
 
 class IPC {
   public:
-    // Gets the payload and its declared length. The length may be negative, then there is no
-    // payload. The bytes are valid until the callback returns.
+    // Gets the payload and its length. The bytes are valid until the callback returns.
     using MsgCallback = std::function<void(char const*, int)>;
     using HeartbeatHandler = std::function<void(int)>;
 
@@ -98,8 +97,8 @@ class IPC {
     void RegisterIPCMsgCallback(IPCMsgType type, MsgCallback const& callback);
     // Called with the count of consecutive time-outs, from 1. Before Run only.
     void SetHeartbeatTimeoutHandler(HeartbeatHandler const& handler);
-    // Called with the code of a failed read, or 0 when a heartbeat could not be sent. Before Run
-    // only.
+    // Called with the code of a failed read, or 0 when a heartbeat could not be sent; for a
+    // connection that ends while Run still looks at it, on Run's thread. Before Run only.
     void SetHeartbeatErrorHandler(HeartbeatHandler const& handler);
     // Server: called when a client has been taken, before its first frame is read. Before Run only.
     void SetClientConnectedHandler(std::function<void()> const& handler);

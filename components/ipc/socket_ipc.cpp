@@ -19,8 +19,7 @@ using components::logger::Log;
 constexpr auto kHeartbeatTick = std::chrono::milliseconds(200);
 constexpr auto kHeartbeatTimeout = std::chrono::nanoseconds(2'000'999'999);
 constexpr auto kSendPoll = std::chrono::milliseconds(1);
-constexpr int kEndOfFile = 2;        // of a read, whatever its category
-constexpr int kReadsInAPass = 1024;  // 4 MB, more than a kernel keeps for a peer that waits
+constexpr int kReadsInATurn = 64;  // then the worker sees what else waits
 
 std::size_t frameSize(IPCMsg const& msg) {
     return kIPCMsgHeaderLen + static_cast<std::size_t>(std::max(msg.length, 0));
@@ -382,12 +381,13 @@ void SocketIPC::HandleRead(boost::system::error_code const& ec, std::size_t byte
         readFailed(ec.value(), bytes);
         return;
     }
-    // All that is here already goes into one pass: a pass that begins in the middle of a burst
-    // would take the frame at its end for a whole one.
-    for (int reads = 1; bytes != 0; ++reads) {
+    for (int reads = 1;; ++reads) {
         socket->parser().Commit(bytes);
         ++read_count_;
-        if (bytes < DeadlineSocket::kReadChunk || reads == kReadsInAPass) {
+        if (!ParseMsg(*socket)) {
+            return;
+        }
+        if (bytes < DeadlineSocket::kReadChunk || reads == kReadsInATurn) {
             break;
         }
         try {
@@ -395,38 +395,36 @@ void SocketIPC::HandleRead(boost::system::error_code const& ec, std::size_t byte
         } catch (std::bad_alloc const&) {
             break;  // StartRead meets it again and reports it
         }
-    }
-    if (!ParseMsg(*socket)) {
-        return;
+        if (bytes == 0) {
+            break;
+        }
     }
     StartRead(socket);
 }
 
 // False when no further read may follow.
 bool SocketIPC::ParseMsg(DeadlineSocket& socket) {
+    auto const going = [&] { return !socket.IsClosed() && !isStopping(); };
     bool any = false;
-    try {
-        socket.parser().Parse([&](IPCMsgType type, char const* payload, int length) {
-            any = true;
-            try {
-                dispatch(type, payload, length);
-            } catch (std::exception const& failure) {
-                texts_->Append(LinkTexts::kError,
-                               fmt::format("Exception in ipc callback: {}\n", failure.what()));
-            } catch (...) {
-                texts_->Append(LinkTexts::kError, "Exception in ipc callback\n");
-            }
-            return !isStopping();
-        });
-    } catch (std::bad_alloc const&) {
-        Log().error("ipc parse buffer data failed");
-        readFailed(ENOMEM, 0);
-        return false;
-    }
+    socket.parser().Parse([&](IPCMsgType type, char const* payload, int length) {
+        any = true;
+        try {
+            dispatch(type, payload, length);
+        } catch (std::exception const& failure) {
+            texts_->Append(LinkTexts::kError,
+                           fmt::format("Exception in ipc callback: {}\n", failure.what()));
+        } catch (...) {
+            texts_->Append(LinkTexts::kError, "Exception in ipc callback\n");
+        }
+        return going();
+    });
     if (any) {
         noteSignOfLife();
     }
-    return !socket.IsClosed() && !isStopping();
+    if (socket.parser().SawBadLength() && !std::exchange(bad_length_told_, true)) {
+        texts_->Append(LinkTexts::kError, "Frame header with an impossible length\n");
+    }
+    return going();
 }
 
 void SocketIPC::readFailed(int code, std::size_t bytes) {

@@ -72,6 +72,7 @@ class SocketIPC : public IPC, public std::enable_shared_from_this<SocketIPC> {
 
   protected:
     struct Core;
+    static constexpr int kEndOfFile = 2;  // of a read, whatever its category
 
     SocketIPC(Mode mode, boost::asio::io_context* context, PortPlace place);
 
@@ -90,6 +91,8 @@ class SocketIPC : public IPC, public std::enable_shared_from_this<SocketIPC> {
     // stopping.
     bool runOnWorker(std::function<void()> task);
     void callHandler(std::function<void()> const& call);
+    // Tells the owner that the connection is over.
+    void readFailed(int code, std::size_t bytes);
     void zeroReadCount() { read_count_ = 0; }
     void closeOnWorker(std::shared_ptr<DeadlineSocket> const& socket);
     bool isStopping() const;
@@ -103,7 +106,6 @@ class SocketIPC : public IPC, public std::enable_shared_from_this<SocketIPC> {
     void HandleRead(boost::system::error_code const& ec, std::size_t bytes,
                     std::shared_ptr<DeadlineSocket> const& socket);
     bool ParseMsg(DeadlineSocket& socket);
-    void readFailed(int code, std::size_t bytes);
     void CheckHeartbeatTimer(std::uint64_t generation);
     void armHeartbeatTimer();
     bool startWorker();
@@ -113,6 +115,7 @@ class SocketIPC : public IPC, public std::enable_shared_from_this<SocketIPC> {
 
     Mode const mode_;
     std::atomic<std::uint64_t> read_count_{0};
+    bool bad_length_told_ = false;  // worker
 };
 
 }  // namespace zorvanelink::components::ipc

@@ -33,8 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         parser.Commit(bytes.size());
         std::vector<test::ShownFrame> shown;
         parser.Parse([&](components::ipc::IPCMsgType type, char const* payload, int length) {
-            shown.push_back(
-                {type, length, {payload, static_cast<std::size_t>(length > 0 ? length : 0)}});
+            shown.push_back({type, length, {payload, static_cast<std::size_t>(length)}});
             return true;
         });
         if (shown != model.Receive(bytes) || parser.Capacity() > 16 * 1024 + 4 * size) {

@@ -33,6 +33,10 @@ class ScriptedPrompts : public ui::Prompts {
     }
     void ExpectFile(std::optional<QString> answer) { answers_.push_back(std::move(answer)); }
 
+    // How often what stands was to be closed. A box or prompt during which that happens answers as
+    // a closed one, whatever was scripted.
+    int Closings() const { return closings_; }
+
     // From here on any box is closed unread; for tests that count them.
     void CloseAnyBox() { close_any_box_ = true; }
 
@@ -54,10 +58,7 @@ class ScriptedPrompts : public ui::Prompts {
             return -1;
         }
         EXPECT_EQ(request.text.toStdString(), answer->text.toStdString());
-        if (answer->during) {
-            answer->during();
-        }
-        return answer->button;
+        return standing(answer->during) ? answer->button : -1;
     }
 
     std::optional<ui::SecretAnswer> InputSecret(ui::SecretRequest const& request) override {
@@ -66,10 +67,7 @@ class ScriptedPrompts : public ui::Prompts {
         if (!answer) {
             return std::nullopt;
         }
-        if (answer->during) {
-            answer->during();
-        }
-        return answer->answer;
+        return standing(answer->during) ? answer->answer : std::nullopt;
     }
 
     std::optional<QString> ChooseFile(ui::FileRequest const& request) override {
@@ -81,6 +79,8 @@ class ScriptedPrompts : public ui::Prompts {
         opened_.push_back(url);
         return !fail_to_open_;
     }
+
+    void CloseAll() override { ++closings_; }
 
   private:
     struct BoxAnswer {
@@ -105,10 +105,20 @@ class ScriptedPrompts : public ui::Prompts {
         return answer;
     }
 
+    // Whether what stands while this happens is still there afterwards.
+    bool standing(std::function<void()> const& during) const {
+        int const before = closings_;
+        if (during) {
+            during();
+        }
+        return closings_ == before;
+    }
+
     std::deque<Answer> answers_;
     std::vector<ui::BoxRequest> boxes_;
     std::vector<ui::SecretRequest> secrets_;
     std::vector<QUrl> opened_;
+    int closings_ = 0;
     bool fail_to_open_ = false;
     bool close_any_box_ = false;
 };

@@ -217,14 +217,15 @@ void LinkCore::InsertServiceData(std::string text) {
 // With the lock held.
 void LinkCore::insert(std::string text) {
     std::lock_guard data_lock(serviceDataMutex);
-    if (serviceData.size() > kServiceDataLimit) {
+    bool const full = serviceData.size() > kServiceDataLimit;
+    if (full) {
         Log().info("Service data size[{}] exceeded the limit[{}], drop the front",
                    serviceData.size(), kServiceDataLimit);
         serviceData.pop_front();
     }
     serviceData.push_back(std::move(text));
-    if (!std::exchange(wake_up_pending_, true) && events_ != nullptr) {
-        events_->MessagesWaiting();
+    if (!full && events_ != nullptr) {
+        events_->MessageWaiting();
     }
 }
 
@@ -236,11 +237,6 @@ std::string LinkCore::GetServiceData() {
     std::string text = std::move(serviceData.front());
     serviceData.pop_front();
     return text;
-}
-
-void LinkCore::TakeWakeUp() {
-    std::lock_guard lock(serviceDataMutex);
-    wake_up_pending_ = false;
 }
 
 void LinkCore::DrainLinkTexts() {

@@ -24,8 +24,8 @@ class LinkEvents {
     virtual ~LinkEvents() = default;
     // `first` on the thread of the first connection, else on that of a reconnect.
     virtual void LinkUp(bool first) = 0;
-    // At least one text waits in the queue; not repeated before the next TakeWakeUp.
-    virtual void MessagesWaiting() = 0;
+    // A text waits in the queue. Once for each, but for one that takes the place of a dropped one.
+    virtual void MessageWaiting() = 0;
     virtual void HeartbeatTimeout(int count, std::uint64_t generation) = 0;
     virtual void LinkError(int code, std::uint64_t generation) = 0;
 };
@@ -66,8 +66,6 @@ class LinkCore : public std::enable_shared_from_this<LinkCore> {
     void InsertServiceData(std::string text);
     // The oldest text; empty when none waits.
     std::string GetServiceData();
-    // Called before draining: the next text wakes again.
-    void TakeWakeUp();
     // Moves the link's own three texts into the log.
     void DrainLinkTexts();
 
@@ -95,9 +93,8 @@ class LinkCore : public std::enable_shared_from_this<LinkCore> {
     bool failed_ = false;  // the current link reported an error
     bool ready_ = false;
 
-    std::mutex serviceDataMutex;  // guards the two below; taken last
+    std::mutex serviceDataMutex;  // guards the queue; taken last
     std::list<std::string> serviceData;
-    bool wake_up_pending_ = false;
 };
 
 }  // namespace zorvanelink::ui

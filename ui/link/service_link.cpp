@@ -13,8 +13,6 @@ using std::chrono::milliseconds;
 constexpr unsigned kConnectThreadWaitMs = 5000;
 constexpr unsigned kReconnectThreadWaitMs = 1000;
 constexpr milliseconds kIPCLogPeriod{1000};
-// As many texts as the queue can hold, then the window gets a turn.
-constexpr std::size_t kTextsPerTurn = LinkCore::kServiceDataLimit + 1;
 
 // The loops own the core, not the window's objects: one that is late at the end harms nobody.
 void firstConnectLoop(std::shared_ptr<LinkCore> const& core, milliseconds pause) {
@@ -136,7 +134,7 @@ void ServiceLink::LinkUp(bool first) {
     }
 }
 
-void ServiceLink::MessagesWaiting() {
+void ServiceLink::MessageWaiting() {
     Q_EMIT RecvServiceData(QString());
 }
 
@@ -184,18 +182,13 @@ void ServiceLink::lose(quint64 generation) {
     }
 }
 
+// One text a wake-up: what its handler opens (a box runs the event loop) holds up no other text.
 void ServiceLink::onRecvServiceData(QString const& /*wakeUp*/) {
-    core_->TakeWakeUp();
     drainTextsSoon();
-    for (std::size_t i = 0; i < kTextsPerTurn; ++i) {
-        std::string const json = GetServiceData();
-        if (json.empty()) {
-            Log().debug("on recv service done ");
-            return;
-        }
+    if (std::string const json = GetServiceData(); !json.empty()) {
         Q_EMIT MessageArrived(json);
+        Log().debug("on recv service done ");
     }
-    Q_EMIT RecvServiceData(QString());
 }
 
 void ServiceLink::onIPCLogTimerTimeout() {

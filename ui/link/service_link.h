@@ -79,7 +79,7 @@ class ServiceLink : public QObject, private LinkEvents {
   private:
     // LinkEvents, on the link's threads.
     void LinkUp(bool first) override;
-    void MessagesWaiting() override;
+    void MessageWaiting() override;
     void HeartbeatTimeout(int count, std::uint64_t generation) override;
     void LinkError(int code, std::uint64_t generation) override;
 

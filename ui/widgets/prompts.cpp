@@ -52,6 +52,20 @@ bool Prompts::Question(QWidget* parent, QString const& title, QString const& tex
     return Box({BoxKind::kQuestion, parent, title, text, {yes, no}, preset, 0, {}, {}}) == 0;
 }
 
+// Known while it stands. They are nested: what was opened last ends first.
+class DialogPrompts::Standing {
+  public:
+    Standing(std::vector<QDialog*>& open, QDialog& dialog) : open_(open) {
+        open_.push_back(&dialog);
+    }
+    ~Standing() { open_.pop_back(); }
+    Standing(Standing const&) = delete;
+    Standing& operator=(Standing const&) = delete;
+
+  private:
+    std::vector<QDialog*>& open_;
+};
+
 int DialogPrompts::Box(BoxRequest const& request) {
     ZVLMessageBox box(request.parent, typeOf(request.kind), request.title, request.text,
                       request.buttons);
@@ -62,6 +76,7 @@ int DialogPrompts::Box(BoxRequest const& request) {
     if (request.onLink) {
         box.AllowLink(request.onLink);
     }
+    Standing const standing(open_, box);
     return box.Ask();
 }
 
@@ -83,6 +98,7 @@ std::optional<SecretAnswer> DialogPrompts::InputSecret(SecretRequest const& requ
     dialog.set_max_utf8_length(request.maxUtf8Length);
     dialog.setEmptyTextMessage(request.emptyMessage);
     dialog.setTooLongMessage(request.tooLongMessage);
+    Standing const standing(open_, dialog);
     if (dialog.exec() != QDialog::Accepted) {
         return std::nullopt;
     }
@@ -90,22 +106,26 @@ std::optional<SecretAnswer> DialogPrompts::InputSecret(SecretRequest const& requ
 }
 
 std::optional<QString> DialogPrompts::ChooseFile(FileRequest const& request) {
-    QString path;
-    QString const filter = usableFilter(request.filter);
+    QFileDialog dialog(request.parent, request.title, request.startPath,
+                       usableFilter(request.filter));
     switch (request.mode) {
         case FileRequest::Mode::kOpen:
-            path = QFileDialog::getOpenFileName(request.parent, request.title, request.startPath,
-                                                filter);
+            dialog.setFileMode(QFileDialog::ExistingFile);
             break;
         case FileRequest::Mode::kSave:
-            path = QFileDialog::getSaveFileName(request.parent, request.title, request.startPath,
-                                                filter);
+            dialog.setAcceptMode(QFileDialog::AcceptSave);
+            dialog.selectFile(request.startPath);
             break;
         case FileRequest::Mode::kFolder:
-            path =
-                QFileDialog::getExistingDirectory(request.parent, request.title, request.startPath);
+            dialog.setFileMode(QFileDialog::Directory);
+            dialog.setOption(QFileDialog::ShowDirsOnly);
             break;
     }
+    Standing const standing(open_, dialog);
+    if (dialog.exec() != QDialog::Accepted) {
+        return std::nullopt;
+    }
+    QString const path = dialog.selectedFiles().value(0);
     return path.isEmpty() ? std::nullopt : std::optional(path);
 }
 
@@ -115,6 +135,13 @@ bool DialogPrompts::OpenUrl(QUrl const& url) {
         qunsetenv(kGlIntegrationVariable);
     }
     return QDesktopServices::openUrl(url);
+}
+
+void DialogPrompts::CloseAll() {
+    // None of them goes before its nested loop has ended, which is after this call.
+    for (auto dialog = open_.rbegin(); dialog != open_.rend(); ++dialog) {
+        (*dialog)->reject();
+    }
 }
 
 }  // namespace zorvanelink::ui

@@ -2,6 +2,7 @@
 // Prompts&; tests script it. GUI thread; every call may run a nested event loop.
 #pragma once
 
+#include <QDialog>
 #include <QString>
 #include <QUrl>
 #include <QWidget>
@@ -77,6 +78,10 @@ class Prompts {
     // Hands the address to the desktop's browser as it stands; OpenUrl of open_url.h looks at it
     // first. False when nothing could be started, as without a desktop.
     virtual bool OpenUrl(QUrl const& /*url*/) { return false; }
+
+    // Ends every box, prompt and chooser that this object has opened and that still stands. Each
+    // answers as when it is closed: -1, or empty. What is asked afterwards is shown.
+    virtual void CloseAll() {}
 };
 
 // The real one, on ZVLMessageBox, InputDialog, QFileDialog and QDesktopServices.
@@ -86,6 +91,12 @@ class DialogPrompts : public Prompts {
     std::optional<SecretAnswer> InputSecret(SecretRequest const& request) override;
     std::optional<QString> ChooseFile(FileRequest const& request) override;
     bool OpenUrl(QUrl const& url) override;
+    void CloseAll() override;
+
+  private:
+    class Standing;
+
+    std::vector<QDialog*> open_;  // the innermost last
 };
 
 }  // namespace zorvanelink::ui

@@ -35,31 +35,36 @@ class FrameModel {
     std::vector<ShownFrame> Receive(std::string const& bytes) {
         unread_ += bytes;
         std::vector<ShownFrame> shown;
-        auto const size = unread_.size();
-        std::size_t at = 0;
-        while (at + components::ipc::kIPCMsgHeaderLen <= size) {
-            if (unread_.compare(at, 4, "deaf") != 0) {
-                ++at;
-                continue;
-            }
+        while (unread_.size() >= components::ipc::kIPCMsgHeaderLen) {
             ShownFrame frame{};
-            std::memcpy(&frame.type, unread_.data() + at + 4, sizeof frame.type);
-            std::memcpy(&frame.length, unread_.data() + at + 8, sizeof frame.length);
-            if (frame.length > 0 && static_cast<std::size_t>(frame.length) > size) {
+            std::memcpy(&frame.type, unread_.data() + 4, sizeof frame.type);
+            std::memcpy(&frame.length, unread_.data() + 8, sizeof frame.length);
+            bool const header =
+                unread_.starts_with("deaf") && frame.length >= 0 && frame.length <= 16 << 20;
+            auto const missing = 12 + std::int64_t{frame.length} - std::ssize(unread_);
+            if (header && missing <= 0) {
+                frame.payload = unread_.substr(12, static_cast<std::size_t>(frame.length));
+                shown.push_back(frame);
+                unread_.erase(0, 12 + frame.payload.size());
+            } else if (header && worthWaiting(frame)) {
                 break;
+            } else {
+                unread_.erase(0, 1);
             }
-            std::size_t const length =
-                frame.length > 0 ? static_cast<std::size_t>(frame.length) : 0;
-            frame.payload = unread_.substr(at + 12, length);
-            frame.payload.resize(length, '\0');
-            shown.push_back(frame);
-            at += 12 + length;
         }
-        unread_.erase(0, at);
         return shown;
     }
 
   private:
+    bool worthWaiting(ShownFrame const& frame) const {
+        bool const control = frame.type == 0 || frame.type == 1 || frame.type == 3;
+        if (frame.type == components::ipc::kIPCCommon) {
+            return unread_.size() == 12 ||
+                   std::string("{ \t\r\n").find(unread_[12]) != std::string::npos;
+        }
+        return !control && frame.length <= 64 << 10;
+    }
+
     std::string unread_;
 };
 

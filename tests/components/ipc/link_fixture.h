@@ -9,6 +9,7 @@
 #include <condition_variable>
 #include <vector>
 
+#include "components/ipc/port_file.h"
 #include "components/ipc/socket_ipc_client.h"
 #include "components/ipc/socket_ipc_server.h"
 #include "tests/components/ipc/frame_model.h"
@@ -63,6 +64,10 @@ class BarePeer {
         timeval const patience{30, 0};
         setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
     }
+    // What comes to a listening socket.
+    static BarePeer Accepted(int listener) {
+        return BarePeer(Descriptor{::accept(listener, nullptr, nullptr)});
+    }
     ~BarePeer() { ::close(socket_); }
     BarePeer(BarePeer const&) = delete;
     BarePeer& operator=(BarePeer const&) = delete;
@@ -78,6 +83,10 @@ class BarePeer {
     void Send(std::string const& bytes) const {
         ASSERT_EQ(::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL),
                   static_cast<ssize_t>(bytes.size()));
+    }
+    bool HasBytes() const {
+        char byte = 0;
+        return ::recv(socket_, &byte, 1, MSG_PEEK | MSG_DONTWAIT) == 1;
     }
     // Everything up to `size` bytes or the end of the stream.
     std::string Receive(std::size_t size) const {
@@ -95,8 +104,35 @@ class BarePeer {
     }
 
   private:
+    struct Descriptor {
+        int number;
+    };
+    explicit BarePeer(Descriptor socket) : socket_(socket.number), connected_(socket.number >= 0) {}
+
     int socket_;
     bool connected_ = false;
+};
+
+// A service without any of our code: a listening socket, its port in the port file.
+class BareService {
+  public:
+    explicit BareService(components::ipc::PortPlace const& place) {
+        auto address = BarePeer::At(0);
+        socklen_t length = sizeof address;
+        auto* const where = reinterpret_cast<sockaddr*>(&address);
+        EXPECT_EQ(::bind(listener_, where, length), 0);
+        EXPECT_EQ(::listen(listener_, 8), 0);
+        EXPECT_EQ(::getsockname(listener_, where, &length), 0);
+        EXPECT_TRUE(components::ipc::WritePortFile(place.file, ntohs(address.sin_port)));
+    }
+    ~BareService() { ::close(listener_); }
+    BareService(BareService const&) = delete;
+    BareService& operator=(BareService const&) = delete;
+
+    BarePeer Accept() const { return BarePeer::Accepted(listener_); }
+
+  private:
+    int const listener_ = ::socket(AF_INET, SOCK_STREAM, 0);
 };
 
 class LinkTest : public testing::Test {
@@ -118,9 +154,10 @@ class LinkTest : public testing::Test {
         server->SetClientConnectedHandler([this] { connected.Add(0); });
         return keep(server, server_messages, server_errors);
     }
-    std::shared_ptr<Client> makeClient() {
-        return keep(std::make_shared<Client>("test", nullptr, place), client_messages,
-                    client_errors);
+    std::shared_ptr<Client> makeClient(
+        components::ipc::FindOwner find_owner = components::ipc::FindPeerOwner) {
+        return keep(std::make_shared<Client>("test", nullptr, place, std::move(find_owner)),
+                    client_messages, client_errors);
     }
     static bool send(components::ipc::IPC& link, std::string const& text) {
         return link.SendCommonIPCMsgTimeout(text.data(), text.size(), 20'000);

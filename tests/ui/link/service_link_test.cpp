@@ -133,22 +133,25 @@ TEST_F(ServiceLinkTest, AFloodDropsTheOldestAndKeepsTheOrder) {
     EXPECT_TRUE(WaitUntil([&] { return seen.back() == "after an empty one"; }));
 }
 
-TEST_F(ServiceLinkTest, WhatAReplacedLinkSaysIsDropped) {
-    auto const old = good();
-    Begin({old, good()});
-    int texts = 0;
-    QObject::connect(link.get(), &ServiceLink::MessageArrived,
-                     [&](std::string const&) { ++texts; });
-    old->FailRead(2);
-    ASSERT_TRUE(WaitUntil([this] { return losses == 1 && linked(*link); }));
-    old->Deliver("late");
-    old->FailRead(2);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(texts, 0);
-    EXPECT_TRUE(link->IsReady());
+TEST_F(ServiceLinkTest, ABoxOpenedByATextHoldsUpNoOther) {
+    auto const service = good();
+    Begin({service});
+    std::vector<std::string> seen;
+    QObject::connect(link.get(), &ServiceLink::MessageArrived, [&](std::string const& json) {
+        seen.push_back(json);
+        if (json == "box") {
+            EXPECT_TRUE(WaitUntil([&] { return seen.back() == "later"; }));
+        } else if (json == "second") {
+            service->Deliver("later");
+        }
+    });
+    service->Deliver("box");
+    service->Deliver("second");
+    EXPECT_TRUE(WaitUntil([&] { return seen.size() == 3; }));
+    EXPECT_EQ(seen, (std::vector<std::string>{"box", "second", "later"}));
 }
 
-TEST_F(ServiceLinkTest, WhatALostLinkStillSaysBeforeItStopsIsDropped) {
+TEST_F(ServiceLinkTest, WhatALostLinkSaysBehindItsEndIsDropped) {
     class LateSpeaker : public FakeIpc {
       public:
         void Stop() override {
@@ -163,9 +166,13 @@ TEST_F(ServiceLinkTest, WhatALostLinkStillSaysBeforeItStopsIsDropped) {
     QObject::connect(link.get(), &ServiceLink::MessageArrived,
                      [&](std::string const&) { ++texts; });
     late->FailRead(2);
+    late->Deliver("waits when the loss is seen");
     ASSERT_TRUE(WaitUntil([this] { return losses == 1 && linked(*link); }));
     EXPECT_TRUE(late->stopped);
+    late->Stop();
+    QCoreApplication::processEvents();
     EXPECT_EQ(texts, 0);
+    EXPECT_TRUE(link->IsReady());
 }
 
 TEST_F(ServiceLinkTest, SendsOnlyWhileReady) {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QFileDialog>
+
 #include "components/utils/sensitive_value.h"
 #include "tests/support/qt_helpers.h"
 #include "ui/widgets/input_dialog.h"
@@ -49,4 +51,21 @@ TEST(Prompts, SecretComesBackWithItsMark) {
     EXPECT_TRUE(answer->remember);
     WhenModal<ui::InputDialog>([](ui::InputDialog& dialog) { dialog.reject(); });
     EXPECT_FALSE(prompts.InputSecret(request));
+}
+
+TEST(Prompts, EndsAllThatItHasOpened) {
+    ui::DialogPrompts prompts;
+    std::vector<int> answers;
+    WhenModal<ui::ZVLMessageBox>([&](ui::ZVLMessageBox&) {
+        WhenModal<ui::InputDialog>([&](ui::InputDialog&) {
+            WhenModal<QFileDialog>([&](QFileDialog&) { prompts.CloseAll(); });
+            EXPECT_FALSE(prompts.ChooseFile({}));
+            answers.push_back(1);
+        });
+        EXPECT_FALSE(prompts.InputSecret({}));
+        answers.push_back(2);
+    });
+    EXPECT_FALSE(askDelete(prompts));
+    EXPECT_EQ(answers, (std::vector{1, 2}));
+    prompts.CloseAll();
 }
