@@ -12,6 +12,10 @@
         <translation>请添加管理员提供的网关。</translation>
     </message>
     <message>
+        <source>Another session is using the backend service</source>
+        <translation>另一个会话正在使用后台服务</translation>
+    </message>
+    <message>
         <source>Received</source>
         <translation>接收</translation>
     </message>

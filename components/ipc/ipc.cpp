@@ -33,7 +33,12 @@ class QueueSender {
 void LinkTexts::Append(Kind kind, std::string_view text) {
     std::lock_guard lock(mutex_);
     std::string& target = texts_[kind];
-    target.append(text.substr(0, kMaxSize - std::min(kMaxSize, target.size())));
+    target.append(text);
+    if (target.size() > kMaxSize) {
+        std::size_t const excess = target.size() - kMaxSize;
+        std::size_t const line_end = target.find('\n', excess - 1);
+        target.erase(0, line_end < target.size() - 1 ? line_end + 1 : excess);
+    }
 }
 
 void LinkTexts::Set(Kind kind, std::string_view text) {
@@ -87,6 +92,9 @@ bool IPC::Disconnect() {
 void IPC::Stop() {
 }
 
+void IPC::HoldReading(bool) {
+}
+
 void IPC::RegisterIPCMsgCallback(IPCMsgType type, MsgCallback const& callback) {
     msg_callbacks_.emplace(type, callback);
 }
@@ -97,6 +105,10 @@ void IPC::SetHeartbeatTimeoutHandler(HeartbeatHandler const& handler) {
 
 void IPC::SetHeartbeatErrorHandler(HeartbeatHandler const& handler) {
     heartbeat_error_handler_ = handler;
+}
+
+void IPC::SetBytesHandler(std::function<void()> const& handler) {
+    bytes_handler_ = handler;
 }
 
 void IPC::SetClientConnectedHandler(std::function<void()> const& handler) {
@@ -115,6 +127,12 @@ void IPC::ProcessIPCMsg(IPCMsg const& msg) const {
 void IPC::dispatch(IPCMsgType type, char const* payload, int length) const {
     if (auto const found = msg_callbacks_.find(type); found != msg_callbacks_.end()) {
         found->second(payload, length);
+    }
+}
+
+void IPC::noteBytes() const {
+    if (bytes_handler_) {
+        bytes_handler_();
     }
 }
 

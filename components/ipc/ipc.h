@@ -53,7 +53,8 @@ inline constexpr IPCMsg kIPCACKMsg = MakeIPCMsgHeader(kIPCAck, 0);
 inline constexpr char kNamedPipeIPCName[] = "\\\\.\\pipe\\zvlnamedpipe";
 
 // What a link has to say beside its results: three texts that grow until their owner takes them.
-// Any thread. A text that nobody takes stops growing at 64 KiB.
+// Any thread. Of a text that nobody takes the oldest lines go, so that it ends at
+// 64 KiB.
 class LinkTexts {
   public:
     enum Kind { kError, kInfo, kDebug };
@@ -92,6 +93,8 @@ class IPC {
     virtual bool AsyncAccept();
     virtual bool Disconnect();
     virtual void Stop();
+    // While held no further read is started; what has been read is still shown. Any thread.
+    virtual void HoldReading(bool hold);
 
     // The first callback of a type stands. Before Run only.
     void RegisterIPCMsgCallback(IPCMsgType type, MsgCallback const& callback);
@@ -100,6 +103,8 @@ class IPC {
     // Called with the code of a failed read, or 0 when a heartbeat could not be sent; for a
     // connection that ends while Run still looks at it, on Run's thread. Before Run only.
     void SetHeartbeatErrorHandler(HeartbeatHandler const& handler);
+    // Called for each read that brought bytes, before its frames. Before Run only.
+    void SetBytesHandler(std::function<void()> const& handler);
     // Server: called when a client has been taken, before its first frame is read. Before Run only.
     void SetClientConnectedHandler(std::function<void()> const& handler);
     // Server: called once, in the order of the names, when the present client leaves, and then
@@ -120,12 +125,14 @@ class IPC {
 
     void dispatch(IPCMsgType type, char const* payload, int length) const;
     void noteSignOfLife();
+    void noteBytes() const;
     void runClientDisconnectedHandlers();
 
     std::atomic<std::uint32_t> heartbeat_timeout_count_{0};
     std::atomic<Clock::time_point> last_heartbeat_time_{Clock::time_point{}};
     HeartbeatHandler heartbeat_timeout_handler_;
     HeartbeatHandler heartbeat_error_handler_;
+    std::function<void()> bytes_handler_;
     std::map<IPCMsgType, MsgCallback> msg_callbacks_;
     std::function<void()> client_connected_handler_;
     // Shared with the connections, which may outlive the link by a moment.

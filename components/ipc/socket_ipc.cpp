@@ -334,6 +334,9 @@ void SocketIPC::CheckHeartbeatTimer(std::uint64_t generation) {
     if (generation != core_->heartbeat_generation) {
         return;
     }
+    if (read_parked_) {
+        noteSignOfLife();  // it is we who do not listen
+    }
     if (Clock::now() - last_heartbeat_time_.load() > kHeartbeatTimeout) {
         texts_->Append(LinkTexts::kError, "ipc heartbeat timeout\n");
         if (heartbeat_timeout_handler_) {
@@ -353,7 +356,23 @@ void SocketIPC::CheckHeartbeatTimer(std::uint64_t generation) {
     }
 }
 
+void SocketIPC::HoldReading(bool hold) {
+    reading_held_ = hold;
+    if (hold || !core_) {
+        return;
+    }
+    // Weak: before Run nothing would ever take the task out of the context again.
+    runOnWorker([weak = weak_from_this()] {
+        auto const self = weak.lock();
+        auto const socket = self ? self->currentSocket() : nullptr;
+        if (socket && self->read_parked_) {
+            self->StartRead(socket);
+        }
+    });
+}
+
 void SocketIPC::StartRead(std::shared_ptr<DeadlineSocket> const& socket) {
+    read_parked_ = false;
     if (socket->IsClosed() || isStopping()) {
         return;
     }
@@ -384,7 +403,12 @@ void SocketIPC::HandleRead(boost::system::error_code const& ec, std::size_t byte
     for (int reads = 1;; ++reads) {
         socket->parser().Commit(bytes);
         ++read_count_;
+        callHandler([this] { noteBytes(); });
         if (!ParseMsg(*socket)) {
+            return;
+        }
+        if (reading_held_) {
+            read_parked_ = true;
             return;
         }
         if (bytes < DeadlineSocket::kReadChunk || reads == kReadsInATurn) {

@@ -49,6 +49,7 @@ class SocketIPC : public IPC, public std::enable_shared_from_this<SocketIPC> {
     void Stop() override;
     bool SendCommonIPCMsgTimeout(char const* data, unsigned long len,
                                  unsigned int timeout_ms) override;
+    void HoldReading(bool hold) override;
 
     // Sends whole frames; true when all bytes have left within the time (milliseconds). After a
     // time-out the bytes still go out when the peer takes them. On the worker it does not wait.
@@ -115,6 +116,8 @@ class SocketIPC : public IPC, public std::enable_shared_from_this<SocketIPC> {
 
     Mode const mode_;
     std::atomic<std::uint64_t> read_count_{0};
+    std::atomic<bool> reading_held_{false};
+    bool read_parked_ = false;      // worker; the next read waits for the end of the hold
     bool bad_length_told_ = false;  // worker
 };
 

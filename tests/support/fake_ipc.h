@@ -18,6 +18,7 @@ class FakeIpc : public components::ipc::IPC {
 
     bool Run() override {
         if (runs_ && alive_) {
+            noteBytes();
             ProcessIPCMsg(components::ipc::kIPCHeartbeatMsg);
         }
         return runs_;
@@ -29,7 +30,9 @@ class FakeIpc : public components::ipc::IPC {
         return accepts;
     }
 
+    void HoldReading(bool hold) override { held = hold; }
     void Deliver(std::string const& json) const {
+        noteBytes();
         dispatch(components::ipc::kIPCCommon, json.data(), static_cast<int>(json.size()));
     }
     void FailRead(int code) const { heartbeat_error_handler_(code); }
@@ -49,6 +52,7 @@ class FakeIpc : public components::ipc::IPC {
     }
 
     std::atomic<bool> stopped{false};
+    std::atomic<bool> held{false};
     std::atomic<bool> accepts{true};
 
     void Forget() {

@@ -1,5 +1,7 @@
 #include "ui/link/link_core.h"
 
+#include <algorithm>
+
 #include "app/environment/globals.h"
 #include "components/logger/logger.h"
 
@@ -8,6 +10,15 @@ namespace {
 
 using components::ipc::IPCMsgType;
 using components::logger::Log;
+
+// What a link has to say, without line feeds: a log line stays one line.
+std::string oneLine(std::string text) {
+    while (!text.empty() && text.back() == '\n') {
+        text.pop_back();
+    }
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    return text;
+}
 
 }  // namespace
 
@@ -22,11 +33,13 @@ bool LinkCore::Connect(bool log_failure) {
         return false;
     }
     wire(link, generation);
-    if (link->Run() && awaitProof(generation)) {
+    if (link->Run() && awaitUp(generation)) {
         return true;
     }
     if (log_failure) {
-        Log().debug("Failed to connect to service: {}", link->TakeErrorText());
+        std::string const reason = oneLine(link->TakeErrorText());
+        Log().debug("Failed to connect to service: {}",
+                    reason.empty() ? "the connection was closed at once" : reason);
     }
     Lose(generation);
     return false;
@@ -39,11 +52,14 @@ std::uint64_t LinkCore::install(Link const& link) {
     {
         std::lock_guard lock(mutex_);
         old = std::exchange(link_, nullptr);
-        ready_ = proven_ = failed_ = false;
+        ready_ = heard_ = failed_ = periodic_ = bytes_awaited_ = false;
+        since_ = last_bytes_ = Clock::now();
         if (events_ != nullptr) {
             link_ = link;
             generation = ++generation_;
         }
+        std::lock_guard data_lock(serviceDataMutex);
+        held_ = false;
     }
     if (old) {
         old->Stop();
@@ -61,6 +77,11 @@ void LinkCore::wire(Link const& link, std::uint64_t generation) {
         });
     link->RegisterIPCMsgCallback(IPCMsgType::kIPCHeartbeat, [weak, generation](char const*, int) {
         if (auto const self = weak.lock()) {
+            self->onHeartbeat(generation);
+        }
+    });
+    link->SetBytesHandler([weak, generation] {
+        if (auto const self = weak.lock()) {
             self->onBytes(generation);
         }
     });
@@ -76,12 +97,12 @@ void LinkCore::wire(Link const& link, std::uint64_t generation) {
     });
 }
 
-// A service that has another client accepts and closes at once: only bytes, or a second without
-// an end, make a link of a connection.
-bool LinkCore::awaitProof(std::uint64_t generation) {
+// A service that has another client accepts and closes at once.
+bool LinkCore::awaitUp(std::uint64_t generation) {
     std::unique_lock lock(mutex_);
-    changed_.wait_for(lock, kProofTime, [&] {
-        return proven_ || failed_ || events_ == nullptr || generation != generation_;
+    since_ = Clock::now();
+    changed_.wait_for(lock, kUpTime, [&] {
+        return heard_ || failed_ || events_ == nullptr || generation != generation_;
     });
     ready_ = !failed_ && events_ != nullptr && generation == generation_;
     return ready_;
@@ -102,17 +123,31 @@ bool LinkCore::Send(char const* data, std::size_t length) {
     return false;
 }
 
-bool LinkCore::Lose(std::uint64_t generation) {
+std::optional<LinkCore::Loss> LinkCore::Lose(std::uint64_t generation) {
     Link link;
+    Loss loss{};
     {
         std::lock_guard lock(mutex_);
         if (generation != generation_ || !link_) {
-            return false;
+            return std::nullopt;
         }
+        loss.young = Clock::now() - since_ < kYoung;
+        loss.at_once = loss.young && failed_ && !heard_;
+        countClosing(loss.at_once);
         link = release();
     }
     link->Stop();
-    return true;
+    return loss;
+}
+
+// With the lock held.
+void LinkCore::countClosing(bool at_once) {
+    bool const told = closings_ >= kClosingsInUse;
+    closings_ = at_once ? closings_ + 1 : 0;
+    bool const tell = at_once ? closings_ % kClosingsInUse == 0 : told;
+    if (tell && events_ != nullptr) {
+        events_->ServiceInUse(at_once);
+    }
 }
 
 void LinkCore::StopLink() {
@@ -132,6 +167,7 @@ LinkCore::Link LinkCore::release() {
     ++generation_;
     std::lock_guard data_lock(serviceDataMutex);
     serviceData.clear();
+    service_data_bytes_ = 0;
     return std::exchange(link_, nullptr);
 }
 
@@ -167,24 +203,46 @@ LinkCore::Link LinkCore::current() const {
 
 void LinkCore::onBytes(std::uint64_t generation) {
     std::lock_guard lock(mutex_);
-    if (generation == generation_) {
-        noteProof();
+    if (generation != generation_) {
+        return;
     }
+    last_bytes_ = Clock::now();
+    if (!std::exchange(heard_, true)) {
+        countClosing(false);
+        changed_.notify_all();
+    }
+    if (std::exchange(bytes_awaited_, false) && events_ != nullptr) {
+        events_->BytesArrived();
+    }
+}
+
+void LinkCore::onHeartbeat(std::uint64_t generation) {
+    std::lock_guard lock(mutex_);
+    periodic_ = periodic_ || generation == generation_;
 }
 
 void LinkCore::onMessage(std::uint64_t generation, std::string text) {
     std::lock_guard lock(mutex_);
     if (generation == generation_) {
-        noteProof();
         insert(std::move(text));
     }
 }
 
-// With the lock held.
-void LinkCore::noteProof() {
-    if (!std::exchange(proven_, true)) {
-        changed_.notify_all();
+void LinkCore::NotePeriodic() {
+    std::lock_guard lock(mutex_);
+    periodic_ = true;
+}
+
+std::optional<std::chrono::milliseconds> LinkCore::SilentFor(std::chrono::milliseconds limit) {
+    std::lock_guard lock(mutex_);
+    std::lock_guard data_lock(serviceDataMutex);
+    if (!ready_ || !periodic_ || held_) {
+        return std::nullopt;
     }
+    auto const silent =
+        std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - last_bytes_);
+    bytes_awaited_ = silent >= limit;
+    return silent;
 }
 
 void LinkCore::onTimeout(std::uint64_t generation, int count) {
@@ -221,22 +279,43 @@ void LinkCore::insert(std::string text) {
     if (full) {
         Log().info("Service data size[{}] exceeded the limit[{}], drop the front",
                    serviceData.size(), kServiceDataLimit);
-        serviceData.pop_front();
+        takeFront();
     }
+    service_data_bytes_ += text.size();
     serviceData.push_back(std::move(text));
+    if (service_data_bytes_ > kServiceDataBytes && link_ && !std::exchange(held_, true)) {
+        link_->HoldReading(true);
+    }
     if (!full && events_ != nullptr) {
         events_->MessageWaiting();
     }
 }
 
 std::string LinkCore::GetServiceData() {
-    std::lock_guard lock(serviceDataMutex);
+    std::lock_guard lock(mutex_);
+    std::lock_guard data_lock(serviceDataMutex);
     if (serviceData.empty()) {
         return {};
     }
+    std::string text = takeFront();
+    if (service_data_bytes_ <= kServiceDataBytes && std::exchange(held_, false) && link_) {
+        last_bytes_ = Clock::now();
+        link_->HoldReading(false);
+    }
+    return text;
+}
+
+// With both locks held, of a queue that is not empty.
+std::string LinkCore::takeFront() {
     std::string text = std::move(serviceData.front());
     serviceData.pop_front();
+    service_data_bytes_ -= text.size();
     return text;
+}
+
+bool LinkCore::HasLinkTexts() const {
+    Link const link = current();
+    return link && link->HasTexts();
 }
 
 void LinkCore::DrainLinkTexts() {
@@ -244,13 +323,13 @@ void LinkCore::DrainLinkTexts() {
     if (!link) {
         return;
     }
-    if (std::string const text = link->TakeInfoText(); !text.empty()) {
+    if (std::string const text = oneLine(link->TakeInfoText()); !text.empty()) {
         Log().info("{}", text);
     }
-    if (std::string const text = link->TakeErrorText(); !text.empty()) {
+    if (std::string const text = oneLine(link->TakeErrorText()); !text.empty()) {
         Log().error("{}", text);
     }
-    if (std::string const text = link->TakeDebugText(); !text.empty()) {
+    if (std::string const text = oneLine(link->TakeDebugText()); !text.empty()) {
         Log().debug("{}", text);
     }
 }

@@ -1,5 +1,7 @@
 #include "ui/link/service_link.h"
 
+#include <QCoreApplication>
+
 #include "components/logger/logger.h"
 #include "ui/text/texts.h"
 
@@ -14,27 +16,26 @@ constexpr unsigned kConnectThreadWaitMs = 5000;
 constexpr unsigned kReconnectThreadWaitMs = 1000;
 constexpr milliseconds kIPCLogPeriod{1000};
 
-// The loops own the core, not the window's objects: one that is late at the end harms nobody.
-void firstConnectLoop(std::shared_ptr<LinkCore> const& core, milliseconds pause) {
-    while (!core->Quitting()) {
-        if (core->Connect(true)) {
-            core->ReportLinkUp(true);
-            return;
-        }
-        core->Pause(pause);
-    }
-}
+struct Attempts {
+    bool first;
+    bool pause_first;
+    milliseconds pause;
+};
 
-void reconnectLoop(std::shared_ptr<LinkCore> const& core, milliseconds pause) {
+// The loop owns the core, not the window's objects: one that is late at the end harms nobody.
+void connectLoop(std::shared_ptr<LinkCore> const& core, Attempts attempts) {
+    if (attempts.pause_first) {
+        core->Pause(attempts.pause);
+    }
     bool log_now = true;
     for (int failures = 0; !core->Quitting();) {
         if (core->Connect(log_now)) {
-            core->ReportLinkUp(false);
+            core->ReportLinkUp(attempts.first);
             return;
         }
-        core->Pause(pause);
-        // Only the first failure of a series, then one line each ten seconds.
-        log_now = ++failures % ServiceLink::kReconnectLogPeriod == 0;
+        core->Pause(attempts.pause);
+        // In a reconnect only the first failure of a series, then one line each ten seconds.
+        log_now = attempts.first || ++failures % ServiceLink::kReconnectLogPeriod == 0;
     }
 }
 
@@ -50,7 +51,8 @@ void waitAndDelete(QThread* thread, unsigned wait_ms) {
 ServiceLink::ServiceLink(LinkCore::LinkFactory factory, Pauses pauses, QObject* parent)
     : QObject(parent),
       core_(std::make_shared<LinkCore>(std::move(factory), static_cast<LinkEvents*>(this))),
-      pauses_(pauses) {
+      pauses_(pauses),
+      silence_(*core_, pauses.silence) {
     ipcLogTimer_.setSingleShot(true);
     ipcLogTimer_.setInterval(kIPCLogPeriod);
     connect(&ipcLogTimer_, &QTimer::timeout, this, &ServiceLink::onIPCLogTimerTimeout);
@@ -62,6 +64,9 @@ ServiceLink::ServiceLink(LinkCore::LinkFactory factory, Pauses pauses, QObject* 
     connect(this, &ServiceLink::IPCError, this, &ServiceLink::onProcessIPCError,
             Qt::QueuedConnection);
     connect(this, &ServiceLink::LinkedUp, this, &ServiceLink::onLinkedUp, Qt::QueuedConnection);
+    connect(this, &ServiceLink::ServiceUse, this, &ServiceLink::onServiceUse, Qt::QueuedConnection);
+    connect(this, &ServiceLink::BytesAwaited, &silence_, &SilenceWatch::End, Qt::QueuedConnection);
+    connect(&silence_, &SilenceWatch::Changed, this, &ServiceLink::SilenceChanged);
 }
 
 ServiceLink::~ServiceLink() {
@@ -70,8 +75,10 @@ ServiceLink::~ServiceLink() {
 
 void ServiceLink::Start() {
     Q_EMIT Loading(0, GetErrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE));
-    connectThread_ = QThread::create(
-        [core = core_, pause = pauses_.first_connect] { firstConnectLoop(core, pause); });
+    connectThread_ =
+        QThread::create([core = core_, attempts = Attempts{true, false, pauses_.first_connect}] {
+            connectLoop(core, attempts);
+        });
     connectThread_->start(QThread::InheritPriority);
 }
 
@@ -97,8 +104,8 @@ void ServiceLink::IPCReconnect() {
         reconnectAgain_ = true;
         return;
     }
-    reconnectThread_ =
-        QThread::create([core = core_, pause = pauses_.reconnect] { reconnectLoop(core, pause); });
+    Attempts const attempts{false, std::exchange(pauseFirst_, false), pauses_.reconnect};
+    reconnectThread_ = QThread::create([core = core_, attempts] { connectLoop(core, attempts); });
     reconnectThread_->start(QThread::InheritPriority);
 }
 
@@ -116,8 +123,9 @@ void ServiceLink::endReconnect() {
 }
 
 bool ServiceLink::SendToService(char const* data, unsigned long len) {
+    bool const sent = core_->Send(data, len);
     drainTextsSoon();
-    return core_->Send(data, len);
+    return sent;
 }
 
 bool ServiceLink::SendToService(QString const& text) {
@@ -127,11 +135,6 @@ bool ServiceLink::SendToService(QString const& text) {
 
 void ServiceLink::LinkUp(bool first) {
     Q_EMIT LinkedUp(first);
-    if (first) {
-        Q_EMIT Loading(1, QString());
-        Q_EMIT CheckUpdate();
-        Q_EMIT SignalAutoLogin();
-    }
 }
 
 void ServiceLink::MessageWaiting() {
@@ -146,13 +149,46 @@ void ServiceLink::LinkError(int code, std::uint64_t generation) {
     Q_EMIT IPCError(code, generation);
 }
 
+void ServiceLink::ServiceInUse(bool in_use) {
+    Q_EMIT ServiceUse(in_use);
+}
+
+void ServiceLink::BytesArrived() {
+    Q_EMIT BytesAwaited();
+}
+
 void ServiceLink::onLinkedUp(bool first) {
     drainTextsSoon();
-    if (core_->Ready()) {
-        setState(LinkState::kLinked);
-    }
     if (!first) {
         endReconnect();
+    }
+    if (core_->Ready()) {
+        setState(LinkState::kLinked);
+        announceLinkUp();
+    }
+}
+
+void ServiceLink::announceLinkUp() {
+    firstUpTold_ = std::exchange(firstUpDue_, false);
+    bool const formShown = std::exchange(inUseShown_, false) || firstUpTold_;
+    if (formShown) {
+        Q_EMIT Loading(1, QString());
+    }
+    if (firstUpTold_) {
+        Q_EMIT CheckUpdate();
+        Q_EMIT SignalAutoLogin();
+    }
+}
+
+void ServiceLink::onServiceUse(bool byAnother) {
+    if (byAnother) {
+        inUseShown_ = true;
+        Q_EMIT Loading(
+            0, QCoreApplication::translate("ui", "Another session is using the backend service"));
+    } else if (std::exchange(inUseShown_, false)) {
+        // What the form said before; at a reconnect there was none.
+        Q_EMIT Loading(firstUpDue_ ? 0 : 1,
+                       firstUpDue_ ? GetErrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE) : QString());
     }
 }
 
@@ -176,8 +212,17 @@ void ServiceLink::onProcessIPCError(int code, quint64 generation) {
 
 void ServiceLink::lose(quint64 generation) {
     core_->DrainLinkTexts();
-    if (core_->Lose(generation)) {
-        IPCReconnect();
+    auto const loss = core_->Lose(generation);
+    if (!loss) {
+        return;
+    }
+    // A service that greets and goes is not to be met hundreds of times a second.
+    pauseFirst_ = loss->young;
+    bool const told = std::exchange(firstUpTold_, false);
+    firstUpDue_ = firstUpDue_ || (loss->at_once && told);
+    silence_.End();
+    IPCReconnect();
+    if (!loss->at_once) {
         Q_EMIT Lost();
     }
 }
@@ -197,7 +242,7 @@ void ServiceLink::onIPCLogTimerTimeout() {
 
 // The link's texts follow its activity, so an idle link needs no timer.
 void ServiceLink::drainTextsSoon() {
-    if (!ipcLogTimer_.isActive()) {
+    if (!ipcLogTimer_.isActive() && core_->HasLinkTexts()) {
         ipcLogTimer_.start();
     }
 }

@@ -13,6 +13,7 @@
 #include <string>
 
 #include "ui/link/link_core.h"
+#include "ui/link/silence_watch.h"
 
 namespace zorvanelink::ui {
 
@@ -29,6 +30,7 @@ class ServiceLink : public QObject, private LinkEvents {
     struct Pauses {
         std::chrono::milliseconds first_connect{200};
         std::chrono::milliseconds reconnect{100};
+        std::chrono::milliseconds silence{5000};  // how long a service may say nothing
     };
     static constexpr int kReconnectLogPeriod = 100;  // failed tries
     static constexpr int kHeartbeatLossLimit = 3;    // time-outs in a row that are only logged
@@ -51,6 +53,14 @@ class ServiceLink : public QObject, private LinkEvents {
     bool IsReady() const { return core_->Ready(); }
     LinkState State() const { return state_; }
 
+    // While it is on, a service that said something all the time and falls silent is told by
+    // SilenceChanged: on while a session stands.
+    void WatchSilence(bool on) { silence_.Watch(on); }
+    // The service's counters have come: it says something all the time. Heartbeats tell that by
+    // themselves.
+    void NotePeriodic() { core_->NotePeriodic(); }
+    std::optional<QDateTime> SilentSince() const { return silence_.Since(); }
+
     // The oldest text from the service; empty when none waits.
     std::string GetServiceData() { return core_->GetServiceData(); }
 
@@ -61,13 +71,21 @@ class ServiceLink : public QObject, private LinkEvents {
     void IPCError(int code, quint64 generation);
     void RecvServiceData(QString wakeUp);
     void LinkedUp(bool first);
-    void Loading(int mode, QString text);  // 0 shows the wait form, 1 hides it
-    void CheckUpdate();
-    void SignalAutoLogin();
+    void ServiceUse(bool by_another);
+    void BytesAwaited();
     // From the GUI thread.
     void StateChanged();
-    void Lost();  // after the reconnect has been started
+    void Loading(int mode, QString text);  // 0 shows the wait form, 1 hides it
+    // Once at the first link, and once more when that link swallowed what they led to: the service
+    // closed it at once.
+    void CheckUpdate();
+    void SignalAutoLogin();
+    // After the reconnect has been started. Not of a link that the service closed at once.
+    void Lost();
     void MessageArrived(std::string const& json);
+    // Since when the service has said nothing; nothing when it speaks again, the link has gone or
+    // nobody watches any more.
+    void SilenceChanged(std::optional<QDateTime> const& since);
 
   private Q_SLOTS:
     void onProcessIPCTimeout(int count, quint64 generation);
@@ -75,6 +93,7 @@ class ServiceLink : public QObject, private LinkEvents {
     void onRecvServiceData(QString const& wakeUp);
     void onIPCLogTimerTimeout();
     void onLinkedUp(bool first);
+    void onServiceUse(bool byAnother);
 
   private:
     // LinkEvents, on the link's threads.
@@ -82,7 +101,10 @@ class ServiceLink : public QObject, private LinkEvents {
     void MessageWaiting() override;
     void HeartbeatTimeout(int count, std::uint64_t generation) override;
     void LinkError(int code, std::uint64_t generation) override;
+    void ServiceInUse(bool in_use) override;
+    void BytesArrived() override;
 
+    void announceLinkUp();
     void setState(LinkState state);
     void lose(quint64 generation);
     void endReconnect();
@@ -95,6 +117,11 @@ class ServiceLink : public QObject, private LinkEvents {
     QThread* reconnectThread_ = nullptr;
     bool reconnectAgain_ = false;
     bool ignoreLoss_ = false;
+    bool pauseFirst_ = false;   // the next reconnect begins with the pause
+    bool firstUpDue_ = true;    // what the first link leads to is still to be told
+    bool firstUpTold_ = false;  // on the current link
+    bool inUseShown_ = false;
+    SilenceWatch silence_;
     QTimer ipcLogTimer_;
 };
 

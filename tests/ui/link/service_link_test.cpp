@@ -5,6 +5,7 @@
 #include <QObject>
 
 #include "tests/support/fake_ipc.h"
+#include "tests/support/log_capture.h"
 #include "tests/support/wait.h"
 
 namespace zorvanelink::ui {
@@ -49,10 +50,16 @@ class ServiceLinkTest : public testing::Test {
     // A link that is up, and the calls it has made on the way.
     void Begin(std::vector<std::shared_ptr<FakeIpc>> list) {
         links = std::make_unique<Links>(std::move(list));
-        link = std::make_unique<ServiceLink>(links->Factory(), kNoPause);
+        link = std::make_unique<ServiceLink>(links->Factory(), pauses);
         // With a receiver, so that what the link's threads report is counted on this one.
         QObject::connect(link.get(), &ServiceLink::Loading, link.get(),
-                         [this](int mode) { loading.push_back(mode); });
+                         [this](int mode, QString const& text) {
+                             loading.push_back(mode);
+                             said.push_back(text.toStdString());
+                         });
+        QObject::connect(link.get(), &ServiceLink::CheckUpdate, link.get(), [this] { ++updates; });
+        QObject::connect(link.get(), &ServiceLink::MessageArrived, link.get(),
+                         [this](std::string const& json) { seen.push_back(json); });
         QObject::connect(link.get(), &ServiceLink::SignalAutoLogin, link.get(),
                          [this] { ++auto_logins; });
         QObject::connect(link.get(), &ServiceLink::Lost, link.get(), [this] { ++losses; });
@@ -60,7 +67,10 @@ class ServiceLinkTest : public testing::Test {
         ASSERT_TRUE(WaitUntil([this] { return linked(*link) && auto_logins == 1; }));
     }
 
+    ServiceLink::Pauses pauses = kNoPause;
     std::vector<int> loading;
+    std::vector<std::string> said, seen;
+    int updates = 0;
     int auto_logins = 0;
     int losses = 0;
     std::unique_ptr<Links> links;
@@ -73,20 +83,62 @@ TEST_F(ServiceLinkTest, KnocksUntilTheServiceAnswers) {
     EXPECT_EQ(loading, (std::vector<int>{0, 1}));
 }
 
-TEST_F(ServiceLinkTest, ALinkThatEndsWithoutAByteIsAFailedTry) {
-    // The service has another client: it accepts and closes at once.
-    class ClosedAtOnce : public FakeIpc {
-      public:
-        ClosedAtOnce() : FakeIpc(true, false) {}
-        bool Run() override {
-            FailRead(2);
-            return true;
-        }
-    };
+// The service has another client: it accepts and closes at once.
+class ClosedAtOnce : public FakeIpc {
+  public:
+    ClosedAtOnce() : FakeIpc(true, false) {}
+    bool Run() override {
+        FailRead(2);
+        return true;
+    }
+};
+
+TEST_F(ServiceLinkTest, ALinkThatIsClosedAtOnceIsAFailedTry) {
+    test::LogCapture const log;
     auto const closed = std::make_shared<ClosedAtOnce>();
     Begin({closed, good()});
     EXPECT_TRUE(closed->stopped);
     EXPECT_EQ(losses, 0);
+    EXPECT_EQ(log.Count("Failed to connect to service: the connection was closed at once"), 1);
+}
+
+// Up after a moment, and closed without a word: what that link led to is done again.
+TEST_F(ServiceLinkTest, WhatASilentFirstLinkSwallowedIsMadeUpForOnce) {
+    auto const silent = std::make_shared<FakeIpc>(true, false);
+    auto const second = good();
+    Begin({silent, second, good()});
+    silent->FailRead(2);
+    ASSERT_TRUE(WaitUntil([this] { return auto_logins == 2; }));
+    EXPECT_TRUE(linked(*link));
+    EXPECT_EQ(loading, (std::vector<int>{0, 1, 1}));
+    EXPECT_EQ(updates, 2);
+    EXPECT_EQ(losses, 0);
+    second->FailRead(2);
+    ASSERT_TRUE(WaitUntil([this] { return losses == 1 && linked(*link); }));
+    EXPECT_EQ(auto_logins, 2);
+}
+
+TEST_F(ServiceLinkTest, AServiceThatClosesTenTimesRunningIsInUse) {
+    auto const closed = [] { return std::make_shared<ClosedAtOnce>(); };
+    std::vector<std::shared_ptr<FakeIpc>> list;
+    std::generate_n(std::back_inserter(list), 9, closed);
+    list.push_back(bad());  // ends the run
+    std::generate_n(std::back_inserter(list), 10, closed);
+    list.push_back(good());
+    Begin(list);
+    EXPECT_EQ(loading, (std::vector<int>{0, 0, 0, 1}));
+    EXPECT_EQ(said[1], "Another session is using the backend service");
+    EXPECT_EQ(said[2], said[0]);
+}
+
+// A service that greets and goes is not met without end.
+TEST_F(ServiceLinkTest, AfterAShortLinkTheReconnectBeginsWithThePause) {
+    auto const first = good();
+    pauses.reconnect = std::chrono::hours(1);
+    Begin({first, good()});
+    first->FailRead(2);
+    ASSERT_TRUE(WaitUntil([this] { return losses == 1; }));
+    EXPECT_FALSE(WaitUntil([this] { return links->made > 1; }, 20));
 }
 
 TEST_F(ServiceLinkTest, ALossReconnectsOnceAndTellsTheSession) {
@@ -119,9 +171,6 @@ TEST_F(ServiceLinkTest, TheFourthTimeOutInARowEndsTheLink) {
 TEST_F(ServiceLinkTest, AFloodDropsTheOldestAndKeepsTheOrder) {
     auto const service = good();
     Begin({service});
-    std::vector<std::string> seen;
-    QObject::connect(link.get(), &ServiceLink::MessageArrived,
-                     [&](std::string const& json) { seen.push_back(json); });
     for (int i = 0; i < 10000; ++i) {
         service->Deliver(std::to_string(i));
     }
@@ -136,9 +185,7 @@ TEST_F(ServiceLinkTest, AFloodDropsTheOldestAndKeepsTheOrder) {
 TEST_F(ServiceLinkTest, ABoxOpenedByATextHoldsUpNoOther) {
     auto const service = good();
     Begin({service});
-    std::vector<std::string> seen;
     QObject::connect(link.get(), &ServiceLink::MessageArrived, [&](std::string const& json) {
-        seen.push_back(json);
         if (json == "box") {
             EXPECT_TRUE(WaitUntil([&] { return seen.back() == "later"; }));
         } else if (json == "second") {
@@ -162,17 +209,56 @@ TEST_F(ServiceLinkTest, WhatALostLinkSaysBehindItsEndIsDropped) {
     };
     auto const late = std::make_shared<LateSpeaker>();
     Begin({late, good()});
-    int texts = 0;
-    QObject::connect(link.get(), &ServiceLink::MessageArrived,
-                     [&](std::string const&) { ++texts; });
     late->FailRead(2);
     late->Deliver("waits when the loss is seen");
     ASSERT_TRUE(WaitUntil([this] { return losses == 1 && linked(*link); }));
     EXPECT_TRUE(late->stopped);
     late->Stop();
     QCoreApplication::processEvents();
-    EXPECT_EQ(texts, 0);
+    EXPECT_TRUE(seen.empty());
     EXPECT_TRUE(link->IsReady());
+}
+
+TEST_F(ServiceLinkTest, TheFirstBytesOfALinkMayBeAMessage) {
+    class Speaker : public FakeIpc {
+      public:
+        bool Run() override {
+            Deliver("first");
+            return true;
+        }
+    };
+    Begin({std::make_shared<Speaker>()});
+    EXPECT_EQ(seen, std::vector<std::string>{"first"});
+}
+
+TEST_F(ServiceLinkTest, ReadingRestsWhileTheQueueIsTooLong) {
+    auto const service = good();
+    Begin({service});
+    std::string const big((LinkCore::kServiceDataBytes / 2) + 1, 'x');
+    service->Deliver(big);
+    EXPECT_FALSE(service->held);
+    service->Deliver(big);
+    EXPECT_TRUE(service->held);
+    EXPECT_TRUE(WaitUntil([&] { return seen.size() == 2; }));
+    EXPECT_FALSE(service->held);
+}
+
+TEST_F(ServiceLinkTest, ASilentServiceIsToldUntilTheNextByte) {
+    auto const service = good();
+    pauses.silence = std::chrono::milliseconds(1);
+    Begin({service, good()});
+    std::vector<bool> silent;
+    QObject::connect(
+        link.get(), &ServiceLink::SilenceChanged,
+        [&](std::optional<QDateTime> const& since) { silent.push_back(since.has_value()); });
+    link->WatchSilence(true);
+    ASSERT_TRUE(WaitUntil([&] { return silent.size() == 1; }));
+    EXPECT_LE(*link->SilentSince(), QDateTime::currentDateTime());
+    service->Deliver("again");
+    ASSERT_TRUE(WaitUntil([&] { return silent.size() >= 3; }));
+    EXPECT_EQ(silent, (std::vector<bool>{true, false, true}));
+    link->WatchSilence(false);
+    EXPECT_FALSE(silent.back());
 }
 
 TEST_F(ServiceLinkTest, SendsOnlyWhileReady) {
