@@ -1,5 +1,6 @@
 #include "app/environment/app_ctrl.h"
 
+#include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QLocale>
@@ -15,6 +16,20 @@ using components::logger::Log;
 QString const kLanguageKey = QStringLiteral("LANGUAGE");
 QString const kOverseaWord = QStringLiteral("oversea");
 QString const kRequireAdminWord = QStringLiteral("require_admin");
+
+bool isNumber(QVariant const& value) {
+    return value.type() == QVariant::Int || value.type() == QVariant::LongLong ||
+           value.type() == QVariant::Double;
+}
+
+// From anywhere else a relative path would lie elsewhere.
+QString absoluteOrNone(QString const& path) {
+    if (path.isEmpty() || QDir::isAbsolutePath(path)) {
+        return path;
+    }
+    Log().warning("DATA_PATH [{}] is not absolute", path.toStdString());
+    return {};
+}
 
 }  // namespace
 
@@ -59,32 +74,39 @@ bool AppCtrl::Init(QString const& file_path) {
     msiVersion = flag("MSI_VERSION");
     disableTray = flag("DISABLE_TRAY");
     logLevel = ParseValue(map, QStringLiteral("LOG_LEVEL"), QStringLiteral("info")).toString();
-    dataPath = ParseValue(map, QStringLiteral("DATA_PATH"), QString()).toString();
+    dataPath = absoluteOrNone(ParseValue(map, QStringLiteral("DATA_PATH"), QString()).toString());
+    Log().info(
+        "App control config [{}]: language {}, require admin {}, oversea {}, msi {}, no tray {}, "
+        "log level [{}], data path [{}]",
+        path.toStdString(), static_cast<int>(language), requireAdmin, overseaVersion, msiVersion,
+        disableTray, logLevel.toStdString(), dataPath.toStdString());
     return true;
 }
 
 QVariant AppCtrl::ParseValue(QVariantMap const& map, QString const& key, QVariant const& fallback) {
     auto const value = map.find(key);
-    if (value != map.end()) {
-        return *value;
+    if (value == map.end()) {
+        Log().warning("Can not get [{}] from AppCtrl", key.toStdString());
+        return fallback;
     }
-    Log().warning("Can not get [{}] from AppCtrl", key.toStdString());
-    return fallback;
+    // A whole number comes in another type than one with a fraction.
+    bool const are_numbers = isNumber(*value) && isNumber(fallback);
+    if (value->type() != fallback.type() && !are_numbers) {
+        Log().warning("[{}] of AppCtrl is no {}", key.toStdString(), fallback.typeName());
+        return fallback;
+    }
+    return *value;
 }
 
 SysLang AppCtrl::ParseSysLang(QVariantMap const& map) {
-    switch (ParseValue(map, kLanguageKey, 0).toInt()) {
-        case 1:
-            return SysLang::kSimplifiedChinese;
-        case 2:
-            return SysLang::kEnglish;
-        default:
-            return SysLang::kSystem;
-    }
+    double const number = ParseValue(map, kLanguageKey, 0).toDouble();
+    return number == 1   ? SysLang::kSimplifiedChinese
+           : number == 2 ? SysLang::kEnglish
+                         : SysLang::kSystem;
 }
 
 std::int32_t AppCtrl::ParseAppMode(QVariantMap const& map) {
-    return ParseValue(map, kLanguageKey, 0).toInt() == 1 ? 1 : 0;
+    return ParseSysLang(map) == SysLang::kSimplifiedChinese ? 1 : 0;
 }
 
 bool IsChineseDisplayLangguage() {

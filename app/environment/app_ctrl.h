@@ -27,10 +27,11 @@ class AppCtrl {
     bool msiVersion = false;
     bool disableTray = false;
     QString logLevel = QStringLiteral("info");
-    QString dataPath;
+    QString dataPath;  // absolute or empty
     QJsonObject document;
 
-    // The map's value of the key, or the fallback with a warning in the log.
+    // The map's value of the key; for one that is missing or of another type than the fallback, the
+    // fallback, with a warning in the log.
     static QVariant ParseValue(QVariantMap const& map, QString const& key,
                                QVariant const& fallback);
     static SysLang ParseSysLang(QVariantMap const& map);

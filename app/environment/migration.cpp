@@ -3,11 +3,13 @@
 #include <dirent.h>
 #include <sys/stat.h>
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QSettings>
+#include <algorithm>
 #include <filesystem>
 #include <set>
 #include <utility>
@@ -24,6 +26,7 @@ namespace fs = std::filesystem;
 
 constexpr QDir::Filters kEverything =
     QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+constexpr qint64 kPiece = 64 * 1024;  // bytes at once
 constexpr QFileDevice::Permissions kOwnerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 fs::path pathOf(QString const& path) {
@@ -61,14 +64,66 @@ std::set<std::pair<dev_t, ino_t>> openFiles() {
     return files;
 }
 
-enum class Keep { kMode, kOwnerOnly };
+bool sameBytes(QString const& one, QString const& other) {
+    QFile a(one);
+    QFile b(other);
+    if (a.size() != b.size() || !a.open(QIODevice::ReadOnly) || !b.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    while (!a.atEnd()) {
+        QByteArray const piece = a.read(kPiece);
+        if (piece.isEmpty() || piece != b.read(kPiece)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// Links by what they say, files by what they hold.
+bool isSame(QFileInfo const& one, QFileInfo const& other) {
+    if (one.isSymLink() || other.isSymLink()) {
+        std::error_code error;
+        return one.isSymLink() && other.isSymLink() &&
+               fs::read_symlink(pathOf(one.filePath()), error) ==
+                   fs::read_symlink(pathOf(other.filePath()), error);
+    }
+    return other.isFile() && sameBytes(one.filePath(), other.filePath());
+}
+
+bool isTaken(QFileInfo const& path) {
+    return path.exists() || path.isSymLink();
+}
+
+// With ".old" before its suffix, until nothing else has the name.
+QFileInfo movedAside(QFileInfo const& source, QFileInfo target) {
+    while (isTaken(target) && !isSame(source, target)) {
+        QString const suffix = target.suffix();
+        target.setFile(target.dir(), target.completeBaseName() + QStringLiteral(".old") +
+                                         (suffix.isEmpty() ? suffix : QLatin1Char('.') + suffix));
+    }
+    return target;
+}
+
+// What becomes of a name that is taken. Moving aside is what a move of the user's files does, which
+// also makes them private, and leaves open ones, its log above all, where they are.
+enum class Taken { kStays, kIsReplaced, kMovesAside };
+
+using Wanted = bool (*)(QFileInfo const& entry);
+bool isAnything(QFileInfo const& /*entry*/) {
+    return true;
+}
 
 // One copy of a tree. A move remembers what was copied, so that nothing else is removed.
 class TreeCopy {
   public:
-    TreeCopy(bool overwrite, Keep keep) : overwrite_(overwrite), keep_(keep) {}
+    explicit TreeCopy(Taken taken) : taken_(taken) {
+        if (taken == Taken::kMovesAside) {
+            open_ = openFiles();
+        }
+    }
 
-    bool Run(QString const& src, QString const& dst) {
+    // Of the top level only what is wanted.
+    bool Run(QString const& src, QString const& dst, Wanted wanted) {
         Log().info("Copy from {} to {}", src.toStdString(), dst.toStdString());
         if (!QDir().mkpath(dst)) {
             Log().debug("Failed to create dir: {}", dst.toStdString());
@@ -76,18 +131,18 @@ class TreeCopy {
             return false;
         }
         for (QFileInfo const& entry : QDir(src).entryInfoList(kEverything)) {
-            if (isFolder(entry)) {
+            if (isFolder(entry) || !wanted(entry)) {
                 continue;
             }
-            if (!copyFile(entry, dst + QLatin1Char('/') + entry.fileName())) {
+            if (!copyFile(entry, QFileInfo(QDir(dst), entry.fileName()))) {
                 Log().debug("Failed to copy file: {}", entry.filePath().toStdString());
                 Log().error("Failed to copy file [{}]", entry.filePath().toStdString());
                 return false;
             }
         }
         for (QFileInfo const& entry : QDir(src).entryInfoList(kEverything)) {
-            if (isFolder(entry) &&
-                !Run(entry.filePath(), dst + QLatin1Char('/') + entry.fileName())) {
+            if (isFolder(entry) && wanted(entry) &&
+                !Run(entry.filePath(), dst + QLatin1Char('/') + entry.fileName(), &isAnything)) {
                 Log().debug("Failed to copy dir: {}", entry.filePath().toStdString());
                 Log().error("Failed to copy dir [{}]", entry.filePath().toStdString());
                 return false;
@@ -97,14 +152,15 @@ class TreeCopy {
         return true;
     }
 
-    // Files first, then the folders from the innermost outwards; false when one has to stay.
+    // Files first, then the folders from the innermost outwards, as far as they are empty. False
+    // when a file has to stay.
     bool RemoveSources() const {
         bool removed = true;
         for (QString const& file : files_) {
             removed = QFile::remove(file) && removed;
         }
         for (QString const& folder : folders_) {
-            removed = QDir().rmdir(folder) && removed;
+            QDir().rmdir(folder);
         }
         return removed;
     }
@@ -113,23 +169,23 @@ class TreeCopy {
     // A link to a folder is a link: following it could lead back here.
     static bool isFolder(QFileInfo const& entry) { return entry.isDir() && !entry.isSymLink(); }
 
-    bool copyFile(QFileInfo const& entry, QString const& target) {
-        QString const source = entry.filePath();
-        bool const isLink = entry.isSymLink();
-        if (!overwrite_ && (QFileInfo::exists(target) || QFileInfo(target).isSymLink())) {
-            return true;
-        }
-        if (!isLink && !entry.isFile()) {
+    bool copyFile(QFileInfo const& entry, QFileInfo target) {
+        bool const is_link = entry.isSymLink();
+        if (!is_link && !entry.isFile()) {
             return true;  // sockets and pipes are nothing to copy
         }
-        if (open_.count(identityOf(QFile::encodeName(source).constData())) != 0 ||
-            (QFileInfo::exists(target) &&
-             open_.count(identityOf(QFile::encodeName(target).constData())) != 0)) {
+        if (open_.count(identityOf(QFile::encodeName(entry.filePath()).constData())) != 0 ||
+            (taken_ == Taken::kStays && isTaken(target))) {
             return true;
         }
-        bool const copied = isLink ? copyLink(source, target) : copyContent(entry, target);
+        if (taken_ == Taken::kMovesAside) {
+            target = movedAside(entry, target);
+        }
+        QString const path = target.filePath();
+        bool const copied = isSame(entry, target) ||
+                            (is_link ? copyLink(entry.filePath(), path) : copyContent(entry, path));
         if (copied) {
-            files_.push_back(source);
+            files_.push_back(entry.filePath());
         }
         return copied;
     }
@@ -153,9 +209,8 @@ class TreeCopy {
         if (!source.open(QIODevice::ReadOnly) || !copy.open(QIODevice::WriteOnly)) {
             return false;
         }
-        copy.setPermissions(keep_ == Keep::kOwnerOnly ? kOwnerOnly
-                                                      : entry.permissions() | kOwnerOnly);
-        constexpr qint64 kPiece = 64 * 1024;
+        copy.setPermissions(taken_ == Taken::kMovesAside ? kOwnerOnly
+                                                         : entry.permissions() | kOwnerOnly);
         while (!source.atEnd()) {
             QByteArray const piece = source.read(kPiece);
             if (piece.isEmpty() || copy.write(piece) != piece.size()) {
@@ -166,25 +221,35 @@ class TreeCopy {
         return source.error() == QFileDevice::NoError && copy.flush() && copy.commit();
     }
 
-    bool overwrite_;
-    Keep keep_;
-    std::set<std::pair<dev_t, ino_t>> open_ = openFiles();
+    Taken taken_;
+    std::set<std::pair<dev_t, ino_t>> open_;
     QStringList files_;
     QStringList folders_;  // innermost first
 };
 
-void migrateFolder(QString const& from, QString const& to) {
+// The folder lies among the user's own documents: what else is in it is none of ours.
+bool isOldClients(QFileInfo const& entry) {
+    static QStringList const folders{QStringLiteral("log"), QStringLiteral("resourceList"),
+                                     QStringLiteral("portal"), QStringLiteral("oauth"),
+                                     QStringLiteral("script")};
+    return entry.isDir() && !entry.isSymLink() ? folders.contains(entry.fileName())
+                                               : entry.suffix() == QLatin1String("log");
+}
+
+void migrateFolder(QString const& from, QString const& to, Wanted wanted) {
     std::string const old_path = from.toStdString();
     std::string const new_path = to.toStdString();
     fs::path const source = canonical(from);
     fs::path const target = canonical(to);
-    if (QDir(from).entryList().isEmpty() || contains(source, target) || contains(target, source)) {
+    QFileInfoList const entries = QDir(from).entryInfoList(kEverything);
+    if (std::none_of(entries.begin(), entries.end(), wanted) || contains(source, target) ||
+        contains(target, source)) {
         Log().info("No need to migrate old data [{}]", old_path);
         return;
     }
     Log().info("Will migrate old data [{}] -> [{}]", old_path, new_path);
-    TreeCopy copy(true, Keep::kOwnerOnly);
-    if (!MakePrivateDir(to) || !copy.Run(from, to)) {
+    TreeCopy copy(Taken::kMovesAside);
+    if (!MakePrivateDir(to) || !copy.Run(from, to, wanted)) {
         Log().error("Unable migrate old data [{}] -> [{}]", old_path, new_path);
         return;
     }
@@ -192,6 +257,30 @@ void migrateFolder(QString const& from, QString const& to) {
         Log().error("Unable remove old data [{}]", old_path);
     }
     Log().info("Migrate old data [{}] -> [{}]", old_path, new_path);
+}
+
+// What a copied settings file held: one that cannot be cleared is copied once, one that an older
+// client has written since is copied again.
+QString markOf(QString const& path) {
+    QFile file(path);
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    return file.open(QIODevice::ReadOnly) && hash.addData(&file)
+               ? QString::fromLatin1(hash.result().toHex())
+               : QString();
+}
+
+// Takes over every value; false, with nothing written, where one of the files cannot be trusted.
+bool copySettings(QSettings const& from, QString const& to) {
+    return RewriteSettings(to, [&from](QSettings& settings) {
+        static_cast<void>(settings.allKeys());  // parsed only now
+        if (settings.status() != QSettings::NoError) {
+            return false;
+        }
+        for (QString const& key : from.allKeys()) {
+            settings.setValue(key, from.value(key));
+        }
+        return true;
+    });
 }
 
 }  // namespace
@@ -207,7 +296,7 @@ bool CopyDir(QString const& src, QString const& dst, bool overwrite) {
                     dst.toStdString());
         return false;
     }
-    return TreeCopy(overwrite, Keep::kMode).Run(src, dst);
+    return TreeCopy(overwrite ? Taken::kIsReplaced : Taken::kStays).Run(src, dst, &isAnything);
 }
 
 bool CopyDir(QString const& srcRoot, QString const& dstRoot, QString const& sub, bool overwrite) {
@@ -223,45 +312,48 @@ bool RemoveDir(QString const& path) {
 }
 
 void MigrateOldAppResource() {
-    migrateFolder(GetOldAppDataDirPath(), GetAppLogDirPath());
+    migrateFolder(GetOldAppDataDirPath(), GetAppLogDirPath(), &isOldClients);
 }
 
 void MigrateOldServerCert() {
-    migrateFolder(GetAppDataDirPath() + QStringLiteral("/serverCert"), GetConfigServerCertPath());
+    migrateFolder(GetAppDataDirPath() + QStringLiteral("/serverCert"), GetConfigServerCertPath(),
+                  &isAnything);
 }
 
 void MigrateOldClientCert() {
-    migrateFolder(GetAppDataDirPath() + QStringLiteral("/clientCert"), GetConfigClientCertPath());
+    migrateFolder(GetAppDataDirPath() + QStringLiteral("/clientCert"), GetConfigClientCertPath(),
+                  &isAnything);
 }
 
 void MigrateOldAppConfigFile() {
     QString const old_path = GetOldAppConfigFilePath();
+    QString const new_path = GetAppConfigFilePath();
     if (old_path.isEmpty()) {
         return;
     }
     QSettings old_settings(old_path, QSettings::NativeFormat);
     old_settings.setIniCodec("UTF-8");
     // Sections are parsed when they are first asked for; only then does the status count.
-    QStringList const keys = old_settings.allKeys();
-    if (old_settings.status() != QSettings::NoError || keys.isEmpty()) {
+    bool const empty = old_settings.allKeys().isEmpty();
+    QString const mark = markOf(old_path);
+    if (old_settings.status() != QSettings::NoError || empty ||
+        QSettings(new_path, QSettings::IniFormat).value(kCopiedSettingsKey) == mark) {
         return;
     }
     MakePrivateDir(GetAppConfigDirPath());
-    bool const written = RewriteSettings(GetAppConfigFilePath(), [&](QSettings& new_settings) {
-        static_cast<void>(new_settings.allKeys());
-        if (new_settings.status() != QSettings::NoError) {
-            return false;
-        }
-        for (QString const& key : keys) {
-            new_settings.setValue(key, old_settings.value(key));
-        }
-        return true;
-    });
-    if (!written) {
+    if (!copySettings(old_settings, new_path)) {
         Log().error("Unable migrate old config [{}]", old_path.toStdString());
         return;
     }
     old_settings.clear();
+    old_settings.sync();
+    if (markOf(old_path) == mark) {  // QSettings itself would say that it is empty
+        Log().warning("Unable clear old config [{}]", old_path.toStdString());
+        RewriteSettings(new_path, [&mark](QSettings& settings) {
+            settings.setValue(kCopiedSettingsKey, mark);
+            return true;
+        });
+    }
     Log().info("Migrate old config done");
 }
 

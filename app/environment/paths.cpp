@@ -1,8 +1,11 @@
 #include "app/environment/paths.h"
 
+#include <unistd.h>
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include "app/environment/app_ctrl.h"
@@ -80,6 +83,14 @@ QString GetConfigClientCertPath() {
 }
 QString GetAppLogDirPath() {
     return join(inLocation(QStandardPaths::GenericDataLocation, kProductFolder), "log");
+}
+
+QString GetRuntimeDirPath() {
+    // A program that changes the user may leave us the folder of another one.
+    QFileInfo const folder(qEnvironmentVariable("XDG_RUNTIME_DIR"));
+    return folder.isAbsolute() && folder.isDir() && folder.ownerId() == geteuid()
+               ? folder.filePath()
+               : GetAppConfigDirPath();
 }
 
 QString GetOldAppDataDirPath() {

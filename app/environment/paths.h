@@ -30,6 +30,9 @@ QString GetConfigClientCertPath();
 // Fixed before the control file is read: always below the user's data location.
 QString GetAppLogDirPath();
 
+// The user's runtime folder, when there is one of this user's; else the config folder.
+QString GetRuntimeDirPath();
+
 QString GetOldAppDataDirPath();
 QString GetOldAppConfigFilePath();
 

@@ -1,15 +1,22 @@
 #include "app/startup/logic_main.h"
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <QApplication>
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QIcon>
 #include <QTranslator>
+#include <csignal>
 
 #include "app/environment/app_ctrl.h"
 #include "app/environment/globals.h"
 #include "app/environment/migration.h"
 #include "app/environment/paths.h"
+#include "app/startup/activation.h"
+#include "app/startup/end_signals.h"
+#include "app/startup/single_instance.h"
 #include "components/logger/logger.h"
 #include "components/utils/process_check.h"
 #include "ui/config/config.h"
@@ -26,6 +33,41 @@ using common::MsgCode;
 using components::logger::Log;
 using components::logger::Logger;
 namespace utils = components::utils;
+
+constexpr std::chrono::seconds kHandOverTime{3};
+
+void guardProcess() {
+    std::signal(SIGPIPE, SIG_IGN);  // standard error that nobody reads is no reason to end
+    rlimit const no_core{0, 0};     // it would hold what the user types
+    setrlimit(RLIMIT_CORE, &no_core);
+    Logger::enable_console_log_ = isatty(STDERR_FILENO) != 0;
+}
+
+enum class Entry { kAlone, kHandedOver, kRefused };
+
+// Nothing is logged, moved or copied before this is known.
+Entry enter(SingleInstance& instance, std::string const& path) {
+    switch (instance.Enter(ShowRequest(), kHandOverTime)) {
+        case SingleInstance::Place::kFirst:
+            return Entry::kAlone;
+        case SingleInstance::Place::kAnswered:
+            return Entry::kHandedOver;
+        case SingleInstance::Place::kSilent:
+            return Entry::kRefused;
+        case SingleInstance::Place::kNoLock:
+            break;
+    }
+    return utils::CheckRunningUIProcessByName(utils::GetFileName(path), true) ? Entry::kRefused
+                                                                              : Entry::kAlone;
+}
+
+std::string instanceFolder() {
+    QString const folder = GetRuntimeDirPath();
+    if (folder == GetAppConfigDirPath()) {
+        MakePrivateDir(folder);
+    }
+    return folder.toStdString();
+}
 
 // Before anything logs: the folder and the name that tell these files from the service's.
 void initLogger() {
@@ -73,12 +115,6 @@ void installTranslators() {
     }
 }
 
-bool anotherClientRuns(std::string const& path) {
-    std::string const name = utils::GetFileName(path);
-    Log().info("full path is {}, name is {}", path, name);
-    return utils::CheckRunningUIProcessByName(name, true);
-}
-
 int refuseSecondClient(Prompts& prompts) {
     prompts.Information(nullptr, GetErrMsg(MsgCode::UI_INFO),
                         GetErrMsg(MsgCode::UI_TR_PROGRAM_IS_RUNNING),
@@ -86,7 +122,7 @@ int refuseSecondClient(Prompts& prompts) {
     return 0;
 }
 
-int runMainWindow(Prompts& prompts) {
+int runMainWindow(Prompts& prompts, SingleInstance const& instance) {
     common::ShowCriticalMsgBox = ZVShowCriticalMsgBox;
     common::ShowErrorMsgBox = ZVShowErrorMsgBox;
     QGuiApplication::setQuitOnLastWindowClosed(false);
@@ -94,6 +130,10 @@ int runMainWindow(Prompts& prompts) {
     QGuiApplication::setFallbackSessionManagementEnabled(false);
     MainWindow window({Config::Instance(), prompts, nullptr});
     g_mainwindow = &window;
+    LeaveOnSignals(window, [&window] { window.close(); });
+    instance.Serve(window, [&window](std::string const& request) {
+        return AnswerShow(request, window, [&window] { window.BringUp(); });
+    });
     window.show();
     window.activateWindow();
     window.raise();
@@ -105,28 +145,40 @@ int runMainWindow(Prompts& prompts) {
 }  // namespace
 
 int LogicMain(int argc, char** argv, std::vector<std::string> args) {
+    // One client a user.
+    guardProcess();
+    std::string const path = args.empty() ? std::string() : args.front();
+    SingleInstance instance(instanceFolder());
+    Entry const entry = enter(instance, path);
+    if (entry == Entry::kHandedOver) {
+        return 0;
+    }
+    bool const alone = entry == Entry::kAlone;
+
     // What must stand before the application object.
-    initLogger();
+    if (alone) {
+        initLogger();
+        Log().info("full path is {}, name is {}", path, utils::GetFileName(path));
+    }
     SetHighDpiSupport();
     avoidOpenGl();
     QApplication const application(argc, argv);
 
     // What the user's machine and the packager say.
     AppCtrl::Instance().Init();
-    makeDataFolder();
     InitDefaultFont();
-    MigrateOldAppResource();
-    copyResources();
+    if (alone) {
+        makeDataFolder();
+        MigrateOldAppResource();
+        copyResources();
+    }
     installTranslators();
     // For desktops that do not find the program's menu entry by its windows.
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/assets/images/app.png")));
     InitPlatformSetting();
 
-    // One client a user, and then the window.
     DialogPrompts prompts;
-    int const exit_code = anotherClientRuns(args.empty() ? std::string() : args.front())
-                              ? refuseSecondClient(prompts)
-                              : runMainWindow(prompts);
+    int const exit_code = alone ? runMainWindow(prompts, instance) : refuseSecondClient(prompts);
     Logger::ShutDown();
     return exit_code;
 }

@@ -1,13 +1,18 @@
 #include "components/logger/logger.h"
 
+#include <fcntl.h>
 #include <spdlog/fmt/bin_to_hex.h>
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/sinks/stdout_color_sinks.h>
 #include <spdlog/spdlog.h>
 
 #include <array>
+#include <condition_variable>
+#include <cstdio>
 #include <map>
 #include <mutex>
+#include <system_error>
+#include <thread>
 
 namespace zorvanelink::components::logger {
 namespace {
@@ -16,7 +21,7 @@ constexpr char kFilePattern[] = "%Y/%m/%d %H:%M:%S.%e %5l@%n[%5P:%5t] %v";
 constexpr char kConsolePattern[] = "%Y/%m/%d %H:%M:%S.%e %^%5l%$@%n[%5P:%5t] %v";
 constexpr unsigned kBacktraceLines = 30;
 constexpr unsigned kHexBytesPerLine = 32;
-constexpr auto kFlushPeriod = std::chrono::seconds(3);
+constexpr auto kFlushDelay = std::chrono::seconds(1);  // of what was written
 
 struct LevelRow {
     char const* name;
@@ -45,6 +50,82 @@ std::string defaultPath() {
     return g_default_log_path;
 }
 
+// A program that we start must not hold the log open, nor write to it.
+void closeOnExec(spdlog::filename_t const& /*file*/, std::FILE* stream) {
+    fcntl(fileno(stream), F_SETFD, FD_CLOEXEC);
+}
+
+// Flushes the logs a moment after a line, and sleeps as long as nobody writes. Once stopped it
+// stays so.
+class Flusher {
+  public:
+    void Wrote() try {
+        if (!dirty_.exchange(true)) {
+            std::lock_guard lock(mutex_);
+            if (!stopped_ && !thread_.joinable()) {
+                thread_ = std::thread([this] { run(); });
+            }
+            changed_.notify_one();
+        }
+    } catch (std::system_error const&) {  // no thread to be had: ShutDown flushes
+    }
+    void Stop() {
+        {
+            std::lock_guard lock(mutex_);
+            stopped_ = true;
+        }
+        changed_.notify_one();
+        if (thread_.joinable()) {
+            thread_.join();
+        }
+    }
+    static void Flush() {
+        spdlog::apply_all([](std::shared_ptr<spdlog::logger> const& logger) { logger->flush(); });
+    }
+
+  private:
+    void run() {
+        std::unique_lock lock(mutex_);
+        while (!stopped_) {
+            changed_.wait(lock, [this] { return stopped_ || dirty_; });
+            changed_.wait_for(lock, kFlushDelay, [this] { return stopped_; });
+            dirty_ = false;  // a line that comes during the flush asks for the next one
+            lock.unlock();
+            Flush();
+            lock.lock();
+        }
+    }
+
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::atomic<bool> dirty_{false};
+    bool stopped_ = false;
+    std::thread thread_;
+};
+// Never destroyed, like the map.
+Flusher& g_flusher = *new Flusher;
+
+// What a peer sends may hold line ends, which would make a line of ours out of it, and the control
+// sequences of a terminal, in the one byte or (C1, in UTF-8) the two.
+void appendEscaped(fmt::memory_buffer const& text, fmt::format_context& context) {
+    auto out = context.out();
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        auto const byte = static_cast<unsigned char>(text[i]);
+        auto const next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+        if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {
+            out = fmt::format_to(out, "\\x{:02x}", next);
+            ++i;
+        } else if (byte == '\n') {
+            out = fmt::format_to(out, "\\n");
+        } else if (byte < 0x20 || byte == 0x7F) {
+            out = fmt::format_to(out, "\\x{:02x}", byte);
+        } else {
+            *out++ = text[i];
+        }
+    }
+    context.advance_to(out);
+}
+
 // A line that is formatted inside spdlog's call, where a failure goes to spdlog's error handler
 // and not to the caller.
 struct DeferredText {
@@ -60,7 +141,10 @@ struct fmt::formatter<zorvanelink::components::logger::DeferredText> {
     constexpr auto parse(fmt::format_parse_context& context) { return context.begin(); }
     auto format(zorvanelink::components::logger::DeferredText const& text,
                 fmt::format_context& context) const {
-        return fmt::vformat_to(context.out(), text.format, text.args);
+        fmt::memory_buffer line;
+        fmt::vformat_to(fmt::appender(line), text.format, text.args);
+        zorvanelink::components::logger::appendEscaped(line, context);
+        return context.out();
     }
 };
 
@@ -96,7 +180,8 @@ std::shared_ptr<Logger> Logger::Instance(std::string const& name, std::string co
 
 void Logger::ShutDown() {
     try {
-        spdlog::apply_all([](std::shared_ptr<spdlog::logger> const& logger) { logger->flush(); });
+        g_flusher.Stop();
+        Flusher::Flush();
         spdlog::shutdown();
     } catch (...) {  // nothing is left to report to
     }
@@ -112,7 +197,6 @@ Logger::Logger(std::string const& name, std::string const& path, unsigned max_si
     if (enable_console_log_ && !name.empty()) {
         initConsoleLogger(name);
     }
-    spdlog::flush_every(kFlushPeriod);
     if (!failure.empty()) {  // only now is there a console to say it on
         error("Log goes to the console alone: {}", failure);
     }
@@ -122,7 +206,9 @@ std::string Logger::initFileLogger(std::string const& name, std::string const& p
                                    unsigned max_size, unsigned max_files) {
     std::string const file = path.ends_with(".log") ? path : path + "/" + name + ".log";
     try {
-        file_ = spdlog::rotating_logger_mt("file" + name, file, max_size, max_files);
+        spdlog::file_event_handlers events;
+        events.after_open = &closeOnExec;
+        file_ = spdlog::rotating_logger_mt("file" + name, file, max_size, max_files, false, events);
     } catch (spdlog::spdlog_ex const& error) {  // the console alone has to do
         return error.what();
     }
@@ -147,6 +233,7 @@ void Logger::vwrite(LOG_LEVEL level, fmt::string_view format, fmt::format_args a
     DeferredText const text{format, args};
     if (enable_file_log_ && file_) {
         file_->log(spdlog_level, "{}", text);
+        g_flusher.Wrote();
     }
     if (enable_console_log_ && console_) {
         console_->log(spdlog_level, "{}", text);
@@ -156,7 +243,7 @@ void Logger::vwrite(LOG_LEVEL level, fmt::string_view format, fmt::format_args a
     }
     auto const global = spdlog::default_logger();  // none after ShutDown
     if (global && global->should_log(spdlog_level)) {
-        sdk_callback_(static_cast<int>(level), fmt::vformat(format, args));
+        sdk_callback_(static_cast<int>(level), fmt::format("{}", text));
     }
 }
 
@@ -167,6 +254,7 @@ void Logger::writeBytes(std::string const& format, std::string_view bytes) {
             logger->trace(fmt::runtime(format), hex);
         }
     }
+    g_flusher.Wrote();
     if (sdk_callback_) {
         sdk_callback_(static_cast<int>(LOG_LEVEL::verbose),
                       "Binary output is not supported for sdk");

@@ -2,7 +2,8 @@
 //
 // Threads: every call may come from any thread. Errors: a log call never reports, what fails while
 // it writes goes to spdlog's error handler; a file that cannot be created leaves the logger with
-// the console alone, which says so.
+// the console alone, which says so. Control characters of a line are escaped, line ends above all:
+// no text of a peer can pass for a line of ours. A line is in the file within three seconds.
 #pragma once
 
 #include <fmt/core.h>

@@ -8,30 +8,10 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "components/utils/descriptor.h"
+
 namespace zorvanelink::components::utils {
 namespace {
-
-class Descriptor {
-  public:
-    explicit Descriptor(int descriptor) : descriptor_(descriptor) {}
-    ~Descriptor() { Close(); }
-    Descriptor(Descriptor const&) = delete;
-    Descriptor& operator=(Descriptor const&) = delete;
-
-    explicit operator bool() const { return descriptor_ >= 0; }
-    int Get() const { return descriptor_; }
-    bool Close() {
-        if (descriptor_ < 0) {
-            return false;
-        }
-        int const closed = close(descriptor_);
-        descriptor_ = -1;
-        return closed == 0;
-    }
-
-  private:
-    int descriptor_;
-};
 
 bool writeAll(int descriptor, std::string_view content) {
     while (!content.empty()) {

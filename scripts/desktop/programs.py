@@ -98,7 +98,8 @@ class Client:
     def __init__(self, desktop, binaries, name="client", control=None):
         """`control`: what the application control file says, a dict, or text taken as it stands."""
         self._desktop = desktop
-        self.log = desktop.log(name)
+        self._output = desktop.log(name)
+        self.log = Path(os.environ["XDG_DATA_HOME"], "ZorvaneLink", "log", "uizlink.log")
         root = desktop.folder / f"{name}-program"
         self.resources = root / "resources"
         self.path = root / "bin" / CLIENT_NAME
@@ -112,8 +113,8 @@ class Client:
         self.widgets = None
 
     def start(self):
-        # Its path is all of its command line: the client tells another one by the process table.
-        self.process = self._desktop.processes.start([str(self.path)], self.log)
+        self._earlier = len(self._log_text())
+        self.process = self._desktop.processes.start([str(self.path)], self._output)
         self.widgets = Program(self.process.pid)
 
     def stop(self):
@@ -122,7 +123,10 @@ class Client:
     def settle(self, seconds):
         """Waits for the end of the first contact with the service: then the cards are made anew."""
         told = "Auto login is"
-        wait_for("settled cards", lambda: told in self.log.read_text(errors="replace"), seconds)
+        wait_for("settled cards", lambda: told in self._log_text()[self._earlier :], seconds)
+
+    def _log_text(self):
+        return self.log.read_text(errors="replace") if self.log.exists() else ""
 
     def alive(self):
         return self.process.poll() is None

@@ -25,7 +25,8 @@ class RoughWire(road.Road):
         self.click_tab(client, "Interface")
         self.sees(client, "10.8.0.2")
         self.click_tab(client, "Statistics")
-        self.assertIn("exceeded the limit[100], drop the front", client.log.read_text())
+        told = "exceeded the limit[100], drop the front"
+        road.wait_for("the flood in the log", lambda: told in client.log.read_text(), road.SECONDS)
         # A frame on the edge of what was read at once may be spoilt, whatever it says.
         self.sees_counters_grow(client)
         service.order("offline")

@@ -1,3 +1,4 @@
+#include "app/environment/migration.h"
 #include "app/environment/paths.h"
 #include "app/environment/settings_file.h"
 #include "components/logger/logger.h"
@@ -117,7 +118,11 @@ void Config::Save() {
             return false;
         }
         if (clearPending_) {
+            QVariant const copied = file.value(kCopiedSettingsKey);
             file.clear();
+            if (copied.isValid()) {  // else the old settings would come back
+                file.setValue(kCopiedSettingsKey, copied);
+            }
         }
         saveSwitches(file);
         saveProfiles(file);

@@ -26,7 +26,8 @@ TEST(AppCtrl, Languages) {
         {R"({"LANGUAGE":1})", SysLang::kSimplifiedChinese, 1},
         {R"({"LANGUAGE":2})", SysLang::kEnglish, 0},
         {R"({"LANGUAGE":5})", SysLang::kSystem, 0},
-        {R"({"LANGUAGE":"x"})", SysLang::kSystem, 0},
+        {R"({"LANGUAGE":1.5})", SysLang::kSystem, 0},
+        {R"({"LANGUAGE":"1"})", SysLang::kSystem, 0},
     };
     for (Case const& c : cases) {
         AppCtrl const control = parsed(c.json);
@@ -52,6 +53,13 @@ TEST(AppCtrl, KeysDefaultsAndBrokenFiles) {
         EXPECT_EQ(log.Count("Can not get [DATA_PATH] from AppCtrl"), 1);
     }
     test::LogCapture const log;
+    AppCtrl const odd = parsed(R"({"DISABLE_TRAY":"yes","LOG_LEVEL":3,"DATA_PATH":"some/where"})");
+    EXPECT_FALSE(odd.disableTray);
+    EXPECT_EQ(odd.logLevel, QStringLiteral("info"));
+    EXPECT_EQ(odd.dataPath, QString());
+    EXPECT_TRUE(log.Has("[DISABLE_TRAY] of AppCtrl is no bool"));
+    EXPECT_TRUE(log.Has("DATA_PATH [some/where] is not absolute"));
+    EXPECT_TRUE(log.Has("no tray false, log level [info], data path []"));
     AppCtrl control = full;
     EXPECT_FALSE(control.Init(QStringLiteral("/none/AppCtrl.json")));
     EXPECT_FALSE(control.disableTray);

@@ -1,7 +1,10 @@
 #include "app/environment/migration.h"
 
-#include <gtest/gtest.h>
+#include <fcntl.h>
+#include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QSettings>
 #include <filesystem>
@@ -44,27 +47,39 @@ class Migration : public testing::Test {
     fs::path logs_;
 };
 
-TEST_F(Migration, MovesAWholeTree) {
+TEST_F(Migration, MovesWhatAnOlderClientWrote) {
+    WriteFile(old_logs_ / "letter.txt", "the user's");
+    WriteFile(old_logs_ / "keys" / "a.log", "the user's");
     {
         LogCapture const log;
         MigrateOldAppResource();
         EXPECT_TRUE(log.Has("No need to migrate old data [" + old_logs_.string() + "]"));
     }
     WriteFile(old_logs_ / "a.log", "one");
-    WriteFile(old_logs_ / "sub" / ".hidden", "two");
-    fs::create_symlink("a.log", old_logs_ / "link");
-    fs::create_directory_symlink(".", old_logs_ / "loop");
-    WriteFile(logs_ / "a.log", "older");
+    WriteFile(old_logs_ / "same.1.log", "same");
+    WriteFile(old_logs_ / "script" / ".hidden", "two");
+    fs::create_symlink("a.log", old_logs_ / "link.log");
+    fs::create_directory_symlink(".", old_logs_ / "script" / "loop");
+    WriteFile(logs_ / "a.log", "newer");
+    WriteFile(logs_ / "a.old.log", "older");
+    WriteFile(logs_ / "same.1.log", "same");
 
     LogCapture const log;
     MigrateOldAppResource();
-    EXPECT_EQ(ReadFile(logs_ / "a.log"), "one");
-    EXPECT_EQ(ReadFile(logs_ / "sub" / ".hidden"), "two");
-    EXPECT_EQ(fs::read_symlink(logs_ / "link"), "a.log");
-    EXPECT_EQ(fs::read_symlink(logs_ / "loop"), ".");
-    EXPECT_FALSE(fs::exists(old_logs_));
+    EXPECT_EQ(ReadFile(logs_ / "a.log"), "newer");
+    EXPECT_EQ(ReadFile(logs_ / "a.old.log"), "older");
+    EXPECT_EQ(ReadFile(logs_ / "a.old.old.log"), "one");
+    EXPECT_FALSE(fs::exists(logs_ / "same.1.old.log"));
+    EXPECT_EQ(ReadFile(logs_ / "script" / ".hidden"), "two");
+    EXPECT_EQ(fs::read_symlink(logs_ / "link.log"), "a.log");
+    EXPECT_EQ(fs::read_symlink(logs_ / "script" / "loop"), ".");
+    std::vector<std::string> left;
+    for (auto const& entry : fs::directory_iterator(old_logs_)) {
+        left.push_back(entry.path().filename().string());
+    }
+    EXPECT_THAT(left, testing::UnorderedElementsAre("letter.txt", "keys"));
     EXPECT_EQ(modeOf(logs_), 0700U);
-    EXPECT_EQ(modeOf(logs_ / "a.log"), 0600U);
+    EXPECT_EQ(modeOf(logs_ / "a.old.old.log"), 0600U);
     EXPECT_TRUE(log.Has("Will migrate old data ["));
     EXPECT_FALSE(log.Has("Unable"));
 }
@@ -79,16 +94,11 @@ TEST_F(Migration, FailureLeavesTheOldFolder) {
 }
 
 TEST_F(Migration, OpenFilesStayWhereTheyAre) {
-    WriteFile(old_logs_ / "a.log", "one");
     WriteFile(old_logs_ / "open.log", "old");
-    WriteFile(logs_ / "open.log", "current");
-    std::ofstream const open(logs_ / "open.log", std::ios::app);
-    LogCapture const log;
+    std::ofstream const open(old_logs_ / "open.log", std::ios::app);
     MigrateOldAppResource();
-    EXPECT_EQ(ReadFile(logs_ / "open.log"), "current");
     EXPECT_EQ(ReadFile(old_logs_ / "open.log"), "old");
-    EXPECT_FALSE(fs::exists(old_logs_ / "a.log"));
-    EXPECT_TRUE(log.Has("Unable remove old data ["));
+    EXPECT_FALSE(fs::exists(logs_ / "open.log"));
 }
 
 TEST_F(Migration, SameOrNestedFoldersStay) {
@@ -125,6 +135,40 @@ TEST_F(Migration, OldSettings) {
     EXPECT_EQ(merged.value(QStringLiteral("UUID")).toString(), QStringLiteral("1"));
     EXPECT_EQ(modeOf(GetAppConfigFilePath().toStdString()), 0600U);
     EXPECT_TRUE(ReadFile(old).find("Server") == std::string::npos);
+    EXPECT_FALSE(merged.contains(kCopiedSettingsKey));
+}
+
+TEST_F(Migration, OldSettingsThatCannotBeClearedAreTakenOverOnce) {
+    fs::path const old = GetOldAppConfigFilePath().toStdString();
+    std::string const settings = GetAppConfigFilePath().toStdString();
+    auto const serverAfter = [&settings] {
+        if (pid_t const child = fork();
+            child == 0) {  // QSettings remembers what it could not write
+            MigrateOldAppConfigFile();
+            _exit(0);
+        }
+        wait(nullptr);
+        return QSettings(QString::fromStdString(settings), QSettings::IniFormat)
+            .value(QStringLiteral("Home/Server"))
+            .toString()
+            .toStdString();
+    };
+    // The link leads to the open file, also when that has been replaced by an empty one.
+    WriteFile(old, "[Home]\nServer=old\n");
+    fs::rename(old, home_ / "fixed.conf");
+    fs::create_symlink("/proc/self/fd/9", old);
+    int const file = open((home_ / "fixed.conf").c_str(), O_RDONLY);
+    ASSERT_EQ(dup2(file, 9), 9);
+    EXPECT_EQ(serverAfter(), "old");
+    std::string text = ReadFile(settings);
+    text.replace(text.find("Server=old"), 10, "Server=new");
+    WriteFile(settings, text);
+    EXPECT_EQ(serverAfter(), "new");
+    // An older client has run once more.
+    WriteFile("/proc/self/fd/9", "[Home]\nServer=older\n");
+    EXPECT_EQ(serverAfter(), "older");
+    close(9);
+    close(file);
 }
 
 TEST_F(Migration, BrokenSettingsStay) {
@@ -145,6 +189,9 @@ TEST_F(Migration, CopyDirOfATree) {
     EXPECT_EQ(ReadFile(home_ / "dst" / "portal" / "page.html"), "old");
     EXPECT_TRUE(CopyDir(root, target, sub, true));
     EXPECT_EQ(ReadFile(home_ / "dst" / "portal" / "page.html"), "new");
+    auto const written = fs::last_write_time(home_ / "dst" / "portal" / "page.html");
+    EXPECT_TRUE(CopyDir(root, target, sub, true));
+    EXPECT_EQ(fs::last_write_time(home_ / "dst" / "portal" / "page.html"), written);
     EXPECT_EQ(ReadFile(home_ / "src" / "portal" / "page.html"), "new");
     EXPECT_FALSE(CopyDir(QString(), target, sub, true));
     EXPECT_FALSE(CopyDir(root, root + QStringLiteral("/portal/inside"), true));

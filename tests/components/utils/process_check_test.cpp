@@ -1,12 +1,14 @@
+#include "components/utils/process_check.h"
+
 #include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
+#include <csignal>
 #include <filesystem>
+#include <vector>
 
-#include "components/utils/process_check.h"
-#include "tests/support/log_capture.h"
-#include "tests/support/pkcs12_maker.h"
 #include "tests/support/test_environment.h"
 
 namespace zorvanelink::components::utils {
@@ -14,77 +16,67 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Puts a ps that prints the given table ahead of the real one.
-class ProcessCheck : public testing::Test {
-  protected:
-    void SetUp() override {
-        path_ = std::getenv("PATH");
-        folder_ = test::TestEnvironment::Home() / "bin";
-        own_ = std::to_string(getpid());
+// A process of the real table that waits for its end.
+class Waiting {
+  public:
+    explicit Waiting(std::vector<std::string> words, char const* program = "/bin/sleep") {
+        std::vector<char*> argv;
+        for (std::string& word : words) {
+            argv.push_back(word.data());
+        }
+        argv.push_back(nullptr);
+        // Answers when the program is in place.
+        EXPECT_EQ(posix_spawn(&pid_, program, nullptr, nullptr, argv.data(), environ), 0);
     }
-    void TearDown() override { setenv("PATH", path_.c_str(), 1); }
+    ~Waiting() {
+        kill(pid_, SIGKILL);
+        waitpid(pid_, nullptr, 0);
+    }
+    Waiting(Waiting const&) = delete;
+    Waiting& operator=(Waiting const&) = delete;
 
-    bool check(std::string const& table, bool skipSelf = true, std::string const& name = "zvl-x") {
-        std::string const list = test::WriteFile(folder_ / "table", table);
-        std::string const ps = test::WriteFile(folder_ / "ps", "#!/bin/sh\ncat " + list + "\n");
-        fs::permissions(ps, fs::perms::owner_all);
-        setenv("PATH", (folder_.string() + ":" + path_).c_str(), 1);
-        return CheckRunningUIProcessByName(name, skipSelf);
-    }
-    std::string line(std::string const& pid, std::string const& command) const {
-        return "anna  " + pid + "  1  0 10:00 ?  00:00:00 " + command + "\n";
-    }
-
-    std::string path_;
-    std::string own_;
-    fs::path folder_;
+  private:
+    pid_t pid_ = -1;
 };
 
-TEST_F(ProcessCheck, CountsOthersOnly) {
-    std::string const own = line(own_, "/opt/zvl/bin/zvl-x");
-    struct Case {
-        char const* what;
-        std::string table;
-        bool running;
-    } const cases[] = {
-        {"nothing", "", false},
-        {"self", own, false},
-        {"another ahead", line("7", "/opt/zvl/bin/zvl-x") + own, true},
-        {"another behind", own + line("7", "zvl-x"), true},
-        {"a pid that holds ours", own + line(own_ + "1", "zvl-x"), true},
-        {"our pid in the command line", own + line("7", own_ + "/zvl-x"), true},
-        {"with arguments", own + line("7", "/opt/zvl/bin/zvl-x --style fusion"), true},
-        {"self with arguments", line(own_, "zvl-x --style fusion"), false},
-        {"launcher as another user", own + line("7", "sudo -u anna zvl-x"), false},
-        {"another name", own + line("7", "zvl-xy"), false},
-        {"own line in pieces", line(own_, std::string(400, 'a') + "/zvl-x"), false},
-        {"long line of another", line("7", std::string(400, 'a') + "/zvl-x"), true},
-        {"launcher in the first piece only",
-         line("7", "sudo -u anna " + std::string(400, 'a') + "/zvl-x"), true},
-    };
-    for (Case const& c : cases) {
-        EXPECT_EQ(check(c.table), c.running) << c.what;
+TEST(ProcessCheck, ByTheNameOfTheProgramOnly) {
+    std::string const name = "zvl-x-" + std::to_string(getpid());
+    auto const runs = [&name] { return CheckRunningUIProcessByName(name, true); };
+    {
+        Waiting const shell({"sh", "-c", "read line; exec " + name}, "/bin/sh");
+        Waiting const launcher({"sudo", "-u", "anna", name}, "/bin/cat");
+        Waiting const longer({"/opt/" + name + "y", "100"});
+        std::string const file = test::TestEnvironment::Home() / name;
+        Waiting const editor({"vi", "-f", "/dev/null", file}, "/usr/bin/tail");
+        EXPECT_FALSE(runs());
     }
+    {
+        Waiting const other({"/opt/" + name, "100"});
+        EXPECT_TRUE(runs());
+        EXPECT_FALSE(CheckRunningUIProcessByName(name, false));
+        Waiting const second({name, "100"});
+        EXPECT_TRUE(CheckRunningUIProcessByName(name, false));
+    }
+    EXPECT_FALSE(runs());
 }
 
-TEST_F(ProcessCheck, WithSelfTheSecondCounts) {
-    std::string const own = line(own_, "zvl-x");
-    EXPECT_FALSE(check(own, false));
-    EXPECT_TRUE(check(own + line("7", "zvl-x"), false));
-    EXPECT_FALSE(check(line("7", "zvl-x"), false));
-    EXPECT_TRUE(check(line("7", "zvl-x") + line("8", "zvl-x"), false));
+TEST(ProcessCheck, NeitherItselfNorWhatStartedIt) {
+    std::string const name = GetFileName(fs::read_symlink("/proc/self/exe").string());
+    EXPECT_FALSE(CheckRunningUIProcessByName(name, false));
+    pid_t const child = fork();
+    if (child == 0) {
+        _exit(CheckRunningUIProcessByName(name, true) ? 1 : 0);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
 }
 
-TEST_F(ProcessCheck, NamesThatAreNoNamesAndNoPs) {
-    std::string const table = line("7", "x");
-    for (std::string const name : {"", "x;true", "$(x)", "x y", "\"x", "x/", "\xC3\xA4"}) {
-        EXPECT_FALSE(check(table, true, name)) << name;
+TEST(ProcessCheck, NamesThatAreNoNames) {
+    for (std::string const name : {"", "x;true", "x y", "(x)", "\xC3\xA4"}) {
+        Waiting const other({name, "100"});
+        EXPECT_FALSE(CheckRunningUIProcessByName(name, true)) << name;
     }
-    test::LogCapture const log;
-    setenv("PATH", (folder_ / "none").c_str(), 1);
-    EXPECT_FALSE(CheckRunningUIProcessByName("zvl-x", true));
-    EXPECT_TRUE(log.Has("Will excute cmd ps -ef|grep \"zvl-x$\" |grep -v grep in check process"));
-    EXPECT_TRUE(log.Has("No process zvl-x in the process table, is ps missing"));
 }
 
 }  // namespace
