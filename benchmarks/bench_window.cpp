@@ -5,7 +5,6 @@
 
 #include "app/environment/paths.h"
 #include "components/ipc/socket_ipc_client.h"
-#include "components/logger/logger.h"
 #include "components/utils/sensitive_value.h"
 #include "core/clmsg_reply_json.h"
 #include "ui/widgets/fonts.h"
@@ -18,7 +17,6 @@ using common::MsgCode;
 using components::ipc::PortPlace;
 using components::ipc::SocketIPCClient;
 using components::ipc::SocketIPCServer;
-using components::logger::Logger;
 
 constexpr int kPatienceMs = 20000;
 
@@ -51,18 +49,12 @@ bool HeldApplication::notify(QObject* receiver, QEvent* event) {
 }
 
 BenchWindow::BenchWindow() {
-    for (char const* const variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"}) {
-        qputenv(variable, home_.path().toLocal8Bit());
-    }
-    // Lines go to a file, as in the program; the terminal keeps the table.
-    Logger::enable_console_log_ = false;
-    Logger::SetDefaultLogPath(home_.path().toStdString());
     ui::InitAssets();
     ui::SetApplicationFont();
     ui::SetApplicationStyle();
     writeSettings();
 
-    PortPlace const place{components::ipc::kDefaultPort, home_.path().toStdString() + "/port"};
+    PortPlace const place{components::ipc::kDefaultPort, home_.Path() + "/port"};
     service_ = std::make_shared<SocketIPCServer>(nullptr, place);
     service_->RegisterIPCMsgCallback(components::ipc::kIPCCommon,
                                      [this](char const*, int) { ++received_; });
@@ -82,7 +74,6 @@ BenchWindow::BenchWindow() {
 BenchWindow::~BenchWindow() {
     window_.reset();
     service_->Stop();
-    Logger::ShutDown();
 }
 
 void BenchWindow::goOnline() {

@@ -3,11 +3,11 @@
 #pragma once
 
 #include <QApplication>
-#include <QTemporaryDir>
 #include <memory>
 
-#include "benchmarks/no_prompts.h"
+#include "benchmarks/bench_home.h"
 #include "components/ipc/socket_ipc_server.h"
+#include "tools/support/no_prompts.h"
 #include "ui/shell/main_window.h"
 
 namespace zorvanelink::bench {
@@ -56,7 +56,6 @@ class BenchWindow {
     static char const* ProfileName() { return "Head office"; }
 
     ui::MainWindow& Window() { return *window_; }
-    ui::Profile& Connection() { return *config_.GetProfile(ProfileName()); }
     template <class T>
     T& Find(char const* name) {
         return *window_->findChild<T*>(QLatin1String(name));
@@ -67,11 +66,11 @@ class BenchWindow {
   private:
     void goOnline();
 
-    QTemporaryDir home_;
+    BenchHome home_;
     std::shared_ptr<components::ipc::SocketIPCServer> service_;
     std::atomic<int> received_{0};
     ui::Config config_;
-    NoPrompts prompts_;
+    test::NoPrompts prompts_;
     std::unique_ptr<ui::MainWindow> window_;
 };
 

@@ -2,11 +2,12 @@
 // connection's state; without widgets, and with the log at its usual level.
 #include <QCoreApplication>
 
+#include "benchmarks/bench_home.h"
 #include "benchmarks/bench_table.h"
-#include "benchmarks/no_prompts.h"
-#include "components/logger/logger.h"
+#include "benchmarks/micro_bench.h"
 #include "core/clmsg_reply_json.h"
-#include "ui/session/message_dispatcher.h"
+#include "tools/support/no_prompts.h"
+#include "ui/session/session.h"
 
 namespace {
 
@@ -14,17 +15,15 @@ using namespace zorvanelink;
 using namespace zorvanelink::ui;
 using core::sslvpn::CLMsgReplyJson;
 
-constexpr int kMessages = 20000;
 // A flood of 10,000 statuses must not hold the window for a second.
 constexpr double kLeastStatuses = 10000;
 
 class NoLink : public components::ipc::IPC {};
 
-double messagesPerSecond(MessageDispatcher& dispatcher, std::string const& json) {
-    return kMessages / bench::SecondsOf([&] {
-               for (int i = 0; i < kMessages; ++i) {
-                   dispatcher.ProcessServiceMsg(json);
-               }
+double messagesPerSecond(Session& session, std::string const& json) {
+    return 1 / bench::SecondsPerCall([&] {
+               session.Receive(json);
+               return 0;
            });
 }
 
@@ -32,25 +31,16 @@ double messagesPerSecond(MessageDispatcher& dispatcher, std::string const& json)
 
 int main(int argc, char** argv) {
     QCoreApplication const application(argc, argv);
-    // Lines go to a file, as in the program; the terminal keeps the table.
-    components::logger::Logger::enable_console_log_ = false;
-    components::logger::Logger::SetDefaultLogPath("/dev/null.log");
+    bench::BenchHome const home;
 
     Config config;
     auto const profile = std::make_shared<Profile>();
     profile->name = "Head office";
     config.AddProfile(profile, true);
-    ConnectionState state;
-    state.currentProfileName = profile->name;
-    bench::NoPrompts prompts;
-    StatusUpdater updater(state);
+    test::NoPrompts prompts;
     ServiceLink link([] { return std::make_shared<NoLink>(); }, {});
-    ConnectFlow flow({state, updater, config, link, prompts, nullptr,
-                      [&](std::string const& name) { return name == profile->name; }});
-    SessionDialogs dialogs;
-    FailurePresenter failures(state, flow, prompts, dialogs, nullptr);
-    StatusHandler statuses({state, updater, flow, failures, config, prompts, dialogs, nullptr});
-    MessageDispatcher dispatcher(state, statuses, failures, config);
+    Session session({config, prompts, link, nullptr});
+    session.state.currentProfileName = profile->name;
 
     core::sslvpn::CLMsgCommonReplyData status;
     status.profileName = profile->name;
@@ -59,11 +49,10 @@ int main(int argc, char** argv) {
     statistics.profileName = profile->name;
 
     bench::BenchTable table("Dispatch on the GUI's thread");
-    table.AddAtLeast("statuses handled",
-                     messagesPerSecond(dispatcher, CLMsgReplyJson::Build(status)), "/s",
-                     kLeastStatuses, 1.0);
+    table.AddAtLeast("statuses handled", messagesPerSecond(session, CLMsgReplyJson::Build(status)),
+                     "/s", kLeastStatuses, 1.0);
     table.AddAtLeast("statistics handled",
-                     messagesPerSecond(dispatcher, CLMsgReplyJson::Build(statistics)), "/s",
+                     messagesPerSecond(session, CLMsgReplyJson::Build(statistics)), "/s",
                      kLeastStatuses, 1.0);
     return table.Print();
 }

@@ -9,6 +9,7 @@
 
 #include "benchmarks/bench_table.h"
 #include "components/ipc/socket_ipc_server.h"
+#include "components/logger/logger.h"
 
 namespace {
 
@@ -128,6 +129,7 @@ double linkSeconds(Load const& load, PortPlace const& place) {
 }  // namespace
 
 int main() {
+    zorvanelink::components::logger::Logger::enable_console_log_ = false;
     char folder[] = "/tmp/zvl-bench-XXXXXX";
     require(mkdtemp(folder) != nullptr, "mkdtemp");
     PortPlace const place{kDefaultPort, std::string(folder) + "/port"};

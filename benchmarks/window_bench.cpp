@@ -70,7 +70,7 @@ std::string padded(std::string const& json) {
 void statusesThroughTheWindow(BenchWindow& window, BenchTable& table) {
     core::sslvpn::CLMsgReplyTunnelStatisticsData last;
     last.profileName = BenchWindow::ProfileName();
-    auto const& seen = window.Connection().context.statistics.inbound_packets;
+    auto const& seen = window.Window().CurrentSession().context.statistics.inbound_packets;
     double const seconds = bench::SecondsOf([&] {
         for (int queue = 1; queue <= kQueues; ++queue) {
             for (int i = 0; i < kFullQueue / 2; ++i) {

@@ -2,9 +2,7 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <map>
-#include <mutex>
 #include <string>
 
 namespace zorvanelink::common {
@@ -15,41 +13,37 @@ enum class MsgCode : std::int32_t {
 #undef ZVL_MESSAGE
 };
 
-// The service's class of a code, 0 to 8; handed on to the handlers below and not read here.
+// The service's class of a code, 0 to 8.
 using CodeType = std::int32_t;
 
-// Shows a received status to the user as it stands. Set once by the GUI at start-up; empty in
-// the service.
-using ShowHandler = std::function<void(CodeType, std::string)>;
-extern ShowHandler ShowCriticalMsgBox;
-extern ShowHandler ShowErrorMsgBox;
+// Whether a received code is shown to the user as it stands, and whether its session is over.
+enum class Show { kNone, kError, kCritical };
 
 struct IPCMessage {
     MsgCode code{};
     CodeType type = 0;
     std::string chinese;  // UTF-8
     std::string english;
-    ShowHandler const* show = nullptr;  // null, or one of the two handlers above
+    Show show = Show::kNone;
 };
 
-// Any thread: lookups and the insertion of an empty row are under a lock.
+// Any thread: nothing changes after the constructor.
 class IPCMessageMap {
   public:
     IPCMessageMap();
 
-    // The row of the code. An unknown code is added as an empty row and answered as such.
-    IPCMessage Get(MsgCode code);
+    // The row of the code; an empty one, which is not kept, for an unknown code.
+    IPCMessage Get(MsgCode code) const;
     // The symbol, such as "ONLINE"; empty for an unknown code.
     std::string Name(MsgCode code) const;
     // Every row, by code; for tests and tools.
-    std::map<std::int32_t, IPCMessage> All() const;
+    std::map<std::int32_t, IPCMessage> const& All() const { return messages_; }
 
   private:
-    mutable std::mutex mutex_;
     std::map<std::int32_t, IPCMessage> messages_;
     std::map<std::int32_t, std::string> names_;
 };
 
-extern IPCMessageMap g_IPCMessageMap;
+extern IPCMessageMap const g_IPCMessageMap;
 
 }  // namespace zorvanelink::common

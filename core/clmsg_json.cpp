@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "components/logger/logger.h"
-#include "core/json_fields.h"
+#include "core/secret_fields.h"
 
 namespace zorvanelink::core::sslvpn {
 namespace {
@@ -83,7 +83,7 @@ constexpr auto kSetType = SetRow::Constant("type", "set");
 constexpr auto kSetProfile = SetRow::Required<&Set::profileName>("profileName");
 constexpr auto kSetSubType = SetRow::Optional<&Set::subtype, SetTypeText>(
     "subtype", [](Set const& set) { return set.subtype != SetType::kUnknown; });
-constexpr auto kAuthCode = SetRow::Required<&Set::secondAuthCode>("secondAuthCode");
+constexpr auto kAuthCode = SetRow::Required<&Set::secondAuthCode>("secondAuthCode").Secret();
 
 constexpr std::array kSetHead{kSetProfile, kSetType, kSetSubType};
 constexpr std::array kVnic{
@@ -96,10 +96,10 @@ constexpr std::array kHostcheck{SetRow::Required<&Set::hostcheckData>("hostcheck
 constexpr std::array kRawData{SetRow::Required<&Set::rawdata>("rawdata")};
 constexpr std::array kLogLevel{SetRow::Required<&Set::logLevel>("logLevel")};
 constexpr std::array kPassword{
-    SetRow::Required<&Set::currentPassword>("currentPassword"),
-    SetRow::Required<&Set::newPassword>("newPassword"),
+    SetRow::Required<&Set::currentPassword>("currentPassword").Secret(),
+    SetRow::Required<&Set::newPassword>("newPassword").Secret(),
 };
-constexpr std::array kSignData{SetRow::Required<&Set::certSignData>("certSignData")};
+constexpr std::array kSignData{SetRow::Required<&Set::certSignData>("certSignData").Secret()};
 constexpr std::array kResult{SetRow::Required<&Set::result>("result")};
 
 // The further keys by subtype, and whether the shared builder writes them.
@@ -180,6 +180,12 @@ constexpr std::array kUpdate{
 };
 
 }  // namespace
+
+void AddSetSecrets(std::vector<std::string_view>& keys) {
+    for (SetKeys const& rows : kSetKeys) {
+        json::AddSecrets<Set>(rows.fields, keys);
+    }
+}
 
 GetType CLMsgJson::GetGetType(std::string_view text) {
     return static_cast<GetType>(std::ranges::find(kGetTypeString, text) - kGetTypeString.begin());

@@ -3,6 +3,7 @@
 #include "core/clmsg_reply_json.h"
 #include "core/json_lists.h"
 #include "core/reply_json.h"
+#include "core/secret_fields.h"
 
 namespace zorvanelink::core::sslvpn {
 namespace {
@@ -58,7 +59,8 @@ constexpr std::array kWriteByCode{
     Row::Written<&Common::certRequestStr>(
         "certRequestStr", &isAndSet<MsgCode::CERT_REQUEST, &Common::certRequestStr>),
     Row::Written<&Common::receivedUserName>("receivedUserName",
-                                            &isAndSet<MsgCode::ONLINE, &Common::receivedUserName>),
+                                            &isAndSet<MsgCode::ONLINE, &Common::receivedUserName>)
+        .Secret(),
     Row::Written<&Common::warningCode, Warnings>("warningCode",
                                                  &isAndSet<MsgCode::ONLINE, &Common::warningCode>),
     Row::Written<&Common::changePWDType>("changePWDType", &is<MsgCode::NEED_CHANGE_PWD>),
@@ -138,6 +140,10 @@ constexpr std::array kReadTail{
 constexpr auto kRead = Join(kReadHead, PolicyRows<Common>(), kReadTail);
 
 }  // namespace
+
+void AddReplySecrets(std::vector<std::string_view>& keys) {
+    json::AddSecrets<Common>(kWriteByCode, keys);
+}
 
 std::string CLMsgReplyJson::Build(CLMsgCommonReplyData const& data) {
     return BuildReply(kWrite, data);

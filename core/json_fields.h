@@ -25,6 +25,13 @@ struct Field {
     void (*write)(Output&, Record const&) = nullptr;
     When when = nullptr;          // null: always written
     std::string_view constant{};  // what is written when `write` is null
+    bool secret = false;          // no log and no record shows its value
+
+    constexpr Field Secret() const {
+        Field flagged = *this;
+        flagged.secret = true;
+        return flagged;
+    }
 };
 
 // Rows of a list, all for one record: `using Row = Rows<CLMsgReplyStatusData>`.

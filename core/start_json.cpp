@@ -1,6 +1,7 @@
 // "start" and what begins like it. The sender and the reader have each their own order and keys.
 #include "core/clmsg_json.h"
 #include "core/json_lists.h"
+#include "core/secret_fields.h"
 
 namespace zorvanelink::core::sslvpn {
 namespace {
@@ -45,10 +46,10 @@ constexpr std::array kTail{
     Row::Written<&Start::enableGMSSL>("enableGMSSL"),
     Row::Written<&Start::authType>("authType"),
     Row::Written<&Start::user>("user"),
-    Row::Written<&Start::encryptedPassword>("encryptedPassword"),
-    Row::Written<&Start::pkcs12CertFileData>("pkcs12CertFileData"),
-    Row::Written<&Start::encryptedPinCode>("encryptedPinCode"),
-    Row::Written<&Start::certData>("certData"),
+    Row::Written<&Start::encryptedPassword>("encryptedPassword").Secret(),
+    Row::Written<&Start::pkcs12CertFileData>("pkcs12CertFileData").Secret(),
+    Row::Written<&Start::encryptedPinCode>("encryptedPinCode").Secret(),
+    Row::Written<&Start::certData>("certData").Secret(),
     Row::Written<&Start::isSupportCNG>("isSupportCNG"),
     Row::Written<&Start::certName>("certName"),
     Row::Written<&Start::certFingerprint>("certFingerprint"),
@@ -131,6 +132,10 @@ constexpr std::array kRead{
 };
 
 }  // namespace
+
+void AddStartSecrets(std::vector<std::string_view>& keys) {
+    json::AddSecrets<Start>(kStart, keys);
+}
 
 bool CLMsgJson::Parse(std::string const& json, CLMsgStartData* data) {
     return json::ParseMessage(json, kRead, data);

@@ -109,6 +109,9 @@ bool RewriteSettings(QString const& path, std::function<bool(QSettings&)> const&
         return false;
     }
     file.sync();
+    if (static_cast<std::size_t>(QFileInfo(draft).size()) > kMaxContentSize) {
+        return false;  // it could never be read again
+    }
     // QSettings does not notice when the disk is full: it would leave a file that breaks off.
     // Under the draft's own name it would answer from memory.
     QString const written = folder.filePath(QStringLiteral("written.ini"));

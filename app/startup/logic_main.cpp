@@ -1,14 +1,17 @@
 #include "app/startup/logic_main.h"
 
+#include <fontconfig/fontconfig.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
 #include <QApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QIcon>
 #include <QTranslator>
 #include <csignal>
+#include <thread>
 
 #include "app/environment/app_ctrl.h"
 #include "app/environment/globals.h"
@@ -99,7 +102,9 @@ void avoidOpenGl() {
 // Pages and scripts that a browser or the service reads from the user's folder.
 void copyResources() {
     for (char const* const folder : {"resourceList", "portal", "oauth", "script"}) {
-        CopyDir(GetResourceDirPath(), GetAppDataDirPath(), QLatin1String(folder), true);
+        if (QDir(GetResourceDirPath()).exists(QLatin1String(folder))) {
+            CopyDir(GetResourceDirPath(), GetAppDataDirPath(), QLatin1String(folder), true);
+        }
     }
 }
 
@@ -123,8 +128,6 @@ int refuseSecondClient(Prompts& prompts) {
 }
 
 int runMainWindow(Prompts& prompts, SingleInstance const& instance) {
-    common::ShowCriticalMsgBox = ZVShowCriticalMsgBox;
-    common::ShowErrorMsgBox = ZVShowErrorMsgBox;
     QGuiApplication::setQuitOnLastWindowClosed(false);
     // It would close the window, which may be in the tray, and hold up the user's logout.
     QGuiApplication::setFallbackSessionManagementEnabled(false);
@@ -154,6 +157,7 @@ int LogicMain(int argc, char** argv, std::vector<std::string> args) {
         return 0;
     }
     bool const alone = entry == Entry::kAlone;
+    std::thread font_list(&FcInit);  // a tenth of the start, while Qt talks with the display
 
     // What must stand before the application object.
     if (alone) {
@@ -162,7 +166,11 @@ int LogicMain(int argc, char** argv, std::vector<std::string> args) {
     }
     SetHighDpiSupport();
     avoidOpenGl();
+    // Font, style and palette are our own; asking the desktop's icon theme costs more than the
+    // icon.
+    QGuiApplication::setDesktopSettingsAware(false);
     QApplication const application(argc, argv);
+    font_list.join();
 
     // What the user's machine and the packager say.
     AppCtrl::Instance().Init();
@@ -174,7 +182,8 @@ int LogicMain(int argc, char** argv, std::vector<std::string> args) {
     }
     installTranslators();
     // For desktops that do not find the program's menu entry by its windows.
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/assets/images/app.png")));
+    // As a picture: a file would have Qt load every plug-in for images to ask for its format.
+    QApplication::setWindowIcon(LoadImage(QStringLiteral(":/assets/images/app.png")));
     InitPlatformSetting();
 
     DialogPrompts prompts;
@@ -186,6 +195,8 @@ int LogicMain(int argc, char** argv, std::vector<std::string> args) {
 void SetHighDpiSupport() {
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
 }
 
 void InitDefaultFont() {

@@ -76,20 +76,12 @@
         <translation>最优网关地址：</translation>
     </message>
     <message>
-        <source>Tunnel information</source>
-        <translation>隧道信息</translation>
-    </message>
-    <message>
         <source>No matching routes</source>
         <translation>没有匹配的路由</translation>
     </message>
     <message>
         <source>No routes</source>
         <translation>没有路由</translation>
-    </message>
-    <message>
-        <source>No addresses</source>
-        <translation>没有地址</translation>
     </message>
     <message>
         <source>Name</source>
@@ -106,6 +98,22 @@
     <message>
         <source>Valid to</source>
         <translation>失效时间</translation>
+    </message>
+    <message>
+        <source>Expired</source>
+        <translation>已过期</translation>
+    </message>
+    <message>
+        <source>Not yet valid</source>
+        <translation>尚未生效</translation>
+    </message>
+    <message>
+        <source>Opening the certificate...</source>
+        <translation>正在打开证书…</translation>
+    </message>
+    <message>
+        <source>This file would take too long to open. Export the certificate again with fewer than 2,000,000 iterations.</source>
+        <translation>打开此文件耗时过长。请以少于 2,000,000 次的迭代重新导出证书。</translation>
     </message>
     <message>
         <source>Show details</source>

@@ -12,6 +12,8 @@
 #include <ctime>
 #include <memory>
 
+#include "components/cert/freeing.h"
+#include "components/cert/pkcs12_cost.h"
 #include "components/logger/logger.h"
 #include "components/utils/file.h"
 #include "components/utils/secret_string.h"
@@ -23,13 +25,6 @@ namespace {
 
 using logger::Log;
 
-template <auto Free>
-struct Freeing {
-    template <class T>
-    void operator()(T* object) const {
-        Free(object);
-    }
-};
 using BioPtr = std::unique_ptr<BIO, Freeing<&BIO_free_all>>;
 using Pkcs12Ptr = std::unique_ptr<PKCS12, Freeing<&PKCS12_free>>;
 using X509Ptr = std::unique_ptr<X509, Freeing<&X509_free>>;
@@ -71,6 +66,11 @@ int readFile(CertInfo const& cert, bool systemEncoded, std::string& bytes) {
 
 int openPkcs12(PKCS12* pkcs12, std::string const& sensitivePin, X509Ptr& x509) {
     SecretString const pin(DecodeSensitiveValue(sensitivePin));
+    if (Pkcs12TooCostly(pkcs12, pin.Get())) {
+        Log().error("The pkcs12 asks for more than {} iterations", kMaxPkcs12Iterations);
+        return kPkcs12TooCostly;
+    }
+    ERR_clear_error();
     EVP_PKEY* key = nullptr;
     X509* certificate = nullptr;
     int const parsed = PKCS12_parse(pkcs12, pin.Get().c_str(), &key, &certificate, nullptr);

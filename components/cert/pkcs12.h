@@ -1,5 +1,5 @@
-// Reading of client certificates from PKCS#12 files. Stateless, no call throws. Private keys are
-// thrown away: the client never keeps one.
+// Reading of client certificates from PKCS#12 files. Stateless, any thread, no call throws. Private
+// keys are thrown away: the client never keeps one.
 #pragma once
 
 #include <openssl/x509.h>
@@ -15,7 +15,12 @@ enum Pkcs12Result : int {
     kPkcs12NotOpened = 1,  // the file could not be opened
     kPkcs12Bad = 2,        // no PKCS#12, not parsed, or without a certificate
     kPkcs12WrongPin = 3,
+    kPkcs12TooCostly = 4,  // asks for more iterations than kMaxPkcs12Iterations
 };
+
+// What a container may demand before it opens: the iterations of one of its keys. About a second
+// each, and at most four times that in all.
+inline constexpr long kMaxPkcs12Iterations = 2'000'000;
 
 // Reads cert.filePath with cert.pin (a sensitive value) and fills the other fields. systemEncoded:
 // the file went through SystemEncryptFile. A failure leaves the fields that it had not reached.

@@ -9,11 +9,17 @@ namespace zorvanelink::components::utils {
 // Overwrites the text with zeros and empties it.
 void Wipe(std::string& text);
 
-// Owns a clear text for the length of a scope and wipes it at the end.
+// The pages that hold the text are left out of a core file, whoever else's are on them.
+void KeepOutOfDumps(std::string const& text);
+
+// Owns a clear text for the length of a scope, out of core files, and wipes it at the end.
 class SecretString {
   public:
     // Wipes what it was given, too: a short text is moved by copying it.
-    explicit SecretString(std::string text) : text_(std::move(text)) { Wipe(text); }
+    explicit SecretString(std::string text) : text_(std::move(text)) {
+        KeepOutOfDumps(text_);
+        Wipe(text);
+    }
     ~SecretString() { Wipe(text_); }
     SecretString(SecretString const&) = delete;
     SecretString& operator=(SecretString const&) = delete;

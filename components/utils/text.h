@@ -22,5 +22,10 @@ std::string GetStrMd5_32(std::string_view text);
 
 // The longest start of the UTF-8 text that fits and does not end inside a character.
 std::string_view CutUtf8(std::string_view text, std::size_t maxBytes);
+bool IsUtf8(std::string_view text);
+// Each byte that belongs to no valid sequence becomes U+FFFD.
+std::string RepairUtf8(std::string_view text);
+// Such a text on one line that moves no cursor: control characters become "\\n" or "\\x1B".
+std::string EscapeControls(std::string_view text);
 
 }  // namespace zorvanelink::components::utils

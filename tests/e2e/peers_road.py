@@ -28,6 +28,11 @@ while True:
 
 
 class Peers(road.Road):
+    _services = 0  # each has a record of its own
+
+    def _name(self, name):
+        return name  # the path of a socket is short
+
     def test_another_users_listener_is_told_nothing_and_believed_nothing(self):
         self._needs_another_user()
         for manner in ("stays", "leaves"):
@@ -38,7 +43,8 @@ class Peers(road.Road):
                 self.sees(client, road.LOOKING)
                 self.assertNotIn("heard", log.read_text())
                 if manner == "stays":
-                    self.assertIn("uid 65534", client.log.read_text())
+                    told = lambda: "uid 65534" in client.log.read_text()  # noqa: E731
+                    wait_for("the stranger in the log", told, road.SECONDS)
                 self._is_replaced(peer, client)
 
     def test_a_peer_of_ours_that_speaks_and_leaves_at_once(self):
@@ -77,7 +83,8 @@ class Peers(road.Road):
     def _is_replaced(self, peer, client):
         """By the real service, to which the client then goes online."""
         self.desktop.processes.stop(peer)
-        service = self.service(name=client.path.parent.parent.name)
+        self._services += 1
+        service = self.service(name=f"s{self._services}")
         self.sees_online_with(service, client)
         client.stop()
         service.stop()

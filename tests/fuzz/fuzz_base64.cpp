@@ -1,20 +1,12 @@
 // Base64 text of any kind, and that every byte string comes back.
-#include <cstdint>
-#include <cstdlib>
-
 #include "components/utils/base64.h"
+#include "tests/fuzz/fuzz_target.h"
 
 using namespace zorvanelink::components::utils;
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t size) {
-    std::string const input(reinterpret_cast<char const*>(bytes), size);
+void zorvanelink::test::Fuzz(std::string const& input) {
     for (bool const newlines : {false, true}) {
-        if (Base64Decode(input, newlines).size() > size) {
-            std::abort();
-        }
-        if (Base64Decode(Base64Encode(input, newlines), newlines) != input) {
-            std::abort();
-        }
+        Require(Base64Decode(input, newlines).size() <= input.size());
+        Require(Base64Decode(Base64Encode(input, newlines), newlines) == input);
     }
-    return 0;
 }

@@ -1,13 +1,9 @@
 // The frame parser against its plain model: the first byte says how the rest is cut into reads.
-#include <cstdlib>
-#include <utility>
-
 #include "components/ipc/frame_parser.h"
 #include "tests/components/ipc/frame_model.h"
+#include "tests/fuzz/fuzz_target.h"
 
 namespace {
-
-using namespace zorvanelink;
 
 std::size_t nextRead(unsigned& state, unsigned style) {
     state = state * 1103515245U + 12345U;
@@ -17,28 +13,21 @@ std::size_t nextRead(unsigned& state, unsigned style) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-    if (size == 0) {
-        return 0;
-    }
-    unsigned const style = data[0];
+void zorvanelink::test::Fuzz(std::string const& input) {
+    unsigned const style = input.empty() ? 0 : static_cast<unsigned char>(input.front());
     unsigned state = style;
-    std::string rest(reinterpret_cast<char const*>(data + 1), size - 1);
     components::ipc::FrameParser parser;
-    test::FrameModel model;
-    while (!rest.empty()) {
-        auto const bytes = rest.substr(0, nextRead(state, style));
-        rest.erase(0, bytes.size());
+    FrameModel model;
+    for (std::size_t at = 1; at < input.size();) {
+        auto const bytes = input.substr(at, nextRead(state, style));
+        at += bytes.size();
         std::memcpy(parser.Prepare(bytes.size()), bytes.data(), bytes.size());
         parser.Commit(bytes.size());
-        std::vector<test::ShownFrame> shown;
+        std::vector<ShownFrame> shown;
         parser.Parse([&](components::ipc::IPCMsgType type, char const* payload, int length) {
             shown.push_back({type, length, {payload, static_cast<std::size_t>(length)}});
             return true;
         });
-        if (shown != model.Receive(bytes) || parser.Capacity() > 16 * 1024 + 4 * size) {
-            std::abort();
-        }
+        Require(shown == model.Receive(bytes) && parser.Capacity() <= 16 * 1024 + 4 * input.size());
     }
-    return 0;
 }

@@ -1,14 +1,11 @@
 // Every record reader. What one takes must build to a message that it takes again, and that builds
 // to the same bytes from then on.
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string>
-
 #include "core/clmsg_json.h"
 #include "core/clmsg_reply_json.h"
+#include "tests/fuzz/fuzz_target.h"
 
 using namespace zorvanelink::core::sslvpn;
+using zorvanelink::test::Require;
 
 namespace {
 
@@ -20,9 +17,7 @@ void check(std::string const& text, Build build) {
     }
     std::string const built = build(first);
     Record second;
-    if (!Json::Parse(built, &second) || build(second) != built) {
-        std::abort();
-    }
+    Require(Json::Parse(built, &second) && build(second) == built);
 }
 
 template <class... Records>
@@ -40,8 +35,7 @@ void onlyRead(std::string const& text) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-    std::string const text(reinterpret_cast<char const*>(data), size);
+void zorvanelink::test::Fuzz(std::string const& text) {
     checkReplies<
         CLMsgReplyNetConfigData, CLMsgReplyTunnelDisconnectData, CLMsgReplyTunnelStatisticsData,
         CLMsgSessionStatus, CLMsgGatewayListData, CLMsgClusterData, CLMsgGatewayDetectStopData,
@@ -54,10 +48,6 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     // A type that the service does not know is written as "none".
     CLMsgStartData start;
     if (CLMsgJson::Parse(text, &start)) {
-        CLMsgStartData again;
-        if (!CLMsgJson::Parse(CLMsgJson::BuildStart(start), &again)) {
-            std::abort();
-        }
+        Require(CLMsgJson::Parse(CLMsgJson::BuildStart(start), &start));
     }
-    return 0;
 }

@@ -5,10 +5,7 @@
 
 #include "tests/support/test_environment.h"
 
-#if defined(__SANITIZE_ADDRESS__) || (defined(__clang__) && __has_feature(address_sanitizer))
-#define ZVL_LEAK_CHECK
-#endif
-#ifdef ZVL_LEAK_CHECK
+#ifdef __SANITIZE_ADDRESS__
 #include <sanitizer/lsan_interface.h>
 #endif
 
@@ -16,7 +13,7 @@ namespace {
 
 // The offscreen platform never frees its screens.
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
-#ifdef ZVL_LEAK_CHECK
+#ifdef __SANITIZE_ADDRESS__
     __lsan::ScopedDisabler const screensLeak;
 #endif
     return std::make_unique<QApplication>(argc, argv);

@@ -3,9 +3,9 @@
 
 #include "components/utils/base64.h"
 #include "components/utils/sensitive_value.h"
-#include "tests/support/pkcs12_maker.h"
 #include "tests/tools/fake_scheduler.h"
 #include "tools/simservice/gatekeeper.h"
+#include "tools/support/pkcs12_maker.h"
 
 namespace zorvanelink::simservice {
 namespace {

@@ -3,7 +3,7 @@
 #include <QMenu>
 
 #include "components/utils/sensitive_value.h"
-#include "tools/gallery/no_prompts.h"
+#include "tools/support/no_prompts.h"
 #include "ui/auth/auth_type_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
 
@@ -33,7 +33,7 @@ std::shared_ptr<ui::Profile> sampleProfile(ui::Config& config) {
 
 void AuthStates(std::function<void(QString const& name, QWidget& dialog)> const& save,
                 QWidget* parent) {
-    NoPrompts prompts;
+    test::NoPrompts prompts;
     ui::Config config;
     ui::CertListRoad road;
     auto const shoot = [&](char const* name, std::shared_ptr<ui::Profile> const& profile,

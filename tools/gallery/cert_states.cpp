@@ -1,6 +1,6 @@
 #include "tools/gallery/cert_states.h"
 
-#include "tools/gallery/no_prompts.h"
+#include "tools/support/no_prompts.h"
 #include "ui/cert/digital_cert_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
 
@@ -39,7 +39,7 @@ void fill(ui::Config& config) {
 
 void CertStates(std::function<void(QString const& name, QWidget& dialog)> const& save,
                 QWidget* parent) {
-    NoPrompts prompts;
+    test::NoPrompts prompts;
     ui::Config empty;
     ui::DigitalCertDialog none(nullptr, empty, prompts, parent);
     none.show();

@@ -6,7 +6,7 @@
 #include "app/environment/paths.h"
 #include "components/utils/sensitive_value.h"
 #include "core/clmsg_reply_json.h"
-#include "tests/support/wait.h"
+#include "tools/support/wait.h"
 #include "ui/text/texts.h"
 
 namespace zorvanelink::gallery {
@@ -127,7 +127,7 @@ void SampleWindow::GoTo(ConnectStatus status, bool warning) {
     for (int row = 0; row < cards->count(); ++row) {
         ui::ProfileTab* const card = cards->CardAt(row);
         if (card->GetProfile()->name == firstName()) {
-            card->onConnButtonTriggered();
+            card->Press();
         }
     }
     WaitUntil([this] { return !service_->Sent().empty(); });
@@ -142,7 +142,7 @@ void SampleWindow::GoTo(ConnectStatus status, bool warning) {
     WaitUntil([this, status] { return window_->State().status == status; });
     if (status == ConnectStatus::Connected) {
         // The views follow with the next tick.
-        config_.GetProfile(firstName())->context.connectTime =
+        window_->CurrentSession().context.connectTime =
             QDateTime::currentDateTime().addSecs(-kOnlineSeconds);
         auto* const detail = window_->findChild<QLabel*>(QStringLiteral("state_detail_"));
         WaitUntil([detail] { return detail->text().contains(QLatin1String("00:12")); });

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "tests/support/fake_ipc.h"
+#include "tools/support/fake_ipc.h"
 #include "ui/shell/main_window.h"
 
 namespace zorvanelink::gallery {

@@ -4,11 +4,9 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
 #include <nlohmann/json.hpp>
 
-#include "components/utils/log_filter.h"
+#include "core/message_log.h"
 
 namespace zorvanelink::simservice {
 namespace {
@@ -16,16 +14,6 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr char kMask[] = "****";
-// Beyond the words that no log may hold.
-constexpr std::array<std::string_view, 4> kFurtherSecrets{"pkcs12CertFileData", "certData",
-                                                          "secondAuthCode", "certSignData"};
-
-bool isSecret(std::string const& key) {
-    auto const& words = components::utils::g_filter_word;
-    return std::find(words.begin(), words.end(), key) != words.end() ||
-           std::find(kFurtherSecrets.begin(), kFurtherSecrets.end(), key) != kFurtherSecrets.end();
-}
-
 void mask(Json& value) {
     if (value.is_array()) {
         for (auto& element : value) {
@@ -36,7 +24,7 @@ void mask(Json& value) {
         return;
     }
     for (auto const& [key, member] : value.items()) {
-        if (!isSecret(key)) {
+        if (!core::IsSecretKey(key)) {
             mask(member);
         } else if (member != "") {
             member = kMask;

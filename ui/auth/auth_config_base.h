@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <memory>
 
+#include "common/message_catalogue.h"
 #include "ui/auth/credential_form.h"
 #include "ui/cert/client_certs.h"
 #include "ui/config/config.h"

@@ -18,49 +18,50 @@ constexpr std::chrono::milliseconds kAutomaticLoginDelay{50};
 
 }  // namespace
 
-AuthTypeFlow::AuthTypeFlow(Services services, QObject* parent)
-    : QObject(parent), services_(services) {
+AuthTypeFlow::AuthTypeFlow(Session& session) : session_(session) {
+    connect(&session_, &Session::NeedSelectAuthType, this, &AuthTypeFlow::onNeedSelectAuthType);
     connect(&selectAuthTypeTimer_, &QTimer::timeout, this,
             &AuthTypeFlow::onSelectAuthTypeTimerTimeout);
 }
 
 void AuthTypeFlow::onNeedSelectAuthType(bool select) {
-    if (services_.state.currentProfileName.empty()) {
+    if (session_.state.currentProfileName.empty()) {
         Log().error("Can not get client");
         return;
     }
-    std::shared_ptr<Profile> const profile = services_.flow.RunningProfile();
+    std::shared_ptr<Profile> const profile = session_.RunningProfile();
     if (!profile) {
         Log().error("Can not find the profile on need select auth type");
         return;
     }
-    if (services_.dialogs.authTypeDialog) {
+    if (dialog_) {
         Log().info("Auth type dialog is still running when recving select auth type");
         return;
     }
-    bool const accepted = runDialog(profile, select);
-    if (g_quit) {
+    End const end = runDialog(profile, select);
+    if (g_quit || end == End::kSuperseded) {
         return;
     }
-    if (!accepted) {
+    if (end == End::kCancelled) {
         Log().info("Failed or cancel process select auth type");
-        services_.flow.ForgetCredentials(*profile);
-        giveUp(profile->name);
+        giveUp(*profile);
         return;
     }
     Log().debug("has send auth type to service");
-    services_.input.config.Save();
+    session_.config.Save();
+    // Queued: what has asked for the choice is left first.
     QMetaObject::invokeMethod(
-        this,
-        [this, name = QString::fromStdString(profile->name)] { Q_EMIT StartConnect(name, false); },
+        this, [this, name = profile->name] { session_.Flow().StartChosen(name); },
         Qt::QueuedConnection);
 }
 
-// True when the dialog asked for a login.
-bool AuthTypeFlow::runDialog(std::shared_ptr<Profile> const& profile, bool select) {
-    BringIntoView(services_.dialogParent);
-    dialog_ = new AuthTypeDialog(profile, select, services_.input, services_.dialogParent);
-    services_.dialogs.authTypeDialog = dialog_.data();
+AuthTypeFlow::End AuthTypeFlow::runDialog(std::shared_ptr<Profile> const& profile, bool select) {
+    BringIntoView(session_.window);
+    superseded_ = false;
+    dialog_ = new AuthTypeDialog(profile, select,
+                                 {session_.config, session_.prompts, session_.Certificates()},
+                                 session_.window);
+    session_.conversation.Open(*this);
     bool wanted = false;
     connect(dialog_.data(), &AuthTypeDialog::StartConnect, this, [&wanted] { wanted = true; });
     if (automationHooks().dialogOpened) {
@@ -69,23 +70,25 @@ bool AuthTypeFlow::runDialog(std::shared_ptr<Profile> const& profile, bool selec
     }
     bool const accepted = dialog_->exec() == QDialog::Accepted;
     delete dialog_.data();
-    services_.dialogs.authTypeDialog.clear();
-    return accepted && wanted;
+    session_.conversation.Close(*this);
+    if (superseded_) {
+        return End::kSuperseded;
+    }
+    return accepted && wanted ? End::kLogin : End::kCancelled;
 }
 
 // The way down of the dialog's own profile, whatever came and went while it stood.
-void AuthTypeFlow::giveUp(std::string const& name) {
-    if (services_.state.currentProfileName == name && services_.flow.RunningProfile()) {
-        services_.flow.StopConnect();
-    } else {
-        services_.updater.AnnounceRefusal(name);
+void AuthTypeFlow::giveUp(Profile& profile) {
+    session_.secrets.Forget(profile);
+    if (session_.RunningProfile().get() == &profile) {
+        session_.Flow().StopConnect();
     }
 }
 
-void AuthTypeFlow::onCriticalBoxShown() {
-    StopSelectAuthTypeTimer();
+void AuthTypeFlow::OnEnded() {
+    superseded_ = true;
     if (dialog_) {
-        dialog_->ConnectButtonEnable(true);
+        dialog_->reject();
     }
 }
 

@@ -7,49 +7,42 @@
 #include <QTimer>
 
 #include "ui/auth/auth_config_base.h"
-#include "ui/session/connect_flow.h"
-#include "ui/session/session_dialogs.h"
+#include "ui/session/session.h"
 
 namespace zorvanelink::ui {
 
 class AuthTypeDialog;
 
-class AuthTypeFlow : public QObject {
+class AuthTypeFlow : public QObject, public Conversation {
     Q_OBJECT
 
   public:
-    struct Services {
-        ConnectionState& state;
-        StatusUpdater& updater;
-        ConnectFlow& flow;
-        SessionDialogs& dialogs;
-        AuthConfigBase::Services input;
-        QWidget* dialogParent;
-    };
+    explicit AuthTypeFlow(Session& session);
 
-    explicit AuthTypeFlow(Services services, QObject* parent = nullptr);
+    // The user may go on choosing: the login that follows is a new attempt.
+    bool OutlivesSession() const override { return true; }
+    void OnLost() override {}
+    void OnEnded() override;
+    void StopDeadline() override { selectAuthTypeTimer_.stop(); }
 
   public Q_SLOTS:
     // For the running profile. With `select` the user may choose among all types, without it the
     // dialog is reduced to the profile's type. A request is ignored while a dialog stands.
     void onNeedSelectAuthType(bool select);
     void onSelectAuthTypeTimerTimeout();
-    void StopSelectAuthTypeTimer() { selectAuthTypeTimer_.stop(); }
-    // After the box of a failure: an open dialog may be used again.
-    void onCriticalBoxShown();
 
   Q_SIGNALS:
-    // The login that the dialog asked for. Queued: the dialog is gone.
-    void StartConnect(QString profileName, bool queryAuthType);
     void SelectAuthTypeTimeout();
 
   private:
-    bool runDialog(std::shared_ptr<Profile> const& profile, bool select);
-    void giveUp(std::string const& name);
+    enum class End { kLogin, kCancelled, kSuperseded };
+    End runDialog(std::shared_ptr<Profile> const& profile, bool select);
+    void giveUp(Profile& profile);
 
-    Services services_;
+    Session& session_;
     QPointer<AuthTypeDialog> dialog_;  // while it is open
-    QTimer selectAuthTypeTimer_;       // nothing starts it: the user may take any time
+    bool superseded_ = false;
+    QTimer selectAuthTypeTimer_;  // nothing starts it: the user may take any time
 };
 
 }  // namespace zorvanelink::ui

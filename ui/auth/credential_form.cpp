@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "ui/config/profile.h"
 #include "ui/text/texts.h"
 
 namespace zorvanelink::ui {

@@ -20,11 +20,6 @@ struct CredentialWidgets {
     QCheckBox* rememberPin = nullptr;
 };
 
-// Limits of the fields in bytes of UTF-8; also the number of asterisks of a mask.
-inline constexpr int kMaxUserNameBytes = 95;
-inline constexpr int kMaxPasswordBytes = 31;
-inline constexpr int kMaxPinBytes = 127;
-
 // Two groups below each other, labels above their fields; who places the form shows and hides the
 // groups. Object names: lineedit_username_, lineedit_password_, checkBox_remember_pwd_,
 // lineEdit_select_cert, select_cert_button_, lineedit_pin_, checkBox_remember_pin_.

@@ -1,39 +1,61 @@
 #include "ui/cards/card_view.h"
 
 namespace zorvanelink::ui {
+namespace {
 
 using common::MsgCode;
 
-CardView cardViewFor(ConnectStatus own, bool otherRuns, bool adapterUsable) {
+CardView idleView(ConnectionState const& state, std::string const& name) {
     CardView view;
-    view.action = CardAction::kDisconnect;
-    view.buttonText = MsgCode::UI_INFO_LOWER_DISCONNECT;
-    switch (own) {
-        case ConnectStatus::Disconnected:
-            view.menuEnabled = true;
-            view.action = CardAction::kConnect;
-            view.buttonText = MsgCode::UI_INFO_CONNECT;
-            view.buttonEnabled = !otherRuns && adapterUsable;
-            break;
+    view.logName = "DISCONNECT";
+    view.buttonEnabled = state.Idle() && state.adapterUsable;
+    view.menuEnabled = state.startingProfileName != name;
+    return view;
+}
+
+CardView runningView(ConnectStatus status) {
+    CardView view;
+    switch (status) {
         case ConnectStatus::Connecting:
             view.stateText = MsgCode::UI_INFO_LOWER_CONNECTING;
             view.lamp = "lamp_connecting";
             view.stateName = "connecting";
-            view.buttonEnabled = true;
+            view.logName = "CONNECTING";
             break;
         case ConnectStatus::PrepareReconnecting:
         case ConnectStatus::Reconnecting:
             view.stateText = MsgCode::UI_INFO_RECONNECTING;
             view.lamp = "lamp_reconnecting";
             view.stateName = "reconnecting";
+            view.logName =
+                status == ConnectStatus::Reconnecting ? "RECONNECTING" : "Prepare RECONNECTING";
             break;
         case ConnectStatus::Connected:
             view.stateText = MsgCode::UI_INFO_ONLINE;
             view.lamp = "lamp_connected";
             view.stateName = "online";
-            view.buttonEnabled = true;
+            view.logName = "CONNECTED";
+            break;
+        default:
+            view.logName = "UNKNOWN";
             break;
     }
+    view.action = CardAction::kDisconnect;
+    view.buttonText = MsgCode::UI_INFO_LOWER_DISCONNECT;
+    view.menuEnabled = false;
+    return view;
+}
+
+}  // namespace
+
+CardView cardViewFor(ConnectionState const& state, std::string const& name) {
+    bool const own = state.currentProfileName == name;
+    if (!own || state.status == ConnectStatus::Disconnected) {
+        return idleView(state, name);
+    }
+    CardView view = runningView(state.status);
+    // One that was told to stop is told once; one that logs in anew waits for its status.
+    view.buttonEnabled = !state.StopSent() && state.startingProfileName.empty();
     return view;
 }
 

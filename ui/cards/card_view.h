@@ -1,10 +1,12 @@
-// What a card shows, as a pure function of what is known.
+// What a card shows, as a pure function of the connection's state.
 #pragma once
 
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "common/message_catalogue.h"
-#include "ui/config/connect_status.h"
+#include "ui/session/connection_state.h"
 
 namespace zorvanelink::ui {
 
@@ -12,16 +14,18 @@ enum class CardAction { kConnect, kDisconnect };
 
 struct CardView {
     std::optional<common::MsgCode> stateText;  // none: no label
-    char const* lamp = nullptr;                // image below ":/assets/images/"; null: hidden
-    bool menuEnabled = false;
-    CardAction action = CardAction::kConnect;
+    std::string_view lamp;                     // image below ":/assets/images/"; empty: hidden
+    std::string_view stateName;                // what the stylesheet colours the label by
+    CardAction action = CardAction::kConnect;  // what the button does
     common::MsgCode buttonText = common::MsgCode::UI_INFO_CONNECT;
-    std::optional<bool> buttonEnabled;  // none: stays as it is
-    char const* stateName = "";         // what the stylesheet colours the label by
+    bool buttonEnabled = true;
+    bool menuEnabled = true;
+    std::string_view logName;  // of the status, in the log
+
+    bool operator==(CardView const&) const = default;
 };
 
-// `own` is this card's state; `otherRuns` whether another card's connection is in any state but
-// Disconnected; `adapterUsable` whether a connection could be started at all.
-CardView cardViewFor(ConnectStatus own, bool otherRuns, bool adapterUsable);
+// Of the connection of that name.
+CardView cardViewFor(ConnectionState const& state, std::string const& name);
 
 }  // namespace zorvanelink::ui

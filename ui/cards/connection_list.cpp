@@ -2,7 +2,6 @@
 
 #include <QSignalBlocker>
 
-#include "app/environment/globals.h"
 #include "components/logger/logger.h"
 
 namespace zorvanelink::ui {
@@ -12,19 +11,16 @@ using components::logger::Log;
 
 }  // namespace
 
-ConnectionList::ConnectionList(StartListWidget& list, Config& config, QObject* parent)
-    : QObject(parent), list_(list), config_(config) {
+ConnectionList::ConnectionList(StartListWidget& list, Config& config, ConnectionState const& state)
+    : list_(list), config_(config), state_(state) {
     connect(&list_, &QListWidget::itemSelectionChanged, this,
             &ConnectionList::on_connection_listwidget__itemSelectionChanged);
 }
 
 void ConnectionList::RefreshConnList() {
-    if (g_running_client != 0 || status_ != ConnectStatus::Disconnected) {
+    if (!state_.Idle()) {
         Log().info("Not refresh connection list now");
         refreshDue_ = true;
-        if (!selected_.empty()) {
-            Q_EMIT Selected(QString::fromStdString(selected_));
-        }
         return;
     }
     refreshDue_ = false;
@@ -35,15 +31,11 @@ void ConnectionList::RefreshConnList() {
     {
         // Selections on the way are nobody's choice.
         QSignalBlocker const blocker(&list_);
-        for (auto const& [name, tab] : tabs_) {
-            tab->disconnect(this);
-            disconnect(this, nullptr, tab, nullptr);
-        }
-        tabs_.clear();
-        selected_.clear();
-        list_.clear();
+        removeCardsOfOthers();
         for (auto const& [name, profile] : profiles) {
-            addCard(profile);
+            if (!Has(name)) {
+                addCard(profile);
+            }
         }
         list_.sortItems(Qt::AscendingOrder);
         SetCurrntProfileTabbyProfileName(QString::fromStdString(config_.GetDefaultProfileName()));
@@ -51,13 +43,33 @@ void ConnectionList::RefreshConnList() {
             list_.setCurrentRow(0);
         }
     }
-    Q_EMIT NotifyConnectStatus(QString::fromStdString(running_), status_);
+    Render();
     on_connection_listwidget__itemSelectionChanged();
 }
 
-void ConnectionList::RefreshCard(QString const& name) {
-    if (ProfileTab* const tab = GetProfileTab(name.toStdString())) {
-        tab->RefreshProfile();
+void ConnectionList::Render() {
+    if (refreshDue_ && state_.Idle()) {
+        RefreshConnList();  // renders them
+        return;
+    }
+    for (auto const& [name, tab] : tabs_) {
+        tab->Render(cardViewFor(state_, name));
+    }
+}
+
+void ConnectionList::removeCardsOfOthers() {
+    for (int row = list_.count() - 1; row >= 0; --row) {
+        ProfileTab* const tab = list_.CardAt(row);
+        std::string const name = tab->GetProfile()->name;
+        if (config_.GetProfile(name) == tab->GetProfile()) {
+            continue;
+        }
+        tabs_.erase(name);
+        if (selected_ == name) {
+            selected_.clear();
+        }
+        tab->disconnect(this);
+        delete list_.takeItem(row);
     }
 }
 
@@ -65,8 +77,6 @@ void ConnectionList::addCard(std::shared_ptr<Profile> const& profile) {
     auto* const tab = new ProfileTab(profile, &list_);
     tab->SetMenu(menu_);
     list_.AddCard(tab);
-    tab->SetAdapterUsable(adapterUsable_);
-    // Queued: what a click starts may delete the card.
     connect(tab, &ProfileTab::StartConnect, this, &ConnectionList::StartConnect,
             Qt::QueuedConnection);
     connect(tab, &ProfileTab::StopConnect, this, &ConnectionList::StopConnect,
@@ -77,16 +87,6 @@ void ConnectionList::addCard(std::shared_ptr<Profile> const& profile) {
             Qt::QueuedConnection);
     connect(tab, &ProfileTab::ForgotPassword, this, &ConnectionList::ForgotPassword,
             Qt::QueuedConnection);
-    connect(tab, &ProfileTab::Pending, this, [this](QString const& name, bool pending) {
-        SetPending(pending ? name.toStdString() : std::string());
-        if (pending) {
-            SetCurrntProfileTabbyProfileName(name);
-        } else {
-            Q_EMIT PendingEnded(name);
-        }
-    });
-    connect(this, &ConnectionList::NotifyConnectStatus, tab,
-            &ProfileTab::NotifyConnectStatusTriggered);
     tabs_[profile->name] = tab;
 }
 
@@ -94,15 +94,11 @@ void ConnectionList::logCards() const {
     Log().info("client count: {}", list_.count());
     for (int row = 0; row < list_.count(); ++row) {
         if (ProfileTab const* const tab = list_.CardAt(row)) {
-            Log().info("profile name: {}, status: {}", tab->GetProfile()->name,
-                       static_cast<int>(tab->Status()));
+            std::string const& name = tab->GetProfile()->name;
+            bool const runs = name == state_.currentProfileName;
+            Log().info("profile name: {}, status: {}", name,
+                       runs ? static_cast<int>(state_.status) : 0);
         }
-    }
-}
-
-void ConnectionList::RefreshIfDue() {
-    if (refreshDue_) {
-        RefreshConnList();
     }
 }
 
@@ -132,35 +128,6 @@ void ConnectionList::SetCurrntProfileTabbyProfileName(QString const& name) {
             list_.setCurrentRow(row);
             return;
         }
-    }
-}
-
-void ConnectionList::SetRunning(std::string const& name, ConnectStatus status) {
-    bool const refusal =
-        status == ConnectStatus::Disconnected && !running_.empty() && running_ != name;
-    SetPending({});
-    Q_EMIT NotifyConnectStatus(QString::fromStdString(name), status);
-    if (refusal) {
-        Q_EMIT NotifyConnectStatus(QString::fromStdString(running_), status_);
-        return;
-    }
-    running_ = status == ConnectStatus::Disconnected ? std::string() : name;
-    status_ = status;
-}
-
-void ConnectionList::SetPending(std::string const& name) {
-    for (auto const& [other, tab] : tabs_) {
-        tab->SetOtherPending(!name.empty() && other != name);
-        if (other == name) {
-            tab->AwaitStatus();
-        }
-    }
-}
-
-void ConnectionList::SetAdapterUsable(bool usable) {
-    adapterUsable_ = usable;
-    for (auto const& [name, tab] : tabs_) {
-        tab->SetAdapterUsable(usable);
     }
 }
 

@@ -3,7 +3,6 @@
 #include <QEvent>
 #include <QStyle>
 
-#include "app/environment/globals.h"
 #include "components/logger/logger.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/elide.h"
@@ -18,39 +17,7 @@ namespace {
 
 constexpr char const* kDisabledStyle = "background-color: #E8E8E8; color: #CCCCCC; border-radius:4";
 
-char const* nameOf(ConnectStatus status) {
-    switch (status) {
-        case ConnectStatus::Disconnected:
-            return "DISCONNECT";
-        case ConnectStatus::Connecting:
-            return "CONNECTING";
-        case ConnectStatus::PrepareReconnecting:
-            return "Prepare RECONNECTING";
-        case ConnectStatus::Reconnecting:
-            return "RECONNECTING";
-        case ConnectStatus::Connected:
-            return "CONNECTED";
-    }
-    return "UNKNOWN";
-}
-
 }  // namespace
-
-void ProfileTab::SetConnButtonDisableTime(std::chrono::milliseconds time) {
-    connButtonDisableMs = static_cast<std::int32_t>(time.count());
-}
-
-void ProfileTab::SetOtherPending(bool pending) {
-    if (std::exchange(otherPending_, pending) != pending) {
-        render();
-    }
-}
-
-void ProfileTab::SetAdapterUsable(bool usable) {
-    if (std::exchange(adapterUsable_, usable) != usable) {
-        render();
-    }
-}
 
 void ProfileTab::SetSelected(bool selected) {
     selected_ = selected;
@@ -58,60 +25,20 @@ void ProfileTab::SetSelected(bool selected) {
     update();
 }
 
-void ProfileTab::Start(bool retry) {
-    bool queryAuthType = false;
-    if (!retry) {
-        // A password that was typed for one attempt is asked for again.
-        if (profile->tempCredential && !profile->rememberPassword) {
-            Log().info("Clear password when not remember");
-            profile->password.clear();
-        }
-        queryAuthType = !profile->keepAuthType || profile->authType == SupportedAuthType::kNone;
-    }
-    profile->tempCredential = !profile->rememberPassword;
-    g_running_client = 1;
-    Q_EMIT StartConnect(QString::fromStdString(profile->name), queryAuthType);
-    Log().info("start connect in profile tab");
-}
-
-void ProfileTab::Stop() {
-    Q_EMIT StopConnect(QString::fromStdString(profile->name), true);
-    g_running_client = 0;
-    Log().info("stop connect in profile tab");
-}
-
 void ProfileTab::onConnButtonTriggered() {
-    CardAction const action = action_;
-    AwaitStatus();
+    QString const name = QString::fromStdString(profile->name);
     setFocus();
-    Q_EMIT Pending(QString::fromStdString(profile->name), true);
-    if (action == CardAction::kConnect) {
-        Start(false);
+    if (view_.action == CardAction::kConnect) {
+        Q_EMIT StartConnect(name);
+        Log().info("start connect in profile tab");
     } else {
-        Stop();
+        Q_EMIT StopConnect(name);
+        Log().info("stop connect in profile tab");
     }
 }
 
-void ProfileTab::AwaitStatus() {
-    if (pending_) {
-        return;
-    }
-    pending_ = true;
-    ConnectButtonEnable(false);
-    menu_panel_->setEnabled(false);
-    updateMenu();
-    connButtonDisableTimer->start(connButtonDisableMs);
-}
-
-void ProfileTab::onStartConnect(QString const&, bool) {
-    Start(true);
-}
-
-void ProfileTab::onAutoLogin(QString const& name) {
-    if (name.toStdString() == profile->name) {
-        Log().info("auto login profile_name: {}", profile->name);
-        conn_button_->click();  // a grey one does nothing
-    }
+void ProfileTab::Press() {
+    conn_button_->click();
 }
 
 void ProfileTab::ConnectButtonEnable(bool enable) {
@@ -120,89 +47,57 @@ void ProfileTab::ConnectButtonEnable(bool enable) {
     if (conn_button_->styleSheet() != style) {
         conn_button_->setStyleSheet(style);
     }
-    if (enable) {
-        ConnButtonDisableTimerStop();
-    }
 }
 
-void ProfileTab::ConnButtonDisableTimerStop() {
-    connButtonDisableTimer->stop();
-}
-
-void ProfileTab::onConnButtonDisableTimerTimeout() {
-    pending_ = false;
-    ConnectButtonEnable(true);
-    updateMenu();
-    Q_EMIT Pending(QString::fromStdString(profile->name), false);
-}
-
-void ProfileTab::NotifyConnectStatusTriggered(QString const& name, ConnectStatus status) {
-    if (name.toStdString() == profile->name) {
-        onOwnStatus(status);
-    } else {
-        onOtherStatus(status);
-    }
-}
-
-void ProfileTab::onOwnStatus(ConnectStatus status) {
-    SetUserName(profile->userName);
-    g_running_client = status == ConnectStatus::Disconnected ? 0 : 1;
-    Log().info("client current connect status: {}", nameOf(status));
-    if (status > ConnectStatus::Connected) {
+void ProfileTab::Render(CardView const& view) {
+    Shown const shown{profile->name,     profile->server,    profile->port,
+                      profile->userName, profile->loginMode, !profile->forgotPwdUrl.empty()};
+    bool const same_profile = shown == shown_;
+    bool const same_state = view == view_ && !shown_.name.empty();
+    if (same_profile && same_state) {
         return;
     }
-    status_ = status;
-    pending_ = false;
-    otherRuns_ = false;
-    otherPending_ = false;
-    render();
-}
-
-void ProfileTab::onOtherStatus(ConnectStatus status) {
-    otherRuns_ = status != ConnectStatus::Disconnected;
-    otherPending_ = false;
-    Log().debug("conn_button_->setEnabled({})", !otherRuns_);
-    render();
-}
-
-void ProfileTab::render() {
-    CardView const view = cardViewFor(status_, otherRuns_ || otherPending_, adapterUsable_);
-    renderState(view);
-    renderButton(view);
-    menu_panel_->setEnabled(view.menuEnabled && !pending_);
+    if (view.logName != view_.logName && !view_.logName.empty()) {
+        Log().info("client current connect status: {}", view.logName);
+    }
+    view_ = view;
+    shown_ = shown;
+    if (!same_profile) {
+        renderProfile();
+    }
+    if (!same_state) {
+        renderState();
+        renderButton();
+    }
+    menu_panel_->setEnabled(view.menuEnabled);
     updateMenu();
     placeTexts();
 }
 
-void ProfileTab::renderState(CardView const& view) {
-    stateLabel_->setVisible(view.stateText.has_value());
-    stateLamp_->setVisible(view.lamp != nullptr);
-    stateLabel_->setText(view.stateText ? GetTrMsg(*view.stateText) : QString());
-    stateLabel_->setProperty("state", QLatin1String(view.stateName));
+void ProfileTab::renderState() {
+    bool const lit = !view_.lamp.empty();
+    stateLabel_->setVisible(view_.stateText.has_value());
+    stateLamp_->setVisible(lit);
+    stateLabel_->setText(view_.stateText ? GetTrMsg(*view_.stateText) : QString());
+    stateLabel_->setProperty("state", QLatin1String(view_.stateName.data()));
     stateLabel_->style()->polish(stateLabel_);
-    if (view.lamp != nullptr) {
-        stateLamp_->setPixmap(
-            LoadImage(QStringLiteral(":/assets/images/%1.png").arg(QLatin1String(view.lamp))));
+    if (lit) {
+        stateLamp_->setPixmap(LoadImage(
+            QStringLiteral(":/assets/images/%1.png").arg(QLatin1String(view_.lamp.data()))));
     }
     setAccessibleDescription(stateLabel_->text());
 }
 
-void ProfileTab::renderButton(CardView const& view) {
-    bool const primary = view.action == CardAction::kConnect;
-    action_ = view.action;
-    conn_button_->setText(GetTrMsg(view.buttonText));
+void ProfileTab::renderButton() {
+    bool const primary = view_.action == CardAction::kConnect;
+    conn_button_->setText(GetTrMsg(view_.buttonText));
     conn_button_->setAccessibleName(
         QStringLiteral("%1 %2").arg(conn_button_->text(), QString::fromStdString(profile->name)));
     if (conn_button_->property("primary").toBool() != primary) {
         conn_button_->setProperty("primary", primary);
         conn_button_->style()->polish(conn_button_);
     }
-    if (pending_) {
-        return;
-    }
-    if (view.buttonEnabled) {
-        ConnectButtonEnable(*view.buttonEnabled);
-    }
+    ConnectButtonEnable(view_.buttonEnabled);
 }
 
 void ProfileTab::MenuPanelBtnClicked() {

@@ -4,14 +4,11 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
-#include <QTimer>
 #include <QToolButton>
 #include <QWidget>
-#include <chrono>
 #include <memory>
 
 #include "ui/cards/card_view.h"
-#include "ui/config/connect_status.h"
 #include "ui/config/profile.h"
 
 namespace zorvanelink::ui {
@@ -35,42 +32,25 @@ class ProfileTab : public QWidget {
     void SetMenu(CardMenu menu);
 
     std::shared_ptr<Profile> GetProfile() const { return profile; }
-    ConnectStatus Status() const { return status_; }
     bool IsSelected() const { return selected_; }
 
     void SetSelected(bool selected);
-    void SetUserName(std::string const& name);
-    // Reads name, server, port, user and login mode from the profile again.
-    void RefreshProfile();
-
-    void ConnectButtonEnable(bool enable);
-    void ConnButtonDisableTimerStop();
-    // How long a click greys the button when no status comes; 60 seconds unless set.
-    void SetConnButtonDisableTime(std::chrono::milliseconds time);
-    // A request of this card is on its way: its button is grey until a status comes.
-    void AwaitStatus();
-    // Another card has been pressed and no status has come yet.
-    void SetOtherPending(bool pending);
-    // Without a usable adapter no connection can be started; one that runs can be stopped.
-    void SetAdapterUsable(bool usable);
+    // The state of its connection, and what of the profile is shown. A card on which nothing has
+    // changed is left alone.
+    void Render(CardView const& view);
+    // Presses the button; a grey one does nothing.
+    void Press();
 
   Q_SIGNALS:
-    void StartConnect(QString name, bool queryAuthType);
-    void StopConnect(QString name, bool);
+    void StartConnect(QString name);
+    void StopConnect(QString name);
     void DeleteConnectionInfo(QString name);
     void ModifyConnectionInfo(QString name);
     // The page for a forgotten password, for OpenUrlWithHint.
     void ForgotPassword(QString url);
-    // The button was pressed (true), or the wait for a status has ended without one (false).
-    void Pending(QString name, bool pending);
 
   public Q_SLOTS:
-    void Start(bool retry);
-    void Stop();
     void onConnButtonTriggered();
-    void onStartConnect(QString const& name, bool queryAuthType);
-    void onAutoLogin(QString const& name);
-    void NotifyConnectStatusTriggered(QString const& name, ConnectStatus status);
     void MenuPanelBtnClicked();
 
   protected:
@@ -83,13 +63,11 @@ class ProfileTab : public QWidget {
     void build();
     QToolButton* addMenuButton(char const* name, QString const& icon, common::MsgCode text);
     void buildMenu();
-    void onConnButtonDisableTimerTimeout();
-    void onOwnStatus(ConnectStatus status);
-    void onOtherStatus(ConnectStatus status);
-    void render();
+    void ConnectButtonEnable(bool enable);
     void placeTexts();
-    void renderState(CardView const& view);
-    void renderButton(CardView const& view);
+    void renderProfile();
+    void renderState();
+    void renderButton();
     QLabel* addLabel(char const* name, char const* role);
     void hoverMenu(QPoint position);
     void updateMenu();
@@ -97,8 +75,6 @@ class ProfileTab : public QWidget {
 
     std::shared_ptr<Profile> profile;
     QPushButton* conn_button_ = nullptr;
-    QTimer* connButtonDisableTimer = nullptr;
-    std::int32_t connButtonDisableMs = 60000;
     QWidget* menu_panel_ = nullptr;
     QToolButton* mod_config_button_ = nullptr;
     QToolButton* del_config_button_ = nullptr;
@@ -113,14 +89,19 @@ class ProfileTab : public QWidget {
     QLabel* stateLabel_ = nullptr;
     QLabel* stateLamp_ = nullptr;
 
-    ConnectStatus status_ = ConnectStatus::Disconnected;
-    CardAction action_ = CardAction::kConnect;
-    QString userText_;
+    // What of the profile stands on the card.
+    struct Shown {
+        std::string name;
+        std::string server;
+        std::uint16_t port = 0;
+        std::string userName;
+        std::uint16_t loginMode = 0;
+        bool forgotPassword = false;
+        bool operator==(Shown const&) const = default;
+    };
+    Shown shown_;
+    CardView view_;
     CardMenu menu_;
-    bool otherRuns_ = false;
-    bool otherPending_ = false;
-    bool adapterUsable_ = true;
-    bool pending_ = false;
     bool selected_ = false;
     bool hovered_ = false;
 };

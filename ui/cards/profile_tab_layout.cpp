@@ -53,8 +53,7 @@ ProfileTab::ProfileTab(std::shared_ptr<Profile> shownProfile, QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
     build();
-    RefreshProfile();
-    render();
+    Render({});
 }
 
 QLabel* ProfileTab::addLabel(char const* name, char const* role) {
@@ -86,10 +85,6 @@ void ProfileTab::build() {
     conn_button_->setObjectName(QStringLiteral("conn_button_"));
     conn_button_->setFixedSize(kButtonWidth, kButtonHeight);
     conn_button_->setAutoDefault(false);
-    connButtonDisableTimer = new QTimer(this);
-    connButtonDisableTimer->setSingleShot(true);
-    connect(connButtonDisableTimer, &QTimer::timeout, this,
-            &ProfileTab::onConnButtonDisableTimerTimeout);
     connect(conn_button_, &QPushButton::clicked, this, &ProfileTab::onConnButtonTriggered);
 }
 
@@ -123,32 +118,25 @@ QToolButton* ProfileTab::addMenuButton(char const* name, QString const& icon, Ms
     return button;
 }
 
-void ProfileTab::RefreshProfile() {
-    QString const name = QString::fromStdString(profile->name);
-    bool const gm = profile->loginMode == kLoginModeGm;
-    setAccessibleName(name);
-    port_->setText(QStringLiteral("%1 %2").arg(GetTrMsg(MsgCode::UI_INFO_PORT),
-                                               QString::number(profile->port)));
+void ProfileTab::renderProfile() {
+    bool const gm = shown_.loginMode == kLoginModeGm;
+    setAccessibleName(QString::fromStdString(shown_.name));
+    port_->setText(
+        QStringLiteral("%1 %2").arg(GetTrMsg(MsgCode::UI_INFO_PORT), QString::number(shown_.port)));
     loginMode_->setText(gm ? QStringLiteral("GM SSL") : QString());
     loginMode_->setToolTip(gm ? GetTrMsg(MsgCode::UI_INFO_LOGIN_MODE) + loginMode_->text()
                               : QString());
     loginMode_->setAttribute(Qt::WA_TransparentForMouseEvents, !gm);
     SetMenu(menu_);
-    SetUserName(profile->userName);
 }
 
 void ProfileTab::SetMenu(CardMenu menu) {
     menu_ = menu;
     mod_config_button_->setVisible(menu.modify);
     del_config_button_->setVisible(menu.remove);
-    forgot_pwd_button_->setVisible(menu.forgotPassword && !profile->forgotPwdUrl.empty());
+    forgot_pwd_button_->setVisible(menu.forgotPassword && shown_.forgotPassword);
     menu_panel_->adjustSize();
     updateMenu();
-}
-
-void ProfileTab::SetUserName(std::string const& name) {
-    userText_ = QString::fromStdString(name);
-    placeTexts();
 }
 
 void ProfileTab::placeTexts() {
@@ -166,7 +154,7 @@ void ProfileTab::placeTexts() {
         label->setAttribute(Qt::WA_TransparentForMouseEvents, !elided);
         label->setGeometry(area);
     };
-    place(name_, QString::fromStdString(profile->name), true,
+    place(name_, QString::fromStdString(shown_.name), true,
           QRect(kInset, kNameTop, nameRight - kInset, kNameHeight));
 
     auto const row = [&](QLabel* head, QLabel* value, QLabel* tail, QString const& text, int top,
@@ -178,8 +166,9 @@ void ProfileTab::placeTexts() {
         int const room = right - left - (tailWidth > 0 ? tailWidth + kGap : 0);
         place(value, text, false, QRect(left, top, qMin(room, limit), kRowHeight));
     };
-    row(serverName_, server_, port_, QString::fromStdString(profile->server), kServerTop, width());
-    row(userName_, user_, loginMode_, userText_, kUserTop, kUserWidth);
+    row(serverName_, server_, port_, QString::fromStdString(shown_.server), kServerTop, width());
+    row(userName_, user_, loginMode_, QString::fromStdString(shown_.userName), kUserTop,
+        kUserWidth);
     conn_button_->move(right - conn_button_->width(),
                        height() - kRing - kPadding - conn_button_->height());
 }
@@ -187,7 +176,7 @@ void ProfileTab::placeTexts() {
 void ProfileTab::updateMenu() {
     bool const inside =
         hovered_ || selected_ || menu_panel_->isAncestorOf(QApplication::focusWidget());
-    bool const shown = inside && menu_panel_->isEnabled() && !pending_;
+    bool const shown = inside && menu_panel_->isEnabled();
     hoverMenu(shown ? QPoint(kInset - 6, height() - kRing - kPadding - kButtonHeight / 2 -
                                              menu_panel_->height() / 2)
                     : QPoint(kInset - 6, height()));

@@ -1,10 +1,41 @@
 #include "ui/cert/cert_view_form.h"
 
+#include <QDateTime>
+
 #include "ui/config/cert_decode.h"
 #include "ui/widgets/elided_label.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
+namespace {
+
+QDateTime timeOf(std::string const& utc) {
+    QDateTime time =
+        QDateTime::fromString(QString::fromStdString(utc), QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+    time.setTimeSpec(Qt::UTC);
+    return time;
+}
+
+}  // namespace
+
+QString ValidityMark(CertInfo const& cert) {
+    QDateTime const now = QDateTime::currentDateTimeUtc();
+    QDateTime const from = timeOf(cert.validFrom);
+    QDateTime const to = timeOf(cert.validTo);
+    QString mark;
+    if (to.isValid() && to < now) {
+        mark = Translate(QT_TRANSLATE_NOOP("ui", "Expired"));
+    } else if (from.isValid() && now < from) {
+        mark = Translate(QT_TRANSLATE_NOOP("ui", "Not yet valid"));
+    }
+    return mark.isEmpty() ? mark : QStringLiteral("[%1] ").arg(mark);
+}
+
+QString LocalTime(std::string const& utc) {
+    QDateTime const time = timeOf(utc);
+    return time.isValid() ? time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))
+                          : QString::fromStdString(utc);
+}
 
 CertViewForm::CertViewForm(QString const& name, QString const& issuer, QString const& validFrom,
                            QString const& validTo, QWidget* parent)

@@ -4,7 +4,14 @@
 #include <QFormLayout>
 #include <QWidget>
 
+#include "components/cert/cert_info.h"
+
 namespace zorvanelink::ui {
+
+// "[Expired] ", "[Not yet valid] " or nothing: what stands ahead of the name.
+QString ValidityMark(CertInfo const& cert);
+// A time of a certificate, which is UTC, on the user's clock; a text that is no time as it stands.
+QString LocalTime(std::string const& utc);
 
 class CertViewForm : public QWidget {
     Q_OBJECT

@@ -1,14 +1,19 @@
 #include "ui/cert/digital_cert_dialog.h"
 
 #include <QDir>
+#include <QEventLoop>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QPointer>
+#include <QThread>
+#include <memory>
 
 #include "components/cert/pkcs12.h"
 #include "components/logger/logger.h"
 #include "ui/cert/cert_view_form.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/push_button_ext.h"
+#include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -17,8 +22,7 @@ using common::MsgCode;
 using components::logger::Log;
 namespace utils = components::utils;
 
-constexpr int kMaxPasswordBytes = 127;  // UTF-8
-constexpr QSize kBodySize{520, 440};    // pixels
+constexpr QSize kBodySize{520, 440};  // pixels
 
 }  // namespace
 
@@ -55,8 +59,13 @@ QWidget* DigitalCertDialog::buildHead() {
     delete_ = new QPushButtonExt(GetTrMsg(MsgCode::UI_TR_DELETE), bar);
     delete_->setObjectName(QStringLiteral("btn_delete_"));
     row->addWidget(import_);
+    busy_ = new QLabel(Translate(QT_TRANSLATE_NOOP("ui", "Opening the certificate...")), bar);
+    busy_->setObjectName(QStringLiteral("busy_label_"));
+    busy_->setProperty("role", QStringLiteral("hint"));
+    busy_->hide();
     row->addWidget(delete_);
     row->addStretch();
+    row->addWidget(busy_);
     connect(import_, &QPushButton::clicked, this, &DigitalCertDialog::OnBtnImportClicked);
     connect(delete_, &QPushButton::clicked, this, &DigitalCertDialog::OnBtnDeleteClicked);
     return bar;
@@ -74,11 +83,11 @@ QWidget* DigitalCertDialog::buildFoot() {
         row->addWidget(cancel);
         connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     }
-    auto* ok = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_OK), bar);
-    ok->setObjectName(QStringLiteral("btn_ok_"));
-    ok->setDefault(true);
-    row->addWidget(ok);
-    connect(ok, &QPushButton::clicked, this, &DigitalCertDialog::OnBtnOkClicked);
+    ok_ = new QPushButtonExt(GetTrMsg(MsgCode::UI_INFO_OK), bar);
+    ok_->setObjectName(QStringLiteral("btn_ok_"));
+    ok_->setDefault(true);
+    row->addWidget(ok_);
+    connect(ok_, &QPushButton::clicked, this, &DigitalCertDialog::OnBtnOkClicked);
     return bar;
 }
 
@@ -106,10 +115,11 @@ void DigitalCertDialog::orderTabs() {
 }
 
 QWidget* DigitalCertDialog::AddCertView(CertInfo const& cert) {
-    QString const prefix = cert.isTls ? QString() : QStringLiteral("[GMSSL] ");
-    auto* form = new CertViewForm(
-        prefix + QString::fromStdString(cert.commonName), QString::fromStdString(cert.issuer),
-        QString::fromStdString(cert.validFrom), QString::fromStdString(cert.validTo));
+    QString const prefix =
+        ValidityMark(cert) + (cert.isTls ? QString() : QStringLiteral("[GMSSL] "));
+    auto* form = new CertViewForm(prefix + QString::fromStdString(cert.commonName),
+                                  QString::fromStdString(cert.issuer), LocalTime(cert.validFrom),
+                                  LocalTime(cert.validTo));
     certBox_->addWidget(form->Name(), form);
     certs_[form] = &cert;
     orderTabs();
@@ -134,19 +144,74 @@ void DigitalCertDialog::OnBtnImportClicked() {
     if (!path) {
         return;
     }
-    std::optional<std::string> const pin = InputPincode(*path);
-    if (!pin) {
-        Log().error("Input pincode error");
+    CertInfo cert;
+    std::optional<int> const result = open(cert, *path);
+    if (!result) {
         return;
     }
-    CertInfo cert;
-    cert.filePath = path->toStdString();
-    cert.pin = *pin;
-    if (std::optional<QString> const refusal = refusalOf(cert, *path)) {
+    if (std::optional<QString> const refusal = refusalOf(*result, cert, *path)) {
         critical(*refusal);
         return;
     }
     store(cert);
+}
+
+std::optional<int> DigitalCertDialog::open(CertInfo& cert, QString const& path) {
+    QPointer<DigitalCertDialog> const self(this);
+    bool closed = false;
+    QObject life;  // of the connection below
+    connect(this, &QDialog::finished, &life, [&closed] { closed = true; });
+    auto const gone = [&] { return !self || closed; };
+    int result = utils::kPkcs12WrongPin;
+    while (result == utils::kPkcs12WrongPin) {
+        std::optional<std::string> const pin = InputPincode(path);
+        if (gone()) {
+            return std::nullopt;
+        }
+        if (!pin) {
+            Log().error("Input pincode error");
+            return std::nullopt;
+        }
+        cert = CertInfo();
+        cert.filePath = path.toStdString();
+        cert.pin = *pin;
+        result = parse(cert);
+        if (result == utils::kPkcs12WrongPin && !gone()) {
+            critical(GetTrMsg(MsgCode::UI_TR_WRONG_CERT_PWD));
+        }
+        if (gone()) {
+            return std::nullopt;
+        }
+    }
+    return result;
+}
+
+int DigitalCertDialog::parse(CertInfo& cert) {
+    QPointer<DigitalCertDialog> const self(this);
+    showBusy(true);
+    int result = utils::kPkcs12Bad;
+    std::unique_ptr<QThread> const worker(
+        QThread::create([&] { result = utils::ParsePkcs12Cert(cert, false); }));
+    QEventLoop waiting;
+    connect(worker.get(), &QThread::finished, &waiting, &QEventLoop::quit);
+    worker->start();
+    waiting.exec();
+    worker->wait();  // the end of the program ends the loop earlier
+    if (self) {
+        showBusy(false);
+    }
+    return result;
+}
+
+void DigitalCertDialog::showBusy(bool busy) {
+    QWidget* const focused = focusWidget();
+    busy_->setVisible(busy);
+    for (QPushButton* const button : {import_, delete_, ok_}) {
+        button->setDisabled(busy);
+    }
+    if (!busy && focused != nullptr) {
+        import_->setFocus();
+    }
 }
 
 std::optional<std::string> DigitalCertDialog::InputPincode(QString const& path) {
@@ -157,16 +222,19 @@ std::optional<std::string> DigitalCertDialog::InputPincode(QString const& path) 
     request.label2 = QFileInfo(path).fileName();
     request.okButton = GetTrMsg(MsgCode::UI_INFO_OK);
     request.cancelButton = GetTrMsg(MsgCode::UI_INFO_CANCEL);
-    request.maxUtf8Length = kMaxPasswordBytes;
+    request.maxUtf8Length = kMaxPinBytes;
     request.tooLongMessage = GetTrMsg(MsgCode::UI_TR_ERR_PIN_CODE_LENGTH);
     std::optional<SecretAnswer> const answer = prompts_.InputSecret(request);
     return answer ? std::optional(answer->value) : std::nullopt;
 }
 
-std::optional<QString> DigitalCertDialog::refusalOf(CertInfo& cert, QString const& path) const {
-    int const result = utils::ParsePkcs12Cert(cert, false);
-    if (result == utils::kPkcs12WrongPin) {
-        return GetTrMsg(MsgCode::UI_TR_WRONG_CERT_PWD);
+std::optional<QString> DigitalCertDialog::refusalOf(int result, CertInfo const& cert,
+                                                    QString const& path) const {
+    if (result == utils::kPkcs12TooCostly) {
+        return Translate(QT_TRANSLATE_NOOP(
+            "ui",
+            "This file would take too long to open. Export the certificate again with fewer "
+            "than 2,000,000 iterations."));
     }
     if (result != utils::kPkcs12Ok) {
         Log().error("Failed to import cert file {} when reading cert", cert.filePath);
@@ -192,6 +260,10 @@ void DigitalCertDialog::store(CertInfo const& cert) {
     QWidget* const view = AddCertView(*config_.GetClientCert(cert.fingerprint));
     config_.Save();
     certBox_->ShowCertWidget(view);
+    if (target_ != nullptr && selected_ == nullptr) {
+        certBox_->SetSelectedCertWidget(view);
+        OnSelectCert(view);
+    }
 }
 
 void DigitalCertDialog::OnBtnDeleteClicked() {

@@ -1,6 +1,7 @@
 // The user's imported certificates: import, delete, and the choice of one. GUI thread.
 #pragma once
 
+#include <QLabel>
 #include <map>
 #include <optional>
 
@@ -33,8 +34,13 @@ class DigitalCertDialog : public ZVLDialog {
     QWidget* AddCertView(CertInfo const& cert);
     // The password as a sensitive value; none when the user cancels.
     std::optional<std::string> InputPincode(QString const& path);
+    // Asks for the password until it fits; none when the user cancels, here or by closing.
+    std::optional<int> open(CertInfo& cert, QString const& path);
+    // Opens the container on a thread of its own, while the dialog says so; its key may take long.
+    int parse(CertInfo& cert);
+    void showBusy(bool busy);
     // None for a readable certificate that may be imported, else what the user is told.
-    std::optional<QString> refusalOf(CertInfo& cert, QString const& path) const;
+    std::optional<QString> refusalOf(int result, CertInfo const& cert, QString const& path) const;
     void store(CertInfo const& cert);
     void orderTabs();
     void critical(QString const& text);
@@ -45,6 +51,8 @@ class DigitalCertDialog : public ZVLDialog {
     CertViewBox* certBox_;
     QPushButton* import_ = nullptr;
     QPushButton* delete_ = nullptr;
+    QPushButton* ok_ = nullptr;
+    QLabel* busy_ = nullptr;
     std::map<QWidget*, CertInfo const*> certs_;  // records of the store, by their view
     QWidget* selected_ = nullptr;
 };

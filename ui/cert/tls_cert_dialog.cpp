@@ -182,7 +182,7 @@ void TLSCertDialog::fill(Source& source, std::vector<CertInfo> certs) {
         if (!wanted.empty() && cert.fingerprint == wanted) {
             preset = names.size();
         }
-        names.append(shownName(cert));
+        names.append(ValidityMark(cert) + shownName(cert));
     }
     source.names->setStringList(names);
     source.view->setCurrentIndex(source.names->index(preset));
@@ -199,8 +199,21 @@ void TLSCertDialog::fillFromStore() {
 }
 
 void TLSCertDialog::manageStore() {
+    std::vector<CertInfo> const before = store_.certs;
     DigitalCertDialog(nullptr, config_, prompts_, this).exec();
     fillFromStore();
+    if (store_.view->currentIndex().isValid()) {
+        return;
+    }
+    // What has just been imported is meant.
+    for (std::size_t row = 0; row < store_.certs.size(); ++row) {
+        auto const same = [&](CertInfo const& cert) {
+            return cert.fingerprint == store_.certs[row].fingerprint;
+        };
+        if (std::none_of(before.begin(), before.end(), same)) {
+            store_.view->setCurrentIndex(store_.names->index(static_cast<int>(row)));
+        }
+    }
 }
 
 std::uint16_t TLSCertDialog::checkedKind() const {

@@ -2,7 +2,7 @@
 
 #include <unistd.h>
 
-#include <QFile>
+#include <algorithm>
 #include <cerrno>
 
 #include "app/environment/paths.h"
@@ -33,6 +33,16 @@ std::uint16_t Uint16Of(QVariant const& value) {
 QString GroupOf(QString const& name) {
     QString const general = QStringLiteral("General");
     return name.compare(general, Qt::CaseInsensitive) == 0 ? general : name;
+}
+
+std::string CertFilePath(std::string const& fileName) {
+    return GetConfigClientCertPath().toStdString() + '/' + fileName;
+}
+
+std::string CertFileName(CertInfo const& cert) {
+    std::string const folder = CertFilePath({});
+    return cert.filePath.starts_with(folder) ? cert.filePath.substr(folder.size())
+                                             : cert.fingerprint;
 }
 
 std::vector<Row<Config>> const& SwitchRows() {
@@ -86,6 +96,13 @@ Config::Config() {
 std::shared_ptr<Profile> Config::GetProfile(std::string const& name) const {
     auto const found = profiles.find(name.empty() ? defaultProfile : name);
     return found == profiles.end() ? nullptr : found->second;
+}
+
+bool Config::HasName(std::string const& name) const {
+    return profiles.count(name) != 0 ||
+           std::any_of(
+               kept_.begin(), kept_.end(),
+               [wanted = QString::fromStdString(name)](auto const& p) { return p.name == wanted; });
 }
 
 bool Config::SetDefaultProfile(std::string const& name) {
@@ -149,7 +166,7 @@ CertInfo const* Config::GetClientCert(std::string const& fingerprint) const {
 
 bool Config::AddClientCert(CertInfo const& cert) {
     QString const folder = GetConfigClientCertPath();
-    std::string const target = folder.toStdString() + '/' + cert.fingerprint;
+    std::string const target = settings::CertFilePath(cert.fingerprint);
     if (!MakePrivateDir(folder)) {
         Log().error("Failed to create dir [{}]", folder.toStdString());
         return false;
@@ -159,6 +176,12 @@ bool Config::AddClientCert(CertInfo const& cert) {
     }
     CertInfo stored = cert;
     stored.filePath = target;
+    // Who chose the certificate before it was replaced has the old container's PIN.
+    for (auto const& [name, profile] : profiles) {
+        if (profile && profile->fileCert.fingerprint == cert.fingerprint) {
+            profile->fileCert = stored;
+        }
+    }
     clientCerts.insert_or_assign(cert.fingerprint, std::move(stored));
     return true;
 }
@@ -166,14 +189,17 @@ bool Config::AddClientCert(CertInfo const& cert) {
 bool Config::DeleteClientCert(CertInfo const& cert) {
     // The caller may hand in the very record that is erased below.
     std::string const fingerprint = cert.fingerprint;
-    QString const path =
-        GetConfigClientCertPath() + QLatin1Char('/') + QString::fromStdString(fingerprint);
-    // A file that is already gone is as good as deleted; one that cannot be reached is not.
-    if (::unlink(QFile::encodeName(path).constData()) != 0 && errno != ENOENT) {
-        Log().info("Failed to remove cert file {} ", path.toStdString());
+    CertInfo const* const stored = GetClientCert(fingerprint);
+    std::string const name = settings::CertFileName(stored != nullptr ? *stored : cert);
+    std::string const path = settings::CertFilePath(name);
+    // A file outside the store is not ours to delete. One that is already gone is as good as
+    // deleted; one that cannot be reached is not.
+    bool const ours = name.find('/') == std::string::npos;
+    if (ours && ::unlink(path.c_str()) != 0 && errno != ENOENT) {
+        Log().info("Failed to remove cert file {} ", path);
         return false;
     }
-    Log().debug("Sus to remove cert file {} ", path.toStdString());
+    Log().debug("Sus to remove cert file {} ", path);
     clientCerts.erase(fingerprint);
     return true;
 }

@@ -2,8 +2,11 @@
 // AppConfig.ini. GUI thread only; nothing here reports to the user.
 #pragma once
 
-#include <QString>
+#include <QMap>
+#include <QStringList>
+#include <QVariant>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -36,11 +39,16 @@ class Config {
     // Writes everything in one go and syncs once. On failure a log line, and the file stays as it
     // was; the next call tries again.
     void Save();
+    bool LastSaveFailed() const { return saveFailed_; }
+    // Told at the end of each save.
+    std::function<void()> onSaved;
 
     ProfileMap const& GetProfile() const { return profiles; }
     // Empty pointer for an unknown name; an empty name means the default profile.
     std::shared_ptr<Profile> GetProfile(std::string const& name) const;
     std::string const& GetDefaultProfileName() const { return defaultProfile; }
+    // Whether a connection has that name, also one behind the limit that is only kept.
+    bool HasName(std::string const& name) const;
     // False, with nothing changed, unless a profile has that name.
     bool SetDefaultProfile(std::string const& name);
 
@@ -85,20 +93,30 @@ class Config {
     ClientVersionInfo lastClientVersion;  // the program that wrote the file last
 
   private:
+    // A connection behind the limit: not read, and written back as the file had it.
+    struct KeptProfile {
+        QString name;
+        QMap<QString, QVariant> keys;
+    };
+
     // config_load.cpp
     void loadClientCerts(QSettings& settings);
     bool loadClientCert(QSettings& settings);
     void loadProfiles(QSettings& settings);
+    void keepProfile(QSettings& settings, QString const& key, QString const& name);
     void loadFileCert(QSettings& settings, Profile& profile) const;
     std::shared_ptr<Profile> loadProfile(QSettings& settings, QString const& key,
                                          std::string const& name) const;
     // config_save.cpp
-    bool keepBadFile(QSettings const& settings, QString const& path) const;
     void saveSwitches(QSettings& settings) const;
     void saveProfiles(QSettings& settings) const;
+    void saveKeptProfiles(QSettings& settings, QStringList& names) const;
     void saveClientCerts(QSettings& settings) const;
 
     bool clearPending_ = false;  // a profile was deleted since the last good save
+    QStringList renamedGroups_;  // of profiles read under another name; gone with the next save
+    std::vector<KeptProfile> kept_;
+    bool saveFailed_ = false;
 };
 
 }  // namespace zorvanelink::ui

@@ -1,6 +1,7 @@
 // Keys of the settings file, in the order in which they are written.
 #pragma once
 
+#include <array>
 #include <vector>
 
 #include "ui/config/config.h"
@@ -14,6 +15,11 @@ std::vector<Row<Profile>> const& ProfileRows();
 
 // The group that holds the profile of that name. The INI format knows "General" in one spelling.
 QString GroupOf(QString const& name);
+
+// A file of the certificate store, and the name under which it holds that certificate: the one that
+// the file was found under, else the fingerprint.
+std::string CertFilePath(std::string const& fileName);
+std::string CertFileName(CertInfo const& cert);
 
 template <int Size>
 constexpr QLatin1String Key(char const (&text)[Size]) {
@@ -49,5 +55,8 @@ inline constexpr QLatin1String kClientCertFile = Key("ClientCertFile");
 inline constexpr QLatin1String kSubject = Key("Subject");
 inline constexpr QLatin1String kPinCode = Key("PinCode");
 inline constexpr QLatin1String kFileName = Key("FileName");
+
+// Those whose values are secrets.
+inline constexpr std::array kSecretKeys{kPassword, kPinCode, kCertPinCode};
 
 }  // namespace zorvanelink::ui::settings

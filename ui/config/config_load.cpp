@@ -1,4 +1,4 @@
-#include <QFile>
+#include <QFileInfo>
 #include <QSet>
 #include <QUuid>
 #include <algorithm>
@@ -10,6 +10,7 @@
 #include "components/logger/logger.h"
 #include "components/utils/sensitive_value.h"
 #include "components/utils/text.h"
+#include "ui/config/bad_settings.h"
 #include "ui/config/config.h"
 #include "ui/config/config_keys.h"
 
@@ -52,11 +53,12 @@ QStringList profileKeys(QSettings const& file, QString const& list) {
 }
 
 // Visits the entries of an array up to the stored count, which may say anything: a position
-// without keys reads as an empty entry, and one of those stands for all.
+// without keys reads as an empty entry, and one of those stands for all. No more than may be
+// listed.
 template <class Visit>
 void readCountedArray(QSettings& file, QLatin1String countKey, QLatin1String arrayKey,
                       Visit visit) {
-    int const count = file.value(countKey, 0).toInt();
+    int count = file.value(countKey, 0).toInt();
     file.beginGroup(arrayKey);
     std::vector<int> positions;
     for (QString const& group : file.childGroups()) {
@@ -67,6 +69,10 @@ void readCountedArray(QSettings& file, QLatin1String countKey, QLatin1String arr
     }
     file.endGroup();
     std::sort(positions.begin(), positions.end());
+    if (positions.size() > kMaxListedServers) {
+        positions.resize(kMaxListedServers);
+        count = positions.back();
+    }
 
     file.beginReadArray(arrayKey);
     std::int64_t expected = 1;
@@ -152,12 +158,18 @@ void Config::Load(bool automationActive) {
     QString const path = GetAppConfigFilePath();
     Log().info("Load config {}", path.toStdString());
     RemoveSettingsDrafts(path);
-    if (QFile::exists(path)) {
+    bool const regular = QFileInfo(path).isFile();
+    if (regular) {
         QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    } else if (QFileInfo::exists(path)) {
+        Log().error("Config [{}] is no regular file", path.toStdString());
     }
-    QSettings file(path, QSettings::IniFormat);
+    // Another kind of file would hold us up, or be taken for settings that end.
+    QSettings file(regular ? path : QString(), QSettings::IniFormat);
     file.setIniCodec("UTF-8");
-    keepBadFile(file, path);
+    if (!Parses(file)) {
+        KeepBadCopy(path.toStdString());
+    }
 
     bool const firstRun = file.value(QLatin1String("AutoLogin")).isNull();
     if (firstRun) {
@@ -201,7 +213,7 @@ bool Config::loadClientCert(QSettings& file) {
     if (!SystemDecrypt(cert.pin)) {
         Log().error("Failed to parse cert[subject = {}] file pin code by system decrypt", subject);
     }
-    cert.filePath = GetConfigClientCertPath().toStdString() + '/' + Utf8Of(file.value(kFileName));
+    cert.filePath = CertFilePath(Utf8Of(file.value(kFileName)));
     if (components::utils::ParsePkcs12Cert(cert, true) != components::utils::kPkcs12Ok) {
         Log().error("Failed to parse cert[subject = {}] file[{}]", subject, cert.filePath);
         return false;
@@ -220,8 +232,12 @@ void Config::loadProfiles(QSettings& file) {
     QString const list = TextOf(file.value(kProfileList, QString()));
     bool const isHex = TextOf(file.value(kProfileNameFormat, QString())) == QLatin1String("hex");
     for (QString const& key : profileKeys(file, list)) {
-        std::string name =
-            (isHex ? QString::fromUtf8(QByteArray::fromHex(key.toUtf8())) : key).toStdString();
+        QString const fullName = isHex ? QString::fromUtf8(QByteArray::fromHex(key.toUtf8())) : key;
+        if (profiles.size() >= kMaxConfigNum) {
+            keepProfile(file, key, fullName);
+            continue;
+        }
+        std::string name = fullName.toStdString();
         if (name.size() > kMaxNameBytes) {
             name = std::string(components::utils::CutUtf8(name, kMaxNameBytes));
             Log().warning("Profile name exceed 127, will be truncated in load");
@@ -236,11 +252,34 @@ void Config::loadProfiles(QSettings& file) {
             continue;
         }
         profiles[name] = profile;
+        if (!name.empty() && GroupOf(key) != GroupOf(QString::fromStdString(name))) {
+            renamedGroups_.push_back(GroupOf(key));
+        }
         if (profiles.size() >= kMaxConfigNum) {
             Log().info("Config num exceeds the max number {}", kMaxConfigNum);
-            break;
         }
     }
+}
+
+void Config::keepProfile(QSettings& file, QString const& key, QString const& name) {
+    if (name.isEmpty() || HasName(name.toStdString())) {
+        return;
+    }
+    file.beginGroup(GroupOf(key));
+    if (TextOf(file.value(kConnectionName)) == key) {
+        KeptProfile kept{name, {}};
+        for (QString const& entry : file.allKeys()) {
+            if (!entry.isEmpty()) {
+                kept.keys[entry] = file.value(entry);
+            }
+        }
+        kept.keys[kConnectionName] = name;
+        kept_.push_back(std::move(kept));
+        if (name != key) {
+            renamedGroups_.push_back(GroupOf(key));
+        }
+    }
+    file.endGroup();
 }
 
 std::shared_ptr<Profile> Config::loadProfile(QSettings& file, QString const& key,

@@ -1,9 +1,11 @@
+#include <QFileInfo>
+
 #include "app/environment/migration.h"
 #include "app/environment/paths.h"
 #include "app/environment/settings_file.h"
 #include "components/logger/logger.h"
-#include "components/utils/file.h"
 #include "components/utils/sensitive_value.h"
+#include "ui/config/bad_settings.h"
 #include "ui/config/config.h"
 #include "ui/config/config_keys.h"
 
@@ -113,8 +115,10 @@ void Config::Save() {
         Log().warning("Config folder [{}] can not be made private",
                       GetAppConfigDirPath().toStdString());
     }
-    bool const saved = RewriteSettings(path, [this, &path](QSettings& file) {
-        if (!keepBadFile(file, path)) {
+    QFileInfo const old(path);
+    bool const wayIsFree = !old.exists() || old.isFile() || MoveAside(path.toStdString());
+    saveFailed_ = !wayIsFree || !RewriteSettings(path, [this, &path](QSettings& file) {
+        if (!Parses(file) && !KeepBadCopy(path.toStdString())) {
             return false;
         }
         if (clearPending_) {
@@ -124,39 +128,23 @@ void Config::Save() {
                 file.setValue(kCopiedSettingsKey, copied);
             }
         }
+        for (QString const& group : renamedGroups_) {
+            file.remove(group);
+        }
         saveSwitches(file);
         saveProfiles(file);
         saveClientCerts(file);
         return true;
     });
-    if (!saved) {
+    if (saveFailed_) {
         Log().error("Failed to save config [{}]", path.toStdString());
-        return;
+    } else {
+        clearPending_ = false;
+        renamedGroups_.clear();
     }
-    clearPending_ = false;
-}
-
-bool Config::keepBadFile(QSettings const& file, QString const& path) const {
-    // Sections are parsed when they are first asked for; only then does the status count.
-    static_cast<void>(file.allKeys());
-    if (file.status() != QSettings::FormatError) {
-        return true;
+    if (onSaved) {
+        onSaved();
     }
-    std::string const bad = path.toStdString();
-    std::string content;
-    std::string kept;
-    if (!components::utils::ReadContentFromFile(bad, content)) {
-        return false;
-    }
-    if (components::utils::ReadContentFromFile(bad + ".bad", kept) && kept == content) {
-        return true;
-    }
-    if (!components::utils::WritePrivateFile(bad + ".bad", content)) {
-        Log().error("Config [{}] does not parse and can not be copied", bad);
-        return false;
-    }
-    Log().error("Config [{}] does not parse, copied to [{}.bad]", bad, bad);
-    return true;
 }
 
 void Config::saveSwitches(QSettings& file) const {
@@ -180,9 +168,25 @@ void Config::saveProfiles(QSettings& file) const {
         saveRest(file, *profile);
         file.endGroup();
     }
+    saveKeptProfiles(file, names);
     file.setValue(kProfileList, names.join(QLatin1Char(';')));
     // The list is plain from now on, whatever the file's maker wrote.
     file.remove(kProfileNameFormat);
+}
+
+// Behind the others, so that the same ones are read the next time.
+void Config::saveKeptProfiles(QSettings& file, QStringList& names) const {
+    for (KeptProfile const& kept : kept_) {
+        if (profiles.count(kept.name.toStdString()) != 0) {
+            continue;
+        }
+        names.push_back(kept.name);
+        file.beginGroup(GroupOf(kept.name));
+        for (auto key = kept.keys.begin(); key != kept.keys.end(); ++key) {
+            file.setValue(key.key(), key.value());
+        }
+        file.endGroup();
+    }
 }
 
 void Config::saveClientCerts(QSettings& file) const {
@@ -192,7 +196,7 @@ void Config::saveClientCerts(QSettings& file) const {
         file.setArrayIndex(index++);
         file.setValue(kSubject, qText(cert.subject));
         file.setValue(kPinCode, systemEncrypted(cert.pin));
-        file.setValue(kFileName, qText(fingerprint));
+        file.setValue(kFileName, qText(CertFileName(cert)));
     }
     file.endArray();
     // The PIN of a deleted certificate must not stay behind in the file.

@@ -1,7 +1,6 @@
 // A connection profile: the user's record of one gateway. Plain values without a lock: GUI thread.
 #pragma once
 
-#include <QDateTime>
 #include <cstdint>
 #include <list>
 #include <memory>
@@ -11,7 +10,6 @@
 
 #include "common/auth_type.h"
 #include "components/cert/cert_info.h"
-#include "core/reply_records.h"
 
 namespace zorvanelink::ui {
 
@@ -27,6 +25,15 @@ struct Server {
     std::string addr;
     std::uint16_t port = 0;
 };
+
+// What a server may list, gateways and clusters each: entries, and bytes of a name or an address.
+inline constexpr std::size_t kMaxListedServers = 512;
+inline constexpr std::size_t kMaxListedNameBytes = 255;
+
+// Bytes of UTF-8 that a user can enter, wherever it is asked for.
+inline constexpr int kMaxUserNameBytes = 95;
+inline constexpr int kMaxPasswordBytes = 31;
+inline constexpr int kMaxPinBytes = 127;
 
 inline constexpr std::uint16_t kLoginModeTls = 1;
 inline constexpr std::uint16_t kLoginModeGm = 2;
@@ -70,47 +77,7 @@ struct ProfileBase {
     bool GetSupportedAuthType(std::vector<SupportedAuthType> const& list);
 };
 
-// The secrets that an attempt began with, as sensitive values: they outlive what is not to be
-// remembered, for the case that the user must correct another part of the login.
-struct OnceSecrets {
-    std::string password;
-    std::string tlsPin;
-    std::string gmPin;
-};
-
-// What one connection knows besides its profile: never stored, replaced by a fresh one at each
-// start.
-struct Context {
-    bool needQueryAuthType = true;  // ask the server for its types before the login
-    std::string cipherAlg;
-    std::string ipCompAlg;
-    std::string sslVersion;
-    std::string hostCheckDownloadUrl;
-    std::string redirectUrl;
-    std::string redirectUrlTitle;
-    std::string openedRedirectUrl;  // which ONLINE does not open again
-    std::string resourceListPagePath;
-    bool needClearWebCacheWhenOffline = false;
-    std::string receivedUserName;   // the session's cookie text
-    std::int32_t authCodeType = 1;  // 0 token, 1 SMS, 2 e-mail
-    std::string tokenPromptMsg;
-    std::string emailAuthAccount;
-    bool allowLocalChangePassword = false;
-    QString passwordPolicy;  // lines for the user, empty without a policy
-    std::string changePasswordUrl;
-    std::string forgotPasswordUrl;
-    OnceSecrets once;       // until the login has ended
-    QDateTime connectTime;  // invalid until the tunnel is up
-    core::sslvpn::CLMsgReplyNetConfigData netConfig;
-    core::sslvpn::CLMsgReplyTunnelStatisticsData statistics;
-};
-
-struct Profile : ProfileBase {
-    Context context;
-
-    bool needQueryAuthType() const { return context.needQueryAuthType; }
-    void setNeedQueryAuthType(bool need) { context.needQueryAuthType = need; }
-};
+struct Profile : ProfileBase {};
 
 // What the automation bridge hands to the connection editor. A server of "INVALID" leaves the
 // field as it is. The password is in clear until the editor has encoded it.

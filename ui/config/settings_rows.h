@@ -16,6 +16,12 @@ QString TextOf(QVariant const& value);
 std::string Utf8Of(QVariant const& value);
 std::uint16_t Uint16Of(QVariant const& value);  // the low 16 bits of the number
 
+// Sections are parsed when they are first asked for; only then does the status count.
+inline bool Parses(QSettings const& file) {
+    static_cast<void>(file.allKeys());
+    return file.status() != QSettings::FormatError;
+}
+
 enum class Use { kBoth, kReadOnly, kWriteOnly };
 enum class Trim { kNo, kYes };
 

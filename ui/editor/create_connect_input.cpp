@@ -41,7 +41,7 @@ void assignEdited(Profile& shared, Profile const& edited) {
 }  // namespace
 
 bool CreateConnectDialog::isProfileNameExist() {
-    return services().config.GetProfile(form_.profile_name_->text().toStdString()) != nullptr;
+    return services().config.HasName(form_.profile_name_->text().toStdString());
 }
 
 bool CreateConnectDialog::CheckInput() {

@@ -13,7 +13,7 @@ using common::MsgCode;
 using components::logger::Log;
 
 ProfileEditing::ProfileEditing(Services services, QObject* parent)
-    : QObject(parent), services_(std::move(services)) {
+    : QObject(parent), services_(services) {
 }
 
 void ProfileEditing::onButtonAddConnectionClicked() {
@@ -100,17 +100,20 @@ void ProfileEditing::remove(std::string const& name) {
 
 // The lock follows from the count, so a deletion lifts it.
 bool ProfileEditing::reachedLimit() {
-    if (services_.config.GetProfile().size() <= Config::kMaxConfigNum) {
+    std::size_t const count = services_.config.GetProfile().size();
+    if (count < Config::kMaxConfigNum) {
         return false;
     }
     Log().warning("Config num over limit, will lock operation");
-    critical(GetErrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(Config::kMaxConfigNum));
+    critical(GetErrMsg(count > Config::kMaxConfigNum ? MsgCode::UI_ERROR_CONFIG_OVERLIMIT
+                                                     : MsgCode::UI_ERROR_CONFIG_REACH_LIMIT)
+                 .arg(Config::kMaxConfigNum));
     return true;
 }
 
 bool ProfileEditing::exists(std::string const& name, char const* action) {
     // An empty name would stand for the selected profile.
-    if (!name.empty() && services_.config.GetProfile(name) && services_.has_tab(name)) {
+    if (!name.empty() && services_.config.GetProfile(name)) {
         return true;
     }
     Log().error("Can not find profile tab by name [{}] when try to {}", name, action);

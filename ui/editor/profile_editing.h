@@ -5,7 +5,6 @@
 
 #include <QObject>
 #include <QString>
-#include <functional>
 #include <string>
 
 #include "ui/cert/client_certs.h"
@@ -26,7 +25,6 @@ class ProfileEditing : public QObject {
         CertListRoad& certs;
         Prompts& prompts;
         QWidget* dialog_parent;  // what dialogs and boxes stand over
-        std::function<bool(std::string const& name)> has_tab;
     };
 
     explicit ProfileEditing(Services services, QObject* parent = nullptr);

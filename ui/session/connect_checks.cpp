@@ -16,7 +16,6 @@ using common::MsgCode;
 using components::logger::Log;
 namespace utils = components::utils;
 
-constexpr int kMaxSecretBytes = 31;  // UTF-8
 constexpr std::uint16_t kCertTypeNeedsPin = 2;
 
 bool stored(std::string const& sensitive_value) {
@@ -38,7 +37,7 @@ bool ConnectFlow::CheckProfile(std::shared_ptr<Profile> const& profile) {
 
 std::optional<SecretAnswer> ConnectFlow::askFor(SecretTexts const& texts) {
     SecretRequest request;
-    request.parent = dialog_parent_;
+    request.parent = core_.window;
     request.title = GetErrMsg(texts.title);
     request.label = GetErrMsg(texts.label);
     request.label2 = GetErrMsg(texts.name);
@@ -46,47 +45,49 @@ std::optional<SecretAnswer> ConnectFlow::askFor(SecretTexts const& texts) {
     request.okButton = GetErrMsg(MsgCode::UI_INFO_OK);
     request.cancelButton = GetErrMsg(MsgCode::UI_INFO_NO);
     request.rememberText = GetErrMsg(texts.remember);
-    request.maxUtf8Length = kMaxSecretBytes;
+    request.remember = texts.remembered;
+    request.maxUtf8Length = texts.max_bytes;
     request.tooLongMessage = GetErrMsg(texts.too_long);
     request.emptyMessage = request.label;
-    BringIntoView(dialog_parent_);
-    std::optional<SecretAnswer> answer = prompts_.InputSecret(request);
+    BringIntoView(core_.window);
+    std::optional<SecretAnswer> answer = core_.prompts.InputSecret(request);
     return answer && !answer->value.empty() ? answer : std::nullopt;
 }
 
 bool ConnectFlow::CheckPassword(std::shared_ptr<Profile> const& profile) {
-    auto const answer = askFor({MsgCode::UI_INFO_INPUT_PWD, MsgCode::UI_INFO_PLEASE_INPUT_THE_PWD,
-                                MsgCode::UI_INFO_PASSWORD, MsgCode::UI_INFO_REMEMBER_PWD,
-                                MsgCode::UI_TR_ERR_PWD_LENGTH});
-    if (!answer) {
-        return false;
+    auto const answer =
+        askFor({MsgCode::UI_INFO_INPUT_PWD, MsgCode::UI_INFO_PLEASE_INPUT_THE_PWD,
+                MsgCode::UI_INFO_PASSWORD, MsgCode::UI_INFO_REMEMBER_PWD,
+                MsgCode::UI_TR_ERR_PWD_LENGTH, kMaxPasswordBytes, profile->rememberPassword});
+    if (answer) {
+        profile->password = answer->value;
+        keepAnswer(answer->remember, profile->rememberPassword, *profile);
     }
-    profile->password = answer->value;
-    if (answer->remember) {
-        profile->rememberPassword = true;
-        profile->credentialPrompted = false;
-        config_.Save();
-    }
-    return true;
+    return answer.has_value();
 }
 
 bool ConnectFlow::CheckPincode(std::shared_ptr<Profile> const& profile) {
+    bool const gm = profile->loginMode == kLoginModeGm;
+    bool& remember = gm ? profile->rememberGmPin : profile->rememberTlsPin;
     auto const answer = askFor({MsgCode::UI_INFO_INPUT_PINCODE, MsgCode::UI_INFO_INPUT_PIN_CODE,
                                 MsgCode::UI_INFO_PINCODE, MsgCode::UI_INFO_REMEMBER_PIN,
-                                MsgCode::UI_TR_ERR_PIN_CODE_LENGTH});
-    if (!answer) {
-        return false;
+                                MsgCode::UI_TR_ERR_PIN_CODE_LENGTH, kMaxPinBytes, remember});
+    if (answer) {
+        (gm ? profile->gmCert.pin : profile->systemCert.pin) = answer->value;
+        keepAnswer(answer->remember, remember, *profile);
     }
-    bool const gm = profile->loginMode == kLoginModeGm;
-    std::string& pin = gm ? profile->gmCert.pin
-                          : (profile->certIsFile ? profile->fileCert.pin : profile->systemCert.pin);
-    pin = answer->value;
-    if (answer->remember) {
-        (gm ? profile->rememberGmPin : profile->rememberTlsPin) = true;
-        profile->credentialPrompted = false;
+    return answer.has_value();
+}
+
+// The box to remember holds both ways.
+void ConnectFlow::keepAnswer(bool remember, bool& flag, Profile& profile) {
+    bool const changed = std::exchange(flag, remember) != remember;
+    if (remember) {
+        profile.credentialPrompted = false;
     }
-    config_.Save();
-    return true;
+    if (remember || changed) {
+        core_.config.Save();
+    }
 }
 
 bool ConnectFlow::CheckCert(std::shared_ptr<Profile> const& profile) {
@@ -119,16 +120,16 @@ bool ConnectFlow::CheckCert(std::shared_ptr<Profile> const& profile) {
 
 QString ConnectFlow::Profile2JsonString(QString const& type,
                                         std::shared_ptr<Profile> const& profile) {
+    bool const query = core_.context.needQueryAuthType;
     if (type != QLatin1String("start")) {
-        return QString::fromStdString(BuildStopMessage(*profile));
+        return QString::fromStdString(BuildStopMessage(*profile, query));
     }
-    std::optional<std::string> const json = BuildStartMessage(*profile, config_);
+    std::optional<std::string> const json = BuildStartMessage(*profile, query, core_.config);
     if (!json) {
         return {};
     }
-    state_.connectingProfileName =
-        profile->context.needQueryAuthType ? profile->name : std::string();
-    config_.hasPromotedUpdate = true;  // only the first start of a run tells that it is the first
+    state_.connectingProfileName = query ? profile->name : std::string();
+    core_.config.hasPromotedUpdate = true;  // only the first start of a run tells that it is one
     return QString::fromStdString(*json);
 }
 

@@ -2,10 +2,7 @@
 
 #include <QScopedValueRollback>
 
-#include "app/environment/globals.h"
 #include "components/logger/logger.h"
-#include "components/utils/log_filter.h"
-#include "components/utils/sensitive_value.h"
 #include "ui/session/start_message.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/bring_into_view.h"
@@ -15,32 +12,14 @@ namespace {
 
 using common::MsgCode;
 using components::logger::Log;
-using components::logger::LOG_LEVEL;
-namespace utils = components::utils;
 
-constexpr std::size_t kMaxProfiles = Config::kMaxConfigNum;
-// As long as the service may take to report the end of a connection that was stopped.
-constexpr std::chrono::seconds kLateAnswerTime{2};
 
 }  // namespace
 
-ConnectFlow::ConnectFlow(Services services, QObject* parent)
-    : QObject(parent),
-      state_(services.state),
-      updater_(services.updater),
-      config_(services.config),
-      link_(services.link),
-      prompts_(services.prompts),
-      dialog_parent_(services.dialog_parent),
-      has_tab_(std::move(services.has_tab)) {
-}
-
-std::shared_ptr<Profile> ConnectFlow::RunningProfile() const {
-    std::string const& name = state_.currentProfileName;
-    if (name.empty() || !has_tab_(name)) {
-        return nullptr;
-    }
-    return config_.GetProfile(name);
+ConnectFlow::ConnectFlow(SessionCore& core) : core_(core), state_(core.state) {
+    requestTimer_.setSingleShot(true);
+    requestTimer_.setInterval(kRequestTime);
+    connect(&requestTimer_, &QTimer::timeout, this, &ConnectFlow::onRequestTimeout);
 }
 
 void ConnectFlow::onStartConnect(QString const& name, bool queryAuthType) {
@@ -51,41 +30,62 @@ void ConnectFlow::onStopConnect(QString const& name) {
     StartOrStopConnect(false, name, false);
 }
 
+void ConnectFlow::Start(std::string const& name) {
+    if (!state_.Idle() && state_.currentProfileName == name) {
+        return;
+    }
+    bool queryAuthType = false;
+    if (std::shared_ptr<Profile> const profile = core_.config.GetProfile(name)) {
+        // A password that was typed for one attempt is asked for again.
+        if (profile->tempCredential && !profile->rememberPassword) {
+            Log().debug("Clear password when not remember");
+            profile->password.clear();
+        }
+        profile->tempCredential = !profile->rememberPassword;
+        queryAuthType = !profile->keepAuthType || profile->authType == SupportedAuthType::kNone;
+    }
+    core_.secrets.Forget();
+    onStartConnect(QString::fromStdString(name), queryAuthType);
+}
+
+void ConnectFlow::StartChosen(std::string const& name) {
+    if (std::shared_ptr<Profile> const profile = core_.config.GetProfile(name)) {
+        profile->tempCredential = !profile->rememberPassword;
+    }
+    onStartConnect(QString::fromStdString(name), false);
+}
+
 void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool queryAuthType) {
     std::string const key = name.toStdString();
-    if (start_it && config_.GetProfile().size() > kMaxProfiles) {
-        criticalBox(GetErrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(kMaxProfiles));
+    Config& config = core_.config;
+    if (start_it && config.GetProfile().size() > Config::kMaxConfigNum) {
+        criticalBox(GetErrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(Config::kMaxConfigNum));
         refuse(key);
         return;
     }
-    std::shared_ptr<Profile> const profile = config_.GetProfile(key);
-    if (!profile || key.empty()) {
+    std::shared_ptr<Profile> const profile = key.empty() ? nullptr : config.GetProfile(key);
+    if (!profile) {
         Log().error("Can not find the profile by name [{}]", key);
-    } else if (!has_tab_(key)) {
-        Log().error("Can not find the profile tab");
-    } else {
-        if (config_.SetDefaultProfile(key)) {
-            config_.Save();
-        }
-        if (!link_.IsReady()) {
-            refuseLinkDown(key);
-        } else if (!start_it) {
-            stop(profile);
-        } else if (mayStart(key)) {
-            start(profile, queryAuthType);
-        }
+        criticalBox(GetErrMsg(MsgCode::UI_ERROR_PROFILE_NOT_EXIST));
+        refuse(key);
         return;
     }
-    criticalBox(GetErrMsg(MsgCode::UI_ERROR_PROFILE_NOT_EXIST));
-    refuse(key);
+    if (config.SetDefaultProfile(key)) {
+        config.Save();
+    }
+    if (!core_.link.IsReady()) {
+        refuseLinkDown(key);
+    } else if (!start_it) {
+        core_.conversation.End();  // who stops has nothing to choose any more
+        stop(profile);
+    } else if (mayStart(key)) {
+        start(profile, queryAuthType);
+    }
 }
 
 // One connection at a time, and one attempt at a time: a prompt of the first may still stand.
 bool ConnectFlow::mayStart(std::string const& name) {
     if (prompting_) {
-        if (name != state_.currentProfileName) {
-            updater_.AnnounceRefusal(name);
-        }
         return false;
     }
     bool const other_runs = !state_.Idle() && state_.currentProfileName != name;
@@ -98,18 +98,18 @@ bool ConnectFlow::mayStart(std::string const& name) {
 
 void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthType) {
     Log().info("{} connect profile {}", "Start", profile->name);
-    Q_EMIT RequestBegun();
     beginAttempt(*profile, queryAuthType);
-    std::uint64_t const attempt = state_.attempt;
+    Attempt const here = core_.Now();
     bool ready = false;
     {
         QScopedValueRollback<bool> const guard(prompting_, true);
         ready = CheckProfile(profile);
     }
-    if (g_quit || attempt != state_.attempt) {
+    if (!here.Still()) {
         return;
     }
     if (!ready) {
+        core_.secrets.Forget(*profile);  // the first of two may have been typed
         if (state_.status == ConnectStatus::Disconnected) {
             refuse(profile->name);
         } else {
@@ -117,7 +117,7 @@ void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthT
         }
         return;
     }
-    if (!link_.IsReady()) {  // it may have gone while a prompt stood
+    if (!core_.link.IsReady()) {  // it may have gone while a prompt stood
         refuseLinkDown(profile->name);
         return;
     }
@@ -125,8 +125,7 @@ void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthT
     state_.currentProfileName = profile->name;
     state_.startingProfileName = profile->name;
     state_.offline = false;
-    g_running_client = 1;
-    updater_.AnnounceRequest();
+    core_.Announce();
     QString const json = Profile2JsonString(QStringLiteral("start"), profile);
     if (json.isEmpty()) {
         Log().error("NO json string could be get from profile");
@@ -137,96 +136,66 @@ void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthT
     profile->credentialPrompted = true;
     state_.manualDisconnected = false;
     state_.errorShown = false;
-    forgetCredentials(*profile, queryAuthType);
-    Send(json.toStdString());
+    core_.secrets.Begin(*profile, queryAuthType);
+    core_.Send(json.toStdString());
+    requestTimer_.start();
 }
 
 // Queued: the start that failed is left first.
 void ConnectFlow::selectAnew() {
-    auto select = [this, attempt = state_.attempt] {
-        auto const current = [this, attempt] { return !g_quit && attempt == state_.attempt; };
-        if (current()) {
+    auto select = [this, here = core_.Now()] {
+        if (here.Still()) {
             criticalBox(GetErrMsg(MsgCode::UI_ERROR_NO_CERT));
         }
-        if (current()) {
-            Q_EMIT NeedSelectAuthType(false);
+        if (here.Still()) {
+            Q_EMIT core_.NeedSelectAuthType(false);
         }
     };
     QMetaObject::invokeMethod(this, std::move(select), Qt::QueuedConnection);
 }
 
 void ConnectFlow::beginAttempt(Profile& profile, bool queryAuthType) {
+    core_.conversation.End();
     ++state_.attempt;
     ++state_.starts;
     state_.currentProfileName = profile.name;
     state_.startingProfileName = profile.name;
     state_.queryingAuthType = queryAuthType;
-    state_.stopSent = false;
+    if (state_.stop) {
+        state_.stop->overtaken = true;
+    }
     state_.reconnectingSeen = false;
     state_.offline = false;
     state_.beenOnline = false;
     state_.untoldFailure.clear();
     state_.pendingWarnings.clear();
-    profile.context = Context();
-    profile.context.needQueryAuthType = queryAuthType;
+    core_.context = Context();
+    core_.context.needQueryAuthType = queryAuthType;
     if (queryAuthType && !profile.keepAuthType) {
         profile.authType = SupportedAuthType::kNone;
     }
-    updater_.AnnounceRequest();
-}
-
-// The message has been built: what the user does not want kept leaves the profile now.
-void ConnectFlow::forgetCredentials(Profile& profile, bool queryAuthType) {
-    profile.context.once = {profile.password, profile.systemCert.pin, profile.gmCert.pin};
-    if (!profile.rememberPassword) {
-        if (!queryAuthType) {
-            Log().debug("Clear password when not remember");
-        }
-        profile.password.clear();
-    }
-    if (queryAuthType) {
-        return;
-    }
-    if (!profile.rememberTlsPin) {
-        Log().debug("Clear tls pincode when not remember");
-        profile.fileCert.pin.clear();
-        profile.systemCert.pin.clear();
-    }
-    if (!profile.rememberGmPin) {
-        Log().debug("Clear gmssl pincode when not remember");
-        profile.gmCert.pin.clear();
-    }
-}
-
-void ConnectFlow::ForgetCredentials(Profile& profile) {
-    forgetCredentials(profile, false);
-    profile.context.once = {};
+    core_.Announce();
 }
 
 void ConnectFlow::stop(std::shared_ptr<Profile> const& profile) {
-    if (state_.stopSent && state_.currentProfileName == profile->name) {
+    if (state_.StopSent() && state_.currentProfileName == profile->name) {
         return;
     }
     Log().info("{} connect profile {}", "Stop", profile->name);
-    Q_EMIT RequestBegun();
+    core_.context.redirectUrl.clear();
     state_.currentProfileName = profile->name;
-    stop_time_ = std::chrono::steady_clock::now();
-    state_.stopSent = Send(Profile2JsonString(QStringLiteral("stop"), profile).toStdString());
-    updater_.AnnounceRequest();
+    state_.stop.reset();
+    if (core_.Send(Profile2JsonString(QStringLiteral("stop"), profile).toStdString())) {
+        state_.stop = UnansweredStop{profile->name};
+        requestTimer_.start();
+    }
+    core_.Announce();
 }
 
 bool ConnectFlow::BelongsToOldAttempt() const {
-    return !state_.startingProfileName.empty() &&
-           std::chrono::steady_clock::now() - stop_time_ < kLateAnswerTime;
-}
-
-bool ConnectFlow::Send(std::string const& json) {
-    bool const sent = link_.SendToService(json.data(), json.size());
-    if (Log().level() <= LOG_LEVEL::debug) {
-        Log().debug("send to: {}, length: {}",
-                    utils::FilterJsonStr(utils::g_message_filter_word, json), json.size());
-    }
-    return sent;
+    bool const overtaken = state_.stop && state_.stop->overtaken &&
+                           state_.stop->profileName == state_.currentProfileName;
+    return prompting_ || overtaken;
 }
 
 void ConnectFlow::refuseLinkDown(std::string const& name) {
@@ -240,10 +209,13 @@ void ConnectFlow::refuseLinkDown(std::string const& name) {
 }
 
 void ConnectFlow::refuse(std::string const& name) {
+    if (state_.startingProfileName == name) {
+        state_.startingProfileName.clear();
+    }
     if (state_.status != ConnectStatus::Disconnected && state_.currentProfileName == name) {
-        updater_.UpdateConnectStatus(name, ConnectStatus::Disconnected);
+        core_.UpdateConnectStatus(name, ConnectStatus::Disconnected);
     } else {
-        updater_.AnnounceRefusal(name);
+        core_.Announce();
     }
 }
 
@@ -252,62 +224,75 @@ void ConnectFlow::StopConnect() {
         return;
     }
     QScopedValueRollback<bool> const guard(stopping_, true);
-    bool const link_up = link_.IsReady();
-    std::shared_ptr<Profile> const profile = RunningProfile();
-    std::uint64_t const starts = state_.starts;
-    Q_EMIT SessionEnding();  // may show a text
+    bool const link_up = core_.link.IsReady();
+    std::shared_ptr<Profile> const profile = core_.RunningProfile();
+    Attempt const here = core_.Now();
+    PopDisconnectErrorForDialog();  // may show a text
     if (!profile) {
         Log().error("Can not get client");
         return;
     }
-    if (starts != state_.starts) {
+    if (!here.NotBegunAnew()) {
         return;
     }
     // The service's own OFFLINE may have come behind the text.
     if (state_.currentProfileName == profile->name) {
         Log().info("Profile [{}] will disconnect", profile->name);
-        updater_.UpdateConnectStatus(profile->name, ConnectStatus::Disconnected);
-        if (!state_.manualDisconnected && link_up && !state_.stopSent) {
+        if (!state_.Idle()) {
+            core_.UpdateConnectStatus(profile->name, ConnectStatus::Disconnected);
+        }
+        if (!state_.manualDisconnected && link_up && !state_.StopSent()) {
             stop(profile);
         }
     }
-    endSession(*profile);
+    endSession();
+}
+
+// Who is typing into a dialog of the login learns that the connection behind it is gone.
+void ConnectFlow::PopDisconnectErrorForDialog() {
+    Log().debug("Pop disconnect error for dialog");
+    core_.conversation.OnLost();
 }
 
 // The views have been cleared with the state.
-void ConnectFlow::endSession(Profile& profile) {
-    profile.context.once = {};
-    profile.context.redirectUrl.clear();
-    profile.context.redirectUrlTitle.clear();
-    profile.context.resourceListPagePath.clear();
-    if (!state_.manualDisconnected && profile.context.needClearWebCacheWhenOffline) {
+void ConnectFlow::endSession() {
+    Context& context = core_.context;
+    if (!core_.conversation.OutlivesSession()) {
+        core_.secrets.Forget();
+    }
+    context.redirectUrl.clear();
+    context.redirectUrlTitle.clear();
+    context.resourceListPagePath.clear();
+    if (!state_.manualDisconnected && context.needClearWebCacheWhenOffline) {
         ClearWebCache();
     }
     state_.manualDisconnected = true;
-    Q_EMIT SessionEnded();
+    core_.Announce();
 }
 
 void ConnectFlow::ClearWebCache() {
     Log().warning("Clearing of the browser's cache is not there yet");
 }
 
-void ConnectFlow::ForgetPendingRequest(QString const& name) {
-    if (state_.currentProfileName != name.toStdString()) {
-        return;
+void ConnectFlow::OnLinkLost() {
+    state_.stop.reset();
+    StopConnect();
+}
+
+// No status has come: the request may be repeated.
+void ConnectFlow::onRequestTimeout() {
+    if (state_.StopSent() && state_.status != ConnectStatus::Disconnected) {
+        state_.manualDisconnected = false;
     }
-    state_.stopSent = false;
-    std::string const starting = std::exchange(state_.startingProfileName, {});
-    if (!starting.empty() && state_.status == ConnectStatus::Disconnected) {
-        updater_.AnnounceRefusal(starting);
-    } else {
-        updater_.AnnounceRequest();
-    }
+    state_.stop.reset();
+    state_.startingProfileName.clear();
+    core_.Announce();
 }
 
 void ConnectFlow::criticalBox(QString const& text) {
-    BringIntoView(dialog_parent_);
-    prompts_.Critical(dialog_parent_, GetErrMsg(MsgCode::UI_ERROR), text,
-                      GetErrMsg(MsgCode::UI_INFO_OK));
+    BringIntoView(core_.window);
+    core_.prompts.Critical(core_.window, GetErrMsg(MsgCode::UI_ERROR), text,
+                           GetErrMsg(MsgCode::UI_INFO_OK));
 }
 
 }  // namespace zorvanelink::ui

@@ -4,17 +4,13 @@
 
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <chrono>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 
-#include "ui/config/config.h"
-#include "ui/link/service_link.h"
-#include "ui/session/connection_state.h"
-#include "ui/session/status_updater.h"
-#include "ui/widgets/prompts.h"
+#include "ui/session/session_core.h"
 
 namespace zorvanelink::ui {
 
@@ -22,45 +18,30 @@ class ConnectFlow : public QObject {
     Q_OBJECT
 
   public:
-    // What the flow needs of the program, as narrow things.
-    struct Services {
-        ConnectionState& state;
-        StatusUpdater& updater;
-        Config& config;
-        ServiceLink& link;
-        Prompts& prompts;
-        QWidget* dialog_parent;  // what boxes stand over
-        std::function<bool(std::string const& name)> has_tab;
-    };
+    // How long a request may wait for a status before it may be repeated.
+    static constexpr std::chrono::milliseconds kRequestTime{60000};
 
-    explicit ConnectFlow(Services services, QObject* parent = nullptr);
+    explicit ConnectFlow(SessionCore& core);
 
+    // What the user asks for, by a card, the tray or the automatic login. Nothing when that
+    // connection is on its way or up already.
+    void Start(std::string const& name);
+    // The login goes on with the type that the user has chosen for it.
+    void StartChosen(std::string const& name);
     void StartOrStopConnect(bool start, QString const& name, bool queryAuthType);
     // The way down, from the user, a lost link, a fatal status or the end of the program. Twice
     // is as good as once.
     void StopConnect();
-    // The card gave up waiting for a status: the attempt may be repeated.
-    void ForgetPendingRequest(QString const& name);
-    // Whether an OFFLINE that comes now still answers the stop before the present start.
+    // No stop is awaited on a link that is gone; what it carried goes down.
+    void OnLinkLost();
+    // Whether an OFFLINE of the current connection still answers the attempt before this one.
     bool BelongsToOldAttempt() const;
-    // Any message of a profile's conversation with the service; logged without its secrets. False
-    // when it has not left.
-    bool Send(std::string const& json);
-    // The profile of the current connection, or null when no card carries it.
-    std::shared_ptr<Profile> RunningProfile() const;
-    // The attempt goes no further: what the user does not want kept goes.
-    void ForgetCredentials(Profile& profile);
+    // Instead of kRequestTime, for tests.
+    void SetRequestTime(std::chrono::milliseconds time) { requestTimer_.setInterval(time); }
 
   public Q_SLOTS:
     void onStartConnect(QString const& name, bool queryAuthType);
     void onStopConnect(QString const& name);
-
-  Q_SIGNALS:
-    void RequestBegun();   // a start or stop has passed its first checks
-    void SessionEnding();  // the way down begins: texts of the moment go, open dialogs are told
-    void SessionEnded();   // the way down has run
-    // The chosen certificate is gone: the user chooses anew. Queued.
-    void NeedSelectAuthType(bool select);
 
   private:
     void start(std::shared_ptr<Profile> const& profile, bool queryAuthType);
@@ -70,9 +51,10 @@ class ConnectFlow : public QObject {
     void refuseLinkDown(std::string const& name);
     void refuse(std::string const& name);
     void selectAnew();
-    void endSession(Profile& profile);
+    void endSession();
+    void PopDisconnectErrorForDialog();
     void ClearWebCache();
-    void forgetCredentials(Profile& profile, bool queryAuthType);
+    void onRequestTimeout();
     void criticalBox(QString const& text);
 
     // What differs between the two secrets that are asked for.
@@ -82,24 +64,22 @@ class ConnectFlow : public QObject {
         common::MsgCode name;
         common::MsgCode remember;
         common::MsgCode too_long;
+        int max_bytes;  // UTF-8
+        bool remembered;
     };
     std::optional<SecretAnswer> askFor(SecretTexts const& texts);
 
     bool CheckProfile(std::shared_ptr<Profile> const& profile);
     bool CheckPassword(std::shared_ptr<Profile> const& profile);
     bool CheckPincode(std::shared_ptr<Profile> const& profile);
+    void keepAnswer(bool remember, bool& flag, Profile& profile);
     bool CheckCert(std::shared_ptr<Profile> const& profile);
     // Empty when the chosen certificate is gone.
     QString Profile2JsonString(QString const& type, std::shared_ptr<Profile> const& profile);
 
+    SessionCore& core_;
     ConnectionState& state_;
-    StatusUpdater& updater_;
-    Config& config_;
-    ServiceLink& link_;
-    Prompts& prompts_;
-    QWidget* const dialog_parent_;
-    std::function<bool(std::string const&)> const has_tab_;
-    std::chrono::steady_clock::time_point stop_time_{};
+    QTimer requestTimer_;
     bool prompting_ = false;  // a prompt of an attempt stands
     bool stopping_ = false;   // StopConnect runs
     bool telling_link_down_ = false;

@@ -1,9 +1,10 @@
-// What the connection knows about itself. One object, owned by the main window and shared by
-// reference; GUI thread. What is enabled, visible, lit or labelled follows from it.
+// What the connection knows about itself. One object, owned by the session; GUI thread. What is
+// enabled, visible, lit or labelled follows from it.
 #pragma once
 
 #include <cstdint>
 #include <list>
+#include <optional>
 #include <string>
 
 #include "ui/config/connect_status.h"
@@ -11,11 +12,17 @@
 
 namespace zorvanelink::ui {
 
+// A "stop" that has left and that no OFFLINE has answered yet.
+struct UnansweredStop {
+    std::string profileName;
+    bool overtaken = false;  // that connection has been started again since
+};
+
 struct ConnectionState {
     std::string currentProfileName;     // what the last start or stop was for
     bool online = false;                // between ONLINE and the next status that is not online
     bool offline = true;                // while true, failures of the tunnel raise no box
-    bool manualDisconnected = true;     // a start clears it, the end of the way down sets it
+    bool manualDisconnected = true;     // no stop is owed: nothing was started or reported since
     bool errorShown = false;            // a box for this attempt is up or was shown
     bool reconnectingSeen = false;      // Reconnecting was shown in this connection
     std::string connectingProfileName;  // the name that CONNECTING must carry; empty: the current
@@ -23,14 +30,15 @@ struct ConnectionState {
     std::list<int> pendingWarnings;  // codes that came with ONLINE, shown in the warning strip
 
     ConnectStatus status = ConnectStatus::Disconnected;
-    bool stopSent = false;            // a "stop" has left for this connection
-    bool beenOnline = false;          // in this attempt
-    std::string untoldFailure;        // of this attempt, for its end if nothing else was shown
-    bool sessionEnded = false;        // "Offline" stands in the status bar instead of "Ready"
-    std::string startingProfileName;  // between a user's start and its first status
-    bool queryingAuthType = false;    // that start asks the gateway for its types
-    std::uint64_t attempt = 0;        // rises with each start, ONLINE and OFFLINE
-    std::uint64_t starts = 0;  // rises with each start: a failure's tail outlives its OFFLINE
+    std::string startingProfileName;     // between a start and its first status
+    std::optional<UnansweredStop> stop;  // at most one at a time
+    bool queryingAuthType = false;       // the start asks the gateway for its types
+    bool beenOnline = false;             // in this attempt
+    std::string untoldFailure;           // of this attempt, for its end if nothing else was shown
+    bool sessionEnded = false;           // "Offline" stands in the status bar instead of "Ready"
+
+    std::uint64_t attempt = 0;  // rises with each start, ONLINE and OFFLINE
+    std::uint64_t starts = 0;   // rises with each start
 
     LinkState link = LinkState::kFirstConnect;
     bool adapterUsable = true;
@@ -38,6 +46,12 @@ struct ConnectionState {
     bool Idle() const {
         return status == ConnectStatus::Disconnected && startingProfileName.empty();
     }
+    // The present connection has been told to stop.
+    bool StopSent() const {
+        return stop && !stop->overtaken && stop->profileName == currentProfileName;
+    }
+    // The service may still be asked and answered: not down, and not told to go down.
+    bool SessionStands() const { return !offline && !StopSent(); }
 };
 
 }  // namespace zorvanelink::ui

@@ -1,12 +1,10 @@
 #include "ui/session/failure_presenter.h"
 
-#include <QApplication>
+#include <QWidget>
 
 #include "app/environment/app_ctrl.h"
-#include "app/environment/globals.h"
 #include "components/logger/logger.h"
 #include "ui/text/texts.h"
-#include "ui/widgets/bring_into_view.h"
 #include "ui/widgets/open_url.h"
 #include "ui/widgets/zvl_message_box.h"
 
@@ -38,7 +36,7 @@ constexpr ReasonRow kReasons[] = {
 
 QString firstNonEmpty(std::initializer_list<QString> texts) {
     for (QString const& text : texts) {
-        if (!text.isEmpty()) {
+        if (!text.trimmed().isEmpty()) {
             return text;
         }
     }
@@ -60,26 +58,6 @@ QString textOf(CLMsgCommonReplyData const& data) {
     return text;
 }
 
-// What the dialog for a new password answers itself while it is open.
-constexpr MsgCode kChangePwdAnswers[] = {
-    MsgCode::ERR_HISTORY_PASSWORD, MsgCode::ERR_PASSWORD_COMPLEXITY,
-    MsgCode::ERR_CHANGE_PWD_WITH_CLIENT, MsgCode::CHANGE_PWD_SUCCESS,
-    MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD};
-
-void closeAllBoxes() {
-    for (QWidget* const widget : QApplication::topLevelWidgets()) {
-        if (auto* const box = qobject_cast<ZVLMessageBox*>(widget)) {
-            box->close();
-        }
-    }
-}
-
-void reject(QPointer<QDialog> const& dialog) {
-    if (dialog) {
-        dialog->reject();
-    }
-}
-
 // Failures that end a login although no row of the catalogue shows them.
 constexpr MsgCode kEndsOfLogin[] = {
     MsgCode::ERR_SMS_TIMEOUT,     MsgCode::ERR_EMAIL_AUTH_CODE_TIMEOUT,
@@ -92,157 +70,135 @@ constexpr int kFailureTypes[] = {5, 7};
 
 }  // namespace
 
-FailurePresenter::FailurePresenter(ConnectionState& state, ConnectFlow& flow, Prompts& prompts,
-                                   SessionDialogs& dialogs, QWidget* window, QObject* parent)
-    : QObject(parent),
-      state_(state),
-      flow_(flow),
-      prompts_(prompts),
-      dialogs_(dialogs),
-      window_(window) {
-    connect(&flow_, &ConnectFlow::SessionEnding, this,
-            &FailurePresenter::PopDisconnectErrorForDialog);
+FailurePresenter::FailurePresenter(SessionCore& core, ConnectFlow& flow, BoxQueue& boxes)
+    : core_(core), flow_(flow), boxes_(boxes) {
 }
 
-bool FailurePresenter::HandleErrMsg(CLMsgCommonReplyData const& data) {
-    if (HandleErrMsgPreProcess(data)) {
-        return true;
-    }
+bool FailurePresenter::HandleErrMsg(Data const& data, Then then) {
     common::IPCMessage const row = common::g_IPCMessageMap.Get(data.statusCode);
-    if (row.show == nullptr || !*row.show) {
+    if (row.show == common::Show::kNone) {
         return false;
     }
-    bool const shown = !state_.offline;
-    std::uint64_t const starts = state_.starts;
+    Log().info("Failure {} [{}]", static_cast<int>(data.statusCode),
+               common::g_IPCMessageMap.Name(data.statusCode));
     QString const text = firstNonEmpty({textOf(data), GetErrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG)});
-    (*row.show)(row.type, text.toStdString());
-    HandleErrMsgPostProcess(data, shown && starts == state_.starts && !g_quit);
-    return true;
-}
-
-bool FailurePresenter::HandleErrMsgPreProcess(CLMsgCommonReplyData const& data) {
-    bool const answer =
-        std::count(std::begin(kChangePwdAnswers), std::end(kChangePwdAnswers), data.statusCode) > 0;
-    if (!answer || !dialogs_.changePwdDialog) {
-        return false;
-    }
-    Q_EMIT ChangePWDRetSignal(static_cast<int>(data.statusCode));
-    return true;
-}
-
-void FailurePresenter::HandleErrMsgPostProcess(CLMsgCommonReplyData const& data, bool shown) {
-    if (data.statusCode == MsgCode::ERR_HOSTCHECK && shown && !data.hostCheckDownloadUrl.empty()) {
-        OpenUrl(prompts_, utf8(data.hostCheckDownloadUrl), false);
+    then = withPage(data, std::move(then));
+    if (row.show == common::Show::kCritical) {
+        ProcessCriticalMsg(text, std::move(then));
+    } else {
+        ProcessErrorMsg(text, std::move(then));
     }
     if (data.statusCode == MsgCode::ERR_NO_IP_ADDR || data.statusCode == MsgCode::ERR_IP_IN_USE) {
-        state_.errorShown = true;
+        core_.state.errorShown = true;
     }
+    return true;
 }
 
-void FailurePresenter::ProcessErrorMsg(common::CodeType /*type*/, std::string const& text) {
-    if (state_.offline) {
-        Log().info("Do not need to pop error msg box when offline");
+// What the check of the host wants can be fetched there.
+FailurePresenter::Then FailurePresenter::withPage(Data const& data, Then then) {
+    if (data.statusCode != MsgCode::ERR_HOSTCHECK || data.hostCheckDownloadUrl.empty()) {
+        return then;
+    }
+    return [this, here = core_.Now(), url = utf8(data.hostCheckDownloadUrl)] {
+        if (here.NotBegunAnew()) {
+            OpenUrl(core_.prompts, url, false);
+        }
+    };
+}
+
+// Nobody is told why what he has ended, or what is known to be down, has failed.
+bool FailurePresenter::mayTell(char const* logLine) const {
+    if (!core_.state.SessionStands()) {
+        Log().info("{}", logLine);
+    }
+    return core_.state.SessionStands();
+}
+
+void FailurePresenter::ProcessErrorMsg(QString const& text, Then then) {
+    if (!mayTell("Do not need to pop error msg box when offline")) {
         return;
     }
     Log().debug("error msg recved");
-    Log().debug("get pop up widget1 {}", static_cast<void const*>(boxParent()));
-    ShowCriticalBox(GetErrMsg(MsgCode::UI_ERROR), utf8(text), GetErrMsg(MsgCode::UI_INFO_OK));
-    window_->showNormal();
-    window_->raise();
-    window_->activateWindow();
+    Log().debug("get pop up widget1 {}", static_cast<void const*>(boxes_.Parent()));
+    ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), text,
+                  [this, then = std::move(then)] {
+                      core_.conversation.StopDeadline();
+                      if (core_.window != nullptr) {
+                          core_.window->showNormal();
+                          core_.window->raise();
+                          core_.window->activateWindow();
+                      }
+                      if (then) {
+                          then();
+                      }
+                  });
 }
 
-void FailurePresenter::ProcessCriticalMsg(common::CodeType /*type*/, std::string const& text) {
-    if (state_.offline) {
-        Log().info("Do not need to pop msg box when offline");
+void FailurePresenter::ProcessCriticalMsg(QString const& text, Then then) {
+    if (!mayTell("Do not need to pop msg box when offline")) {
+        flow_.StopConnect();
         return;
     }
     Log().debug("critical msg recved");
-    state_.errorShown = true;  // its own text is the only one
+    EndWith(BoxKind::kCritical, text, std::move(then));
+}
+
+void FailurePresenter::EndWith(BoxKind kind, QString const& text, Then then) {
+    core_.state.errorShown = true;  // its own text is the only one
     flow_.StopConnect();
-    bool const shown = ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), utf8(text),
-                                     GetErrMsg(MsgCode::UI_INFO_OK));
-    if (state_.Idle()) {
-        if (shown) {  // what stands in its way is read first
-            closeAllBoxes();
+    auto const title = kind == BoxKind::kCritical ? MsgCode::UI_ERROR : MsgCode::UI_WARNING;
+    ShowPopMsgBox(kind, GetErrMsg(title), text, [this, then = std::move(then)] {
+        // A dead session leaves nothing behind that could still send a code or a password.
+        if (core_.state.Idle() && !core_.conversation.OutlivesSession()) {
+            core_.prompts.CloseAll();
+            core_.conversation.End();
         }
-        closeDialogs();
-    }
+        if (then) {
+            then();
+        }
+    });
 }
 
-void FailurePresenter::EndSession(std::uint64_t attempt) {
-    if (attempt == state_.attempt) {
-        flow_.StopConnect();
-    }
-    if (state_.Idle()) {
-        closeDialogs();
-    }
-}
-
-void FailurePresenter::closeDialogs() {
-    reject(dialogs_.authDialog);
-    reject(dialogs_.changePwdDialog);
-}
-
-void FailurePresenter::PopDisconnectErrorForDialog() {
-    Log().debug("Pop disconnect error for dialog");
-    if (!dialogs_.authDialog) {
-        return;
-    }
-    if (!state_.errorShown) {
-        ShowCriticalBox(GetErrMsg(MsgCode::UI_ERROR),
-                        GetErrMsg(MsgCode::UI_INFO_CONNECTION_TERMINATED),
-                        GetErrMsg(MsgCode::UI_INFO_OK));
-    } else if (state_.link != LinkState::kReconnecting) {
-        return;  // the dialog is about to show its own text, and closes itself
-    }
-    reject(dialogs_.authDialog);
-}
-
-bool FailurePresenter::HandleUnmarked(CLMsgCommonReplyData const& data) {
+bool FailurePresenter::HandleUnmarked(Data const& data) {
     int const type = static_cast<int>(common::g_IPCMessageMap.Get(data.statusCode).type);
     QString const text = textOf(data);
     if (std::count(std::begin(kEndsOfLogin), std::end(kEndsOfLogin), data.statusCode) > 0) {
-        QString const shown = firstNonEmpty({text, GetErrMsg(MsgCode::SECOND_AUTH_TIMEOUT)});
-        ProcessCriticalMsg(static_cast<common::CodeType>(type), shown.toStdString());
+        ProcessCriticalMsg(firstNonEmpty({text, GetErrMsg(MsgCode::SECOND_AUTH_TIMEOUT)}));
         return true;
     }
     bool const failure = std::count(std::begin(kFailureTypes), std::end(kFailureTypes), type) > 0;
-    if (failure && !text.isEmpty() && !state_.beenOnline) {
-        state_.untoldFailure = text.toStdString();
+    if (failure && !text.isEmpty() && !core_.state.beenOnline) {
+        core_.state.untoldFailure = text.toStdString();
     }
     return false;
 }
 
 void FailurePresenter::TellUntoldFailure() {
-    std::string const text = std::exchange(state_.untoldFailure, {});
-    if (!text.empty() && !state_.errorShown) {
-        ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), utf8(text),
-                      GetErrMsg(MsgCode::UI_INFO_OK));
+    std::string const text = std::exchange(core_.state.untoldFailure, {});
+    if (!text.empty() && !core_.state.errorShown) {
+        ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), utf8(text));
     }
 }
 
 void FailurePresenter::HandleTunnelDisconnect(
     core::sslvpn::CLMsgReplyTunnelDisconnectData const& data) {
-    if (state_.offline || state_.stopSent) {  // the user wanted it so
-        Log().info("Do not need to pop disconnect msg box when offline");
+    if (!mayTell("Do not need to pop disconnect msg box when offline")) {
         flow_.StopConnect();
         return;
     }
     auto const* const row =
         std::find_if(std::begin(kReasons), std::end(kReasons),
                      [&data](ReasonRow const& r) { return r.reason == data.reason; });
-    std::uint64_t const attempt = state_.attempt;
-    if (row != std::end(kReasons)) {
-        Log().info("{}", row->log_line);
-        warn(GetErrMsg(row->text));
-    } else {
+    if (row == std::end(kReasons)) {
         Log().info("Tunnel disconnect: unkown");
+        flow_.StopConnect();
+        return;
     }
-    EndSession(attempt);
+    Log().info("{}", row->log_line);
+    EndWith(BoxKind::kWarning, GetErrMsg(row->text));
 }
 
-void FailurePresenter::HandleDisconnectReason(CLMsgCommonReplyData const& data) {
+void FailurePresenter::HandleDisconnectReason(Data const& data) {
     Log().info("Client will disconnect due to reason: {}",
                GetErrMsg(data.statusCode).toStdString());
 }
@@ -256,73 +212,47 @@ void FailurePresenter::HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgDat
     QString text =
         firstNonEmpty({IsChineseDisplayLangguage() ? utf8(data.errorMsgChinese) : QString(),
                        utf8(data.errorMsgEnglish), GetErrMsg(data.statusCode)});
-    if (text.isEmpty()) {
-        Log().warning("Recv server custom error msg, but is empty");
-        text = GetErrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG);
-    }
     if (text.endsWith(QLatin1Char('\n'))) {
         text.chop(1);
     }
-    std::uint64_t const attempt = state_.attempt;
-    warn(text);
+    if (text.trimmed().isEmpty()) {
+        Log().warning("Recv server custom error msg, but is empty");
+        text = GetErrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG);
+    }
     Log().info("Incompatible server and client, stop the connect");
-    EndSession(attempt);
+    if (core_.state.SessionStands()) {
+        EndWith(BoxKind::kWarning, text);
+    } else {
+        flow_.StopConnect();
+    }
 }
 
-bool FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& title, QString const& text,
-                                     QString const& button) {
-    Log().info("Show pop msg window, visible {}, hide {}, mini {}", window_->isVisible(),
-               window_->isHidden(), window_->isMinimized());
-    BringIntoView(window_);
+void FailurePresenter::HandleGatewayDetectStop(
+    core::sslvpn::CLMsgGatewayDetectStopData const& data) {
+    QString const text = utf8(data.reason).trimmed();
+    if (text.isEmpty()) {
+        Log().warning("Gateway detection ended without a reason");
+    } else if (core_.state.SessionStands()) {
+        ShowPopMsgBox(BoxKind::kWarning, GetErrMsg(MsgCode::UI_WARNING), text);
+    }
+}
+
+void FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& title, QString const& text,
+                                     Then then) {
+    if (QWidget const* const window = core_.window) {
+        Log().info("Show pop msg window, visible {}, hide {}, mini {}", window->isVisible(),
+                   window->isHidden(), window->isMinimized());
+    }
     BoxRequest request;
     request.kind = kind;
     request.title = title;
     request.text = text;
-    request.buttons = {button};
-    return show(std::move(request));
-}
-
-void FailurePresenter::ShowCriticalBox(QString const& title, QString const& text,
-                                       QString const& button) {
-    ShowPopMsgBox(BoxKind::kCritical, title, text, button);
-    Q_EMIT CriticalBoxShown();
-}
-
-bool FailurePresenter::show(BoxRequest request) {
-    state_.errorShown = true;
-    if (standing_) {
-        Log().info("A box stands already, next text: {}", request.text.toStdString());
-        if (request.text != *standing_) {
-            next_ = std::move(request);
+    request.buttons = {GetErrMsg(MsgCode::UI_INFO_OK)};
+    boxes_.Tell(std::move(request), [then = std::move(then)](int) {
+        if (then) {
+            then();
         }
-        return false;
-    }
-    standing_ = request.text;
-    request.parent = boxParent();
-    prompts_.Box(request);
-    standing_.reset();
-    if (next_) {
-        // Queued: who showed this one goes on first.
-        auto following = [this, next = *std::exchange(next_, {})] { show(next); };
-        QMetaObject::invokeMethod(this, std::move(following), Qt::QueuedConnection);
-    }
-    return true;
-}
-
-QWidget* FailurePresenter::boxParent() const {
-    // Without the focus of the desktop none of our windows is active, but one may be modal.
-    for (QWidget* const widget :
-         {QApplication::activeWindow(), QApplication::activeModalWidget()}) {
-        if (widget != nullptr) {
-            return widget;
-        }
-    }
-    return window_;
-}
-
-void FailurePresenter::warn(QString const& text) {
-    ShowPopMsgBox(BoxKind::kWarning, GetErrMsg(MsgCode::UI_WARNING), text,
-                  GetErrMsg(MsgCode::UI_INFO_OK));
+    });
 }
 
 }  // namespace zorvanelink::ui

@@ -1,24 +1,22 @@
-// What the service says during a login: second factor, choice of a type, password, certificates.
+#include "ui/session/login_statuses.h"
 
 #include <QDateTime>
-#include <QScopedValueRollback>
+#include <algorithm>
 
-#include "app/environment/globals.h"
 #include "common/auth_type_list.h"
 #include "components/logger/logger.h"
 #include "core/clmsg_json.h"
-#include "ui/session/status_handler.h"
+#include "ui/session/page_statuses.h"
 #include "ui/text/texts.h"
-#include "ui/widgets/bring_into_view.h"
 
 namespace zorvanelink::ui {
 namespace {
 
 using common::MsgCode;
 using components::logger::Log;
+using Secret = AttemptSecrets::Secret;
 
 constexpr int kCertificateQuestionSeconds = 30;
-constexpr common::CodeType kErrorType = 1;
 
 // The types that a user can log in with here.
 bool hasControl(SupportedAuthType type) {
@@ -28,7 +26,12 @@ bool hasControl(SupportedAuthType type) {
 
 }  // namespace
 
-std::int32_t StatusHandler::ConvertMsgCodeToAuthCodeType(MsgCode code) {
+LoginStatuses::LoginStatuses(SessionCore& core, ConnectFlow& flow, FailurePresenter& failures,
+                             BoxQueue& boxes)
+    : core_(core), flow_(flow), failures_(failures), boxes_(boxes), thirdParty_(core, failures) {
+}
+
+std::int32_t LoginStatuses::ConvertMsgCodeToAuthCodeType(MsgCode code) {
     constexpr std::int32_t kToken = 0;
     constexpr std::int32_t kSms = 1;
     constexpr std::int32_t kEmail = 2;
@@ -42,131 +45,113 @@ std::int32_t StatusHandler::ConvertMsgCodeToAuthCodeType(MsgCode code) {
     }
 }
 
-void StatusHandler::onNeedAuthCode(Data const& data, Profile& profile) {
-    profile.context.authCodeType = ConvertMsgCodeToAuthCodeType(data.statusCode);
-    profile.context.tokenPromptMsg = data.tokenPromptMsg;
-    profile.context.emailAuthAccount = data.emailAuthAccount;
-    if (!dialogs_.authDialog) {
-        state_.errorShown = false;  // an earlier text does not speak for the dialog's end
-        Q_EMIT NeedSendAuthCode();
-    }
+void LoginStatuses::onNeedAuthCode(Data const& data, Profile& /*profile*/) {
+    core_.context.authCodeType = ConvertMsgCodeToAuthCodeType(data.statusCode);
+    core_.context.tokenPromptMsg = data.tokenPromptMsg;
+    core_.context.emailAuthAccount = data.emailAuthAccount;
+    core_.state.errorShown = false;  // an earlier text does not speak for the dialog's end
+    Q_EMIT core_.NeedSendAuthCode();
 }
 
-void StatusHandler::onAuthCodeRight(Data const& /*data*/, Profile& /*profile*/) {
-    Q_EMIT AuthCodeVerifyResult(true);
+void LoginStatuses::onUnawaitedAnswer(Data const& data, Profile& /*profile*/) {
+    Log().debug("No dialog waits for status {}", static_cast<int>(data.statusCode));
 }
 
-void StatusHandler::onAuthCodeWrong(Data const& /*data*/, Profile& /*profile*/) {
-    Q_EMIT AuthCodeVerifyResult(false);
-}
-
-void StatusHandler::onAuthCodeLimit(Data const& /*data*/, Profile& /*profile*/) {
-    state_.errorShown = true;
-    Q_EMIT AuthCodeRetryLimit();
-}
-
-void StatusHandler::HandleChangePWD(Data const& data, Profile& /*profile*/) {
+void LoginStatuses::HandleChangePWD(Data const& data, Profile& profile) {
     if (data.statusCode == MsgCode::NEED_CHANGE_PWD) {
-        Q_EMIT NeedChangePwd(data);
-    } else {
-        Q_EMIT ChangePWDRetSignal(static_cast<int>(data.statusCode));
+        Q_EMIT core_.NeedChangePwd(data);
+    } else if (!core_.conversation.OnAnswer(data.statusCode)) {
+        onUnawaitedAnswer(data, profile);
     }
 }
 
-void StatusHandler::onPasswordRefused(Data const& data, Profile& /*profile*/) {
-    if (dialogs_.changePwdDialog) {
-        Log().debug("stop change pwd response timer");
-        Q_EMIT StopChangePwdResponseTimer();
-    }
-    state_.errorShown = true;
-    failures_.ProcessErrorMsg(kErrorType, GetErrMsg(data.statusCode).toStdString());
+void LoginStatuses::onPasswordRefused(Data const& data, Profile& /*profile*/) {
+    Log().debug("stop change pwd response timer");
+    core_.conversation.StopDeadline();
+    core_.state.errorShown = true;
+    failures_.ProcessErrorMsg(GetErrMsg(data.statusCode));
 }
 
-void StatusHandler::HandleAuthData(Data const& data, Profile& profile) {
-    profile.context.allowLocalChangePassword = data.allowLocalChangePassword;
-    profile.context.changePasswordUrl = data.changePasswordUrl;
-    keepForgottenPasswordPage(data.forgotPasswordUrl, profile);
-    Q_EMIT AuthDataArrived(data);
+void LoginStatuses::HandleAuthData(Data const& data, Profile& profile) {
+    core_.context.allowLocalChangePassword = data.allowLocalChangePassword;
+    core_.context.changePasswordUrl = data.changePasswordUrl;
+    KeepForgottenPasswordPage(data.forgotPasswordUrl, profile, core_);
+    core_.Announce();
 }
 
-void StatusHandler::onServerCertificate(Data const& data, Profile& profile) {
-    if (asksForCertificate_) {
-        Log().info("The question for the server's certificate stands already");
-        return;
-    }
+void LoginStatuses::onServerCertificate(Data const& data, Profile& profile) {
     BoxRequest request;
     request.kind = BoxKind::kQuestion;
-    request.parent = window_;
     request.title = GetErrMsg(MsgCode::UI_WARNING);
     request.text = GetErrMsg(data.statusCode);
     request.buttons = {GetErrMsg(MsgCode::UI_INFO_REQUEST_YES),
                        GetErrMsg(MsgCode::UI_INFO_REQUEST_NO)};
     request.defaultButton = 1;
     request.timeoutSeconds = kCertificateQuestionSeconds;
-    std::uint64_t const attempt = state_.attempt;
-    int answer = -1;
-    {
-        QScopedValueRollback<bool> const guard(asksForCertificate_, true);
-        BringIntoView(window_);
-        answer = prompts_.Box(request);
-    }
-    if (!g_quit && attempt == state_.attempt && !state_.offline && !state_.stopSent) {
-        HandleAcceptServerCert(answer == 0, profile.name);
-    }
+    boxes_.Ask(request, [this, here = core_.Now(), name = profile.name](int button) {
+        if (here.Still() && core_.state.SessionStands()) {
+            HandleAcceptServerCert(button == 0, name);
+        }
+    });
 }
 
-void StatusHandler::HandleAcceptServerCert(bool result, std::string const& profileName) {
-    flow_.Send(core::sslvpn::CLMsgJson::BuildAcceptServerCert(profileName, result));
+void LoginStatuses::HandleAcceptServerCert(bool result, std::string const& profileName) {
+    core_.Send(core::sslvpn::CLMsgJson::BuildAcceptServerCert(profileName, result));
 }
 
-void StatusHandler::onNeedSelectAuthType(Data const& data, Profile& profile) {
+void LoginStatuses::onNeedSelectAuthType(Data const& data, Profile& profile) {
     Log().info("Recv need select auth type status for profile[{}]", profile.name);
-    if (dialogs_.authTypeDialog) {
+    if (core_.conversation.OutlivesSession()) {
         Log().info("Auth type dialog is still running when recving select auth type");
         return;
     }
     auto const list = components::utils::ConvertStrListToSupportedAuthType(data.supportedAuthType);
     if (profile.GetSupportedAuthType(list) && std::any_of(list.begin(), list.end(), hasControl)) {
-        if (profile.password.empty()) {
-            profile.password = profile.context.once.password;  // typed, and not yet tried
-        }
-        Q_EMIT NeedSelectAuthType(true);
+        core_.secrets.Keep(Secret::kPassword, profile);  // typed, and not yet tried
+        Q_EMIT core_.NeedSelectAuthType(true);
         return;
     }
     profile.supportedAuthTypes.clear();  // nothing of it may be offered later
     Log().error("No supported auth type in select auth type status for profile[{}]", profile.name);
-    std::uint64_t const attempt = state_.attempt;
-    failures_.ShowCriticalBox(GetErrMsg(MsgCode::UI_ERROR),
-                              GetErrMsg(MsgCode::ERR_NO_SUPPORTED_AUTH_TYPE),
-                              GetErrMsg(MsgCode::UI_INFO_OK));
-    failures_.EndSession(attempt);
+    failures_.EndWith(BoxKind::kCritical, GetErrMsg(MsgCode::ERR_NO_SUPPORTED_AUTH_TYPE));
 }
 
-void StatusHandler::onAccountLocked(Data const& data, Profile& /*profile*/) {
+void LoginStatuses::onAccountLocked(Data const& data, Profile& /*profile*/) {
     QString const until = QDateTime::currentDateTime()
                               .addSecs(data.accountLockSenconds)
                               .toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
-    std::uint64_t const attempt = state_.attempt;
-    failures_.ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR),
-                            GetErrMsg(MsgCode::UI_INFO_ACCOUNT_ABNORMAL_AND_LOCKED).arg(until),
-                            GetErrMsg(MsgCode::UI_INFO_OK));
-    failures_.EndSession(attempt);
+    failures_.EndWith(BoxKind::kCritical,
+                      GetErrMsg(MsgCode::UI_INFO_ACCOUNT_ABNORMAL_AND_LOCKED).arg(until));
 }
 
-void StatusHandler::HandleSignRequest(Data const& data, Profile& profile) {
-    if (profile.loginMode == kLoginModeGm) {
-        HandleGmSignData(data, profile);
-    } else {
-        HandleSignData(data, profile);
+void LoginStatuses::onOauthPage(Data const& data, Profile& /*profile*/) {
+    thirdParty_.Open(data.oauthPagePath);
+}
+
+std::function<void()> LoginStatuses::TailOf(MsgCode code, std::shared_ptr<Profile> const& profile) {
+    bool const refused_type = code == MsgCode::ERR_LOGIN_MODE && !core_.context.needQueryAuthType;
+    bool const refused_credentials =
+        code == MsgCode::ERR_AUTH_USER_OR_PASS || code == MsgCode::ERR_AUTH_BAD_CERT;
+    if (!core_.state.SessionStands() || (!refused_type && !refused_credentials)) {
+        return {};
     }
-}
-
-void StatusHandler::HandleSignData(Data const& /*data*/, Profile const& profile) {
-    Log().warning("Signing for profile [{}] is not there yet", profile.name);
-}
-
-void StatusHandler::HandleGmSignData(Data const& /*data*/, Profile const& profile) {
-    Log().warning("GM signing for profile [{}] is not there yet", profile.name);
+    // The session's end forgets its secrets before the text has been seen.
+    return [this, code, profile, refused_type, here = core_.Now(), secrets = core_.secrets] {
+        if (!here.NotBegunAnew() || core_.config.GetProfile(profile->name) != profile) {
+            return;
+        }
+        core_.secrets = secrets;
+        if (refused_type) {
+            profile->authType = SupportedAuthType::kNone;
+            flow_.onStartConnect(QString::fromStdString(profile->name), true);
+            return;
+        }
+        // What was right need not be typed again.
+        bool const bad_cert = code == MsgCode::ERR_AUTH_BAD_CERT;
+        core_.secrets.Keep(bad_cert ? Secret::kPassword : Secret::kPin, *profile);
+        core_.state.currentProfileName = profile->name;
+        Q_EMIT core_.NeedSelectAuthType(!profile->keepAuthType);
+    };
 }
 
 }  // namespace zorvanelink::ui

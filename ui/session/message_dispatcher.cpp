@@ -1,12 +1,9 @@
 #include "ui/session/message_dispatcher.h"
 
-#include "app/environment/globals.h"
 #include "components/logger/logger.h"
-#include "components/utils/log_filter.h"
 #include "core/clmsg_reply_json.h"
-#include "ui/cert/client_certs.h"
+#include "core/message_log.h"
 #include "ui/session/gateway_lists.h"
-#include "ui/text/texts.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -26,12 +23,6 @@ std::optional<Record> read(std::string const& json) {
         return std::nullopt;
     }
     return record;
-}
-
-// Whoever answers on the port may send our own messages back.
-std::string masked(std::string const& json) {
-    namespace utils = components::utils;
-    return utils::FilterJsonStr(utils::g_message_filter_word, json);
 }
 
 }  // namespace
@@ -59,11 +50,6 @@ MessageDispatcher::Row const MessageDispatcher::kRows[] = {
     {SubType::kExecScript, &MessageDispatcher::onExecScript},
 };
 
-MessageDispatcher::MessageDispatcher(ConnectionState& state, StatusHandler& statuses,
-                                     FailurePresenter& failures, Config& config, QObject* parent)
-    : QObject(parent), statuses_(statuses), failures_(failures), state_(state), config_(config) {
-}
-
 std::vector<CLMsg::SubType> MessageDispatcher::SubTypes() {
     std::vector<CLMsg::SubType> subtypes;
     for (Row const& row : kRows) {
@@ -79,7 +65,7 @@ bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
     bool const understood = CLMsgJsonParse::Parse(json, &type, &subtype, &status);
     Log().debug("recv {} from service", CLMsg::SubTypeToString(subtype));
     if (!understood || type != CLMsg::Type::kReply) {
-        Log().error("Not supported type, json: {}", masked(json));
+        Log().error("Not supported type, json: {}", core::RefusedMessage(json));
         return false;
     }
     auto const* const row = std::find_if(std::begin(kRows), std::end(kRows),
@@ -88,53 +74,62 @@ bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
     Log().debug("handle msg with ret {} ", ok);
     if (!ok) {
         Log().error("Failed to handle json string: {}, data: {}", CLMsg::SubTypeToString(subtype),
-                    masked(json));
+                    core::RefusedMessage(json));
     }
     return ok;
 }
 
+template <class Record, class Handler>
+bool MessageDispatcher::readFor(std::string const& json, Handler&& handle) {
+    auto const data = read<Record>(json);
+    if (data) {
+        if (auto const profile = core_.Addressee(data->profileName)) {
+            handle(*data, *profile);
+        }
+    }
+    return data.has_value();
+}
+
+template <class Handler>
+bool MessageDispatcher::readForSession(std::string const& json, char const* logLine,
+                                       Handler&& handle) {
+    Log().info("{}", logLine);
+    return readFor<CLMsgCommonReplyData>(json, [&](auto const& data, Profile& profile) {
+        if (core_.state.SessionStands()) {
+            handle(data, profile);
+        } else {
+            Log().debug("The session is over, ignore status {}", static_cast<int>(data.statusCode));
+        }
+    });
+}
+
 bool MessageDispatcher::onNetConfig(std::string const& json) {
-    auto const data = read<CLMsgReplyNetConfigData>(json);
-    if (!data) {
-        return false;
-    }
-    if (auto const profile = statuses_.Addressee(data->profileName)) {
+    return readFor<CLMsgReplyNetConfigData>(json, [this](auto const& data, Profile&) {
         Log().info("Get network configuration from service");
-        profile->context.netConfig = *data;
-        state_.lastNetConfigHasGateway = data->serviceType == kServiceTypeWithGateway;
-        Q_EMIT NetConfigArrived(profile);
-    }
-    return true;
+        core_.context.netConfig = data;
+        core_.state.lastNetConfigHasGateway = data.serviceType == kServiceTypeWithGateway;
+        if (core_.state.online) {
+            Q_EMIT core_.NetConfigArrived();
+        }
+    });
 }
 
 bool MessageDispatcher::onTunnelDisconnect(std::string const& json) {
-    auto const data = read<CLMsgReplyTunnelDisconnectData>(json);
-    if (!data) {
-        return false;
-    }
-    if (statuses_.Addressee(data->profileName)) {
-        failures_.HandleTunnelDisconnect(*data);
-        Log().info("Disconnect Reason: {}", DisconnectReasonText(data->reason));
-    }
-    return true;
+    return readFor<CLMsgReplyTunnelDisconnectData>(json, [this](auto const& data, Profile&) {
+        Log().info("Disconnect Reason: {}", DisconnectReasonText(data.reason));
+        failures_.HandleTunnelDisconnect(data);
+    });
 }
 
 bool MessageDispatcher::onTunnelStatistics(std::string const& json) {
-    auto const data = read<CLMsgReplyTunnelStatisticsData>(json);
-    if (!data) {
-        return false;
-    }
-    if (auto const profile = statuses_.Addressee(data->profileName)) {
-        profile->context.statistics = *data;
-        Q_EMIT StatisticsArrived(profile);
-    }
-    return true;
+    return readFor<CLMsgReplyTunnelStatisticsData>(
+        json, [this](auto const& data, Profile&) { core_.context.statistics = data; });
 }
 
 bool MessageDispatcher::onGatewayList(std::string const& json) {
     auto const data = read<CLMsgGatewayListData>(json);
     if (data) {
-        HandleGatewayList(config_, *data);
+        HandleGatewayList(core_.config, *data);
     }
     return data.has_value();
 }
@@ -142,123 +137,87 @@ bool MessageDispatcher::onGatewayList(std::string const& json) {
 bool MessageDispatcher::onCluster(std::string const& json) {
     auto const data = read<CLMsgClusterData>(json);
     if (data) {
-        HandleClusterList(config_, *data);
+        HandleClusterList(core_.config, *data);
     }
     return data.has_value();
 }
 
 bool MessageDispatcher::onGatewayDetectStop(std::string const& json) {
-    auto const data = read<CLMsgGatewayDetectStopData>(json);
-    if (data && statuses_.Addressee(data->profileName)) {
-        failures_.ShowPopMsgBox(BoxKind::kWarning, GetErrMsg(MsgCode::UI_WARNING),
-                                QString::fromStdString(data->reason),
-                                GetErrMsg(MsgCode::UI_INFO_OK));
-    }
-    return data.has_value();
+    return readFor<CLMsgGatewayDetectStopData>(
+        json, [this](auto const& data, Profile&) { failures_.HandleGatewayDetectStop(data); });
 }
 
 bool MessageDispatcher::onAddRoute(std::string const& json) {
-    auto const data = read<DomainRouteAddRouteData>(json);
-    if (data && statuses_.Addressee(data->profileName)) {
-        Q_EMIT DomainRouteArrived(*data);
-    }
-    return data.has_value();
+    return readFor<DomainRouteAddRouteData>(
+        json, [this](auto const& data, Profile&) { Q_EMIT core_.DomainRouteArrived(data); });
 }
 
 bool MessageDispatcher::onErrMsgByServer(std::string const& json) {
-    auto const data = read<CLMsgNotifyErrorMsgData>(json);
-    if (data && statuses_.Addressee(data->profileName)) {
-        failures_.HandleErrMsgByServer(*data);
-    }
-    return data.has_value();
+    return readFor<CLMsgNotifyErrorMsgData>(
+        json, [this](auto const& data, Profile&) { failures_.HandleErrMsgByServer(data); });
 }
 
-// A report only: the state follows the common replies.
 bool MessageDispatcher::onPushStatus(std::string const& json) {
-    auto const data = read<CLMsgSessionStatus>(json);
-    if (data && statuses_.Addressee(data->profileName)) {
-        statuses_.HandlePushReportData(*data);
-    }
-    return data.has_value();
+    return readFor<CLMsgSessionStatus>(json, [this](auto const& data, Profile&) {
+        handlers_.connection.HandlePushReportData(data);
+    });
 }
 
 bool MessageDispatcher::onVnicState(std::string const& json) {
     auto const data = read<CLMsgVINCState>(json);
     if (data) {
-        g_vnic_state = data->state;
-        state_.adapterUsable = data->state;
-        Q_EMIT AdapterStateChanged(data->state);
+        core_.state.adapterUsable = data->state;
+        core_.Announce();
     }
     return data.has_value();
-}
-
-bool MessageDispatcher::readFor(std::string const& json, char const* logLine,
-                                void (StatusHandler::*handle)(StatusHandler::Data const&,
-                                                              Profile&)) {
-    auto const data = read<CLMsgCommonReplyData>(json);
-    if (!data) {
-        return false;
-    }
-    Log().info("{}", logLine);
-    if (auto const profile = statuses_.Addressee(data->profileName)) {
-        (statuses_.*handle)(*data, *profile);
-    }
-    return true;
 }
 
 bool MessageDispatcher::onChangePwd(std::string const& json) {
-    return readFor(json, "Get change pwd from service", &StatusHandler::HandleChangePWD);
+    return readForSession(
+        json, "Get change pwd from service",
+        [this](auto const& data, Profile& p) { handlers_.login.HandleChangePWD(data, p); });
 }
 
 bool MessageDispatcher::onAuth(std::string const& json) {
-    return readFor(json, "Get auth data from service", &StatusHandler::HandleAuthData);
+    return readForSession(json, "Get auth data from service", [this](auto const& data, Profile& p) {
+        handlers_.login.HandleAuthData(data, p);
+    });
 }
 
 bool MessageDispatcher::onCertRequest(std::string const& json) {
-    return readFor(json, "Get sign request from service", &StatusHandler::HandleSignRequest);
+    return readForSession(
+        json, "Get sign request from service",
+        [this](auto const& data, Profile& p) { handlers_.signing.HandleSignRequest(data, p); });
 }
 
 bool MessageDispatcher::onAppResource(std::string const& json) {
-    auto const data = read<CLMsgZtnaAppResourceData>(json);
-    if (data && statuses_.Addressee(data->profileName)) {
-        Q_EMIT AppResourceArrived(*data);
-    }
-    return data.has_value();
-}
-
-bool MessageDispatcher::HandleGMCertRespond(std::string const& json) {
-    Log().info("Handle GM certificate respond");
-    auto const data = read<ALMsgGMCertRespondData>(json);
-    if (data) {
-        Q_EMIT RecvGMCertInfo(data->deviceList);
-    } else {
-        Log().error("Failed to handle GM certificate respond");
-    }
-    return data.has_value();
-}
-
-bool MessageDispatcher::onUpdate(std::string const& json) {
-    auto const data = read<CLMsgUpdate>(json);
-    if (data) {
-        Q_EMIT UpdateMsgArrived(*data);
-    }
-    return data.has_value();
+    return read<CLMsgZtnaAppResourceData>(json).has_value();
 }
 
 bool MessageDispatcher::HandleCertRespond(std::string const& json) {
     auto const certs = ReadCertRespond(json);
     if (certs) {
-        Q_EMIT RecvCertInfo(*certs);
+        Q_EMIT certs_.RecvCertInfo(*certs);
     }
     return certs.has_value();
 }
 
-bool MessageDispatcher::onDisconnectReason(std::string const& json) {
-    auto const data = read<CLMsgCommonReplyData>(json);
-    if (data && statuses_.Addressee(data->profileName)) {
-        failures_.HandleDisconnectReason(*data);
+bool MessageDispatcher::HandleGMCertRespond(std::string const& json) {
+    Log().info("Handle GM certificate respond");
+    bool const understood = read<ALMsgGMCertRespondData>(json).has_value();
+    if (!understood) {
+        Log().error("Failed to handle GM certificate respond");
     }
-    return data.has_value();
+    return understood;
+}
+
+bool MessageDispatcher::onUpdate(std::string const& json) {
+    return read<CLMsgUpdate>(json).has_value();
+}
+
+bool MessageDispatcher::onDisconnectReason(std::string const& json) {
+    return readFor<CLMsgCommonReplyData>(
+        json, [this](auto const& data, Profile&) { failures_.HandleDisconnectReason(data); });
 }
 
 // Scripts are the service's own business.

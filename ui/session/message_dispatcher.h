@@ -2,23 +2,24 @@
 // its handler. GUI thread.
 #pragma once
 
-#include <QObject>
-#include <memory>
 #include <string>
+#include <vector>
 
 #include "core/clmsg.h"
-#include "core/reply_records.h"
-#include "ui/session/failure_presenter.h"
-#include "ui/session/status_handler.h"
+#include "ui/cert/client_certs.h"
+#include "ui/session/status_table.h"
 
 namespace zorvanelink::ui {
 
-class MessageDispatcher : public QObject {
-    Q_OBJECT
-
+class MessageDispatcher {
   public:
-    MessageDispatcher(ConnectionState& state, StatusHandler& statuses, FailurePresenter& failures,
-                      Config& config, QObject* parent = nullptr);
+    MessageDispatcher(SessionCore& core, FailurePresenter& failures, StatusHandlers& handlers,
+                      StatusTable& statuses, CertListRoad& certs)
+        : core_(core),
+          failures_(failures),
+          handlers_(handlers),
+          statuses_(statuses),
+          certs_(certs) {}
 
     // False when the message could not be read or its handler failed: logged, and the next
     // message is none the worse.
@@ -27,18 +28,6 @@ class MessageDispatcher : public QObject {
     // Every subtype with a row of its own, in the order of the table; all others are common
     // replies.
     static std::vector<core::CLMsg::SubType> SubTypes();
-
-  Q_SIGNALS:
-    // Of the running profile; the record is in its Context already.
-    void NetConfigArrived(std::shared_ptr<Profile> const& profile);
-    void StatisticsArrived(std::shared_ptr<Profile> const& profile);
-    void DomainRouteArrived(core::sslvpn::DomainRouteAddRouteData const& route);
-    void AdapterStateChanged(bool usable);
-    void RecvCertInfo(std::vector<zorvanelink::CertInfo> const& list);
-    void RecvGMCertInfo(std::vector<zorvanelink::core::sslvpn::GmDevice> const& devices);
-    void AppResourceArrived(zorvanelink::core::sslvpn::CLMsgZtnaAppResourceData const& resource);
-    // Of no connection: an update record carries a reserved name.
-    void UpdateMsgArrived(zorvanelink::core::sslvpn::CLMsgUpdate const& update);
 
   private:
     using SubType = core::CLMsg::SubType;
@@ -68,14 +57,19 @@ class MessageDispatcher : public QObject {
     bool onDisconnectReason(std::string const& json);
     bool onExecScript(std::string const& json);
     bool onCommonReply(std::string const& json);
-    // Reads a common record and hands it to `handle` when it concerns the running profile.
-    bool readFor(std::string const& json, char const* logLine,
-                 void (StatusHandler::*handle)(StatusHandler::Data const&, Profile&));
 
-    StatusHandler& statuses_;
+    // Reads a record and hands it to `handle` when it concerns the running profile.
+    template <class Record, class Handler>
+    bool readFor(std::string const& json, Handler&& handle);
+    // The same, while the session stands.
+    template <class Handler>
+    bool readForSession(std::string const& json, char const* logLine, Handler&& handle);
+
+    SessionCore& core_;
     FailurePresenter& failures_;
-    ConnectionState& state_;
-    Config& config_;
+    StatusHandlers& handlers_;
+    StatusTable& statuses_;
+    CertListRoad& certs_;
 };
 
 }  // namespace zorvanelink::ui

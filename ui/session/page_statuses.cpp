@@ -1,10 +1,8 @@
-// What the service says about pages of the server: redirect, resource list, login page, portal.
+#include "ui/session/page_statuses.h"
 
 #include <QFileInfo>
 
-#include "app/environment/globals.h"
 #include "components/logger/logger.h"
-#include "ui/session/status_handler.h"
 #include "ui/widgets/open_url.h"
 
 namespace zorvanelink::ui {
@@ -21,8 +19,8 @@ void take(std::string const& value, std::string& target) {
 
 }  // namespace
 
-void StatusHandler::onKeyExchangeData(Data const& data, Profile& profile) {
-    Context& context = profile.context;
+void PageStatuses::onKeyExchangeData(Data const& data, Profile& profile) {
+    Context& context = core_.context;
     take(data.cipherAlg, context.cipherAlg);
     take(data.ipCompAlg, context.ipCompAlg);
     take(data.sslVersion, context.sslVersion);
@@ -32,53 +30,49 @@ void StatusHandler::onKeyExchangeData(Data const& data, Profile& profile) {
     take(data.resourceListPagePath, context.resourceListPagePath);
     context.needClearWebCacheWhenOffline |= data.needClearWebCacheWhenOffline;
     if (!data.forgotPasswordUrl.empty()) {
-        keepForgottenPasswordPage(data.forgotPasswordUrl, profile);
+        KeepForgottenPasswordPage(data.forgotPasswordUrl, profile, core_);
     }
-    Q_EMIT PagesChanged();
+    core_.Announce();
 }
 
-void StatusHandler::onResourceList(Data const& data, Profile& profile) {
-    profile.context.resourceListPagePath = data.resourceListPagePath;
-    Q_EMIT PagesChanged();
+void PageStatuses::onResourceList(Data const& data, Profile& /*profile*/) {
+    core_.context.resourceListPagePath = data.resourceListPagePath;
+    core_.Announce();
 }
 
-void StatusHandler::onUrlRedirect(Data const& data, Profile& profile) {
-    profile.context.redirectUrl = data.redirectUrl;
-    profile.context.redirectUrlTitle = data.redirectUrlTitle;
-    profile.context.openedRedirectUrl = data.redirectUrl;
-    Q_EMIT PagesChanged();
+void PageStatuses::onUrlRedirect(Data const& data, Profile& /*profile*/) {
+    core_.context.redirectUrl = data.redirectUrl;
+    core_.context.redirectUrlTitle = data.redirectUrlTitle;
+    core_.context.openedRedirectUrl = data.redirectUrl;
+    core_.Announce();
     if (!data.redirectUrl.empty()) {
-        OpenUrlWithHint(prompts_, window_, QString::fromStdString(data.redirectUrl), false);
+        OpenUrlWithHint(core_.prompts, core_.window, QString::fromStdString(data.redirectUrl),
+                        false);
     }
 }
 
-void StatusHandler::openPagesAfterLogin(Profile& profile) {
-    std::string const redirect = profile.context.redirectUrl;
-    std::uint64_t const attempt = state_.attempt;
-    if (!redirect.empty() && redirect != profile.context.openedRedirectUrl) {
-        profile.context.openedRedirectUrl = redirect;
-        OpenUrlWithHint(prompts_, window_, QString::fromStdString(redirect), false);
+void PageStatuses::OpenAfterLogin() {
+    Attempt const here = core_.Now();
+    std::string const redirect = core_.context.redirectUrl;
+    if (!redirect.empty() && redirect != core_.context.openedRedirectUrl) {
+        core_.context.openedRedirectUrl = redirect;
+        OpenUrlWithHint(core_.prompts, core_.window, QString::fromStdString(redirect), false);
     }
-    std::string const resources = profile.context.resourceListPagePath;
-    if (!resources.empty() && attempt == state_.attempt && !g_quit) {
-        OpenUrlWithHint(prompts_, window_, QString::fromStdString(resources), true);
+    std::string const resources = core_.context.resourceListPagePath;
+    if (!resources.empty() && here.Still()) {
+        OpenUrlWithHint(core_.prompts, core_.window, QString::fromStdString(resources), true);
     }
 }
 
-void StatusHandler::keepForgottenPasswordPage(std::string const& url, Profile& profile) {
-    profile.context.forgotPasswordUrl = url;
+void KeepForgottenPasswordPage(std::string const& url, Profile& profile, SessionCore& core) {
+    core.context.forgotPasswordUrl = url;
     if (profile.forgotPwdUrl != url) {
         profile.forgotPwdUrl = url;
-        config_.Save();
-        Q_EMIT ProfileChanged(QString::fromStdString(profile.name));
+        core.config.Save();
     }
 }
 
-void StatusHandler::onOauthPage(Data const& data, Profile& /*profile*/) {
-    thirdParty_.Open(data.oauthPagePath);
-}
-
-void StatusHandler::onPortalFiles(Data const& data, Profile& /*profile*/) {
+void PageStatuses::onPortalFiles(Data const& data, Profile& /*profile*/) {
     Log().info("Recv update res portal static file");
     if (!QFileInfo(QString::fromStdString(data.AppResourcePortalStaticFilePath)).isFile()) {
         Log().error("App resource portal static file not exists!");

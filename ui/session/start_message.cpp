@@ -22,12 +22,12 @@ constexpr std::uint16_t kSpaWithoutPort = 0;
 constexpr std::uint16_t kSpaWithPort = 1;
 
 // What every message of a profile carries.
-CLMsgStartData commonFields(Profile const& profile) {
+CLMsgStartData commonFields(Profile const& profile, bool query) {
     CLMsgStartData data;
     data.userDataPath = GetAppDataDirPath().toStdString();
     data.profileName = profile.name;
-    data.needQueryAuthType = profile.context.needQueryAuthType;
-    data.keepAuthType = !data.needQueryAuthType && profile.keepAuthType;
+    data.needQueryAuthType = query;
+    data.keepAuthType = !query && profile.keepAuthType;
     data.lastTimeSupportedAuthType =
         utils::ConvertSupportedAuthTypeToStrList(profile.lastSupportedAuthTypes);
     return data;
@@ -42,16 +42,23 @@ bool addCertificate(CLMsgStartData& data, Profile const& profile, Config const& 
     if (profile.certIsFile) {
         CertInfo const* const imported = config.GetClientCert(profile.fileCert.fingerprint);
         data.pkcs12CertFileData = utils::Base64Encode(material, false);
-        data.encryptedPinCode = profile.fileCert.pin.empty() && imported != nullptr
-                                    ? imported->pin
-                                    : profile.fileCert.pin;
+        // A container that was replaced since brought the PIN that opens it.
+        data.encryptedPinCode =
+            imported != nullptr && !imported->pin.empty() ? imported->pin : profile.fileCert.pin;
         return true;
     }
-    CertInfo const& cert = profile.systemCert;
     data.certData = material;
-    data.isSupportCNG = cert.isSupportCNG;
-    data.certName = profile.loginMode == kLoginModeGm ? profile.gmCert.certName : cert.certName;
-    data.certFingerprint = utils::Base64Encode(cert.fingerprint, false);
+    bool const gm = profile.loginMode == kLoginModeGm;
+    if (std::string const& pin = gm ? profile.gmCert.pin : profile.systemCert.pin; !pin.empty()) {
+        data.encryptedPinCode = pin;
+    }
+    if (gm) {
+        data.certName = profile.gmCert.certName;
+        return true;
+    }
+    data.isSupportCNG = profile.systemCert.isSupportCNG;
+    data.certName = profile.systemCert.certName;
+    data.certFingerprint = utils::Base64Encode(profile.systemCert.fingerprint, false);
     return true;
 }
 
@@ -71,8 +78,9 @@ void addLists(CLMsgStartData& data, Profile const& profile) {
 
 }  // namespace
 
-std::optional<std::string> BuildStartMessage(Profile const& profile, Config const& config) {
-    CLMsgStartData data = commonFields(profile);
+std::optional<std::string> BuildStartMessage(Profile const& profile, bool query,
+                                             Config const& config) {
+    CLMsgStartData data = commonFields(profile, query);
     data.uiUUID = config.uuid.toStdString();
     data.UIAdmin = AppCtrl::Instance().requireAdmin;
     data.server = profile.server;
@@ -101,8 +109,8 @@ std::optional<std::string> BuildStartMessage(Profile const& profile, Config cons
     return CLMsgJson::BuildStart(data);
 }
 
-std::string BuildStopMessage(Profile const& profile) {
-    return CLMsgJson::BuildStop(commonFields(profile));
+std::string BuildStopMessage(Profile const& profile, bool query) {
+    return CLMsgJson::BuildStop(commonFields(profile, query));
 }
 
 std::string Int2LogString(int level) {

@@ -9,9 +9,11 @@
 
 namespace zorvanelink::ui {
 
-// Empty when the type of login needs a certificate that is gone.
-std::optional<std::string> BuildStartMessage(Profile const& profile, Config const& config);
-std::string BuildStopMessage(Profile const& profile);
+// `query`: the gateway is asked for its types first. Empty when the type of login needs a
+// certificate that is gone.
+std::optional<std::string> BuildStartMessage(Profile const& profile, bool query,
+                                             Config const& config);
+std::string BuildStopMessage(Profile const& profile, bool query);
 
 // "verbose" to "error"; "info" for a number outside the table.
 std::string Int2LogString(int level);

@@ -2,7 +2,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 
-#include "app/environment/globals.h"
+#include "ui/session/session_pages.h"
 #include "ui/shell/main_window.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/open_url.h"
@@ -15,55 +15,32 @@ void MainWindow::wireTray() {
     connect(&tray_, &TrayController::ShowWindow, this, &MainWindow::BringUp);
     connect(&tray_, &TrayController::Quit, this, &QWidget::close);
     connect(&tray_, &TrayController::Connect, this,
-            [this] { pressCard(cards_.SelectedName(), true); });
-    connect(&tray_, &TrayController::Disconnect, this,
-            [this] { pressCard(state_.currentProfileName, false); });
-    connect(&flow_, &ConnectFlow::RequestBegun, &tray_, &TrayController::InitTrayAction);
-    connect(&flow_, &ConnectFlow::SessionEnded, &tray_, &TrayController::ClearTrayMenuActions);
-    connect(&statuses_, &StatusHandler::RefreshTrayMenu, &tray_, &TrayController::RefreshTrayMenu);
-    connect(&statuses_, &StatusHandler::ClearTrayMenuActions, &tray_,
-            &TrayController::ClearTrayMenuActions);
-    connect(&statuses_, &StatusHandler::PagesChanged, this, &MainWindow::offerPages);
-    connect(&statuses_, &StatusHandler::CameOnline, this, &MainWindow::offerPages);
-    connect(&tray_, &TrayController::OpenRedirectUrl, this,
-            [this] { openPage(&Context::redirectUrl, false); });
-    connect(&tray_, &TrayController::OpenResourceList, this,
-            [this] { openPage(&Context::resourceListPagePath, true); });
-    connect(&cards_, &ConnectionList::Selected, this, &MainWindow::renderTray);
+            [this] { connectFromOutside(cards_.SelectedName()); });
+    connect(&tray_, &TrayController::Disconnect, this, [this] {
+        if (!session_.state.Idle()) {
+            session_.Stop(session_.state.currentProfileName);
+        }
+    });
+    connect(&tray_, &TrayController::OpenPage, this, [this](SessionPage const& page) {
+        OpenUrlWithHint(session_.prompts, this, page.address, page.local);
+    });
 }
 
 void MainWindow::renderTray() {
-    bool const named = state_.status != ConnectStatus::Disconnected;
-    tray_.Render(trayViewFor(state_, cards_.Has(cards_.SelectedName())),
-                 named ? QString::fromStdString(state_.currentProfileName) : QString(),
+    ConnectionState const& state = session_.state;
+    bool const named = state.status != ConnectStatus::Disconnected;
+    tray_.Render(trayViewFor(state, cards_.Has(cards_.SelectedName())),
+                 named ? QString::fromStdString(state.currentProfileName) : QString(),
                  QString::fromStdString(cards_.SelectedName()));
+    tray_.SetPages(pagesFor(state, session_.context));
 }
 
-// What the button of that card does, unless the state has moved on since the menu was shown.
-void MainWindow::pressCard(std::string const& name, bool start) {
-    if (start && QApplication::activeModalWidget() != nullptr) {
-        BringUp();  // what stands there is answered first
-        return;
-    }
-    ProfileTab* const tab = start == state_.Idle() ? cards_.GetProfileTab(name) : nullptr;
-    if (tab != nullptr && start == (tab->Status() == ConnectStatus::Disconnected)) {
-        tab->onConnButtonTriggered();
-    }
-}
-
-// What the session has offered so far; an interruption takes the actions away, not the pages.
-void MainWindow::offerPages() {
-    if (auto const profile = flow_.RunningProfile()) {
-        Context const& session = profile->context;
-        tray_.SetPages(!session.redirectUrl.empty(),
-                       QString::fromStdString(session.redirectUrlTitle),
-                       !session.resourceListPagePath.empty());
-    }
-}
-
-void MainWindow::openPage(std::string Context::*page, bool local) {
-    if (auto const profile = flow_.RunningProfile()) {
-        OpenUrlWithHint(prompts_, this, QString::fromStdString(profile->context.*page), local);
+// By the tray; what stands open is answered first.
+void MainWindow::connectFromOutside(std::string const& name) {
+    if (QApplication::activeModalWidget() != nullptr) {
+        BringUp();
+    } else if (session_.state.Idle() && session_.state.adapterUsable) {
+        session_.Start(name);
     }
 }
 
@@ -71,10 +48,10 @@ void MainWindow::openPage(std::string Context::*page, bool local) {
 void MainWindow::on_btn_main_close__clicked() {
     if (tray_.HasTray()) {
         hide();
-    } else if (prompts_.Question(this, GetErrMsg(MsgCode::UI_WARNING),
-                                 GetErrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT),
-                                 GetErrMsg(MsgCode::UI_INFO_OK),
-                                 GetErrMsg(MsgCode::UI_INFO_CANCEL))) {
+    } else if (session_.prompts.Question(this, GetErrMsg(MsgCode::UI_WARNING),
+                                         GetErrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT),
+                                         GetErrMsg(MsgCode::UI_INFO_OK),
+                                         GetErrMsg(MsgCode::UI_INFO_CANCEL))) {
         close();
     }
 }
@@ -94,22 +71,13 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         return;
     }
     event->accept();
-    leave();
+    session_.Leave();
     QCoreApplication::exit(0);
-}
-
-void MainWindow::leave() {
-    if (!std::exchange(quitting_, true)) {
-        link_.IgnoreLoss();
-        state_.errorShown = true;  // who leaves needs no word about an open dialog
-        StopConnect();
-        g_quit = true;  // what stands behind a box does not go on
-    }
 }
 
 void MainWindow::onSessionEnding() {
     sessionEnding_ = true;
-    config_.Save();
+    session_.config.Save();
 }
 
 }  // namespace zorvanelink::ui

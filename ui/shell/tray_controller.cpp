@@ -36,10 +36,6 @@ TrayController::TrayController(QWidget& window, Config const& config, Available 
           addAction("tray_connect_", GetTrMsg(MsgCode::UI_INFO_CONNECT), &TrayController::Connect)),
       disconnectAction_(addAction("tray_disconnect_", GetTrMsg(MsgCode::UI_INFO_LOWER_DISCONNECT),
                                   &TrayController::Disconnect)),
-      redirectAction_(addAction("tray_redirect_", GetTrMsg(MsgCode::UI_INFO_REDIRECT_URL),
-                                &TrayController::OpenRedirectUrl)),
-      resourcesAction_(addAction("tray_resources_", GetTrMsg(MsgCode::UI_INFO_RESOURCE_LIST),
-                                 &TrayController::OpenResourceList)),
       quitAction_(addAction("tray_quit_", GetTrMsg(MsgCode::UI_INFO_QUIT), &TrayController::Quit)) {
     menu_.setStyleSheet(LoadStyle(QStringLiteral("menu")));
     menu_.setAccessibleName(title());
@@ -116,8 +112,7 @@ void TrayController::Render(TrayView const& view, QString const& profile, QStrin
     profile_ = profile;
     connectAction_->setEnabled(view.canConnect);
     disconnectAction_->setEnabled(view.canDisconnect);
-    QString name = menu_.fontMetrics().elidedText(selected, Qt::ElideMiddle, kNameWidth);
-    name.replace(QLatin1Char('&'), QStringLiteral("&&"));
+    QString const name = forMenu(selected);
     QString const verb = GetTrMsg(MsgCode::UI_INFO_CONNECT);
     connectAction_->setText(name.isEmpty() ? verb : QStringLiteral("%1 (%2)").arg(verb, name));
     if (icon_ != nullptr) {
@@ -126,6 +121,12 @@ void TrayController::Render(TrayView const& view, QString const& profile, QStrin
             tell();
         }
     }
+}
+
+// A name of somebody else's, cut to its place and without a meaning of its own.
+QString TrayController::forMenu(QString const& name) const {
+    QString text = menu_.fontMetrics().elidedText(name, Qt::ElideMiddle, kNameWidth);
+    return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
 QIcon const& TrayController::picture() {
@@ -159,23 +160,11 @@ void TrayController::tell() {
     }
 }
 
-void TrayController::InitTrayAction() {
-    ClearTrayMenuActions();
-}
-
-void TrayController::ClearTrayMenuActions() {
-    SetPages(false, {}, false);
-}
-
-void TrayController::SetPages(bool redirect, QString const& redirectTitle, bool resources) {
-    redirect_ = redirect;
-    resources_ = resources;
-    QString text = redirectTitle.isEmpty()
-                       ? GetTrMsg(MsgCode::UI_INFO_REDIRECT_URL)
-                       : menu_.fontMetrics().elidedText(redirectTitle.simplified(), Qt::ElideRight,
-                                                        kNameWidth);
-    redirectAction_->setText(text.replace(QLatin1Char('&'), QStringLiteral("&&")));
-    RefreshTrayMenu();
+void TrayController::SetPages(std::vector<SessionPage> const& pages) {
+    if (pages != pages_) {
+        pages_ = pages;
+        RefreshTrayMenu();
+    }
 }
 
 void TrayController::RefreshTrayMenu() {
@@ -191,14 +180,17 @@ void TrayController::rebuild() {
     menu_.addSeparator();
     menu_.addAction(connectAction_);
     menu_.addAction(disconnectAction_);
-    if (redirect_ || resources_) {
+    if (!pages_.empty()) {
         menu_.addSeparator();
     }
-    if (redirect_) {
-        menu_.addAction(redirectAction_);
-    }
-    if (resources_) {
-        menu_.addAction(resourcesAction_);
+    pageActions_.clear();
+    for (SessionPage const& page : pages_) {
+        auto& action = pageActions_.emplace_back(new QAction(forMenu(page.title), &window_));
+        action->setObjectName(QStringLiteral("tray_page_"));
+        connect(
+            action.get(), &QAction::triggered, this, [this, page] { Q_EMIT OpenPage(page); },
+            Qt::QueuedConnection);
+        menu_.addAction(action.get());
     }
     menu_.addSeparator();
     menu_.addAction(quitAction_);

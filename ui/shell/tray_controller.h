@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "ui/config/config.h"
+#include "ui/session/session_pages.h"
 #include "ui/shell/tray_icon.h"
 #include "ui/shell/tray_view.h"
 #include "ui/shell/tray_watch.h"
@@ -35,13 +36,10 @@ class TrayController : public QObject {
     AntiDupQSystemTrayIcon* Icon() { return icon_.get(); }  // null without a tray
 
   public Q_SLOTS:
-    // A request begins: the last session's actions go.
-    void InitTrayAction();
     // Rebuilds the menu from the actions that exist now, once the event loop runs.
     void RefreshTrayMenu();
-    void ClearTrayMenuActions();
-    // The pages that the session offers; an empty title means the usual one.
-    void SetPages(bool redirect, QString const& redirectTitle, bool resources);
+    // The pages that the session offers now.
+    void SetPages(std::vector<SessionPage> const& pages);
     void onActiveTray(QSystemTrayIcon::ActivationReason reason);
     // Takes an icon when a tray has come, gives it up when the tray has gone.
     void FollowDesktop();
@@ -51,8 +49,7 @@ class TrayController : public QObject {
     void Connect();
     void Disconnect();
     void Quit();
-    void OpenRedirectUrl();
-    void OpenResourceList();
+    void OpenPage(zorvanelink::ui::SessionPage const& page);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -65,22 +62,21 @@ class TrayController : public QObject {
     void tell();
     void lookLater();
     QIcon const& picture();
+    QString forMenu(QString const& name) const;
 
     QWidget& window_;
     Config const& config_;
     Available const available_;
     TrayView view_;
     QString profile_;
-    bool redirect_ = false;
-    bool resources_ = false;
+    std::vector<SessionPage> pages_;
     bool rebuildDue_ = false;
     QHash<QString, QIcon> pictures_;
     QAction* showAction_;
     QAction* connectAction_;
     QAction* disconnectAction_;
-    QAction* redirectAction_;
-    QAction* resourcesAction_;
     QAction* quitAction_;
+    std::vector<std::unique_ptr<QAction>> pageActions_;
     QMenu menu_;
     std::unique_ptr<AntiDupQSystemTrayIcon> icon_;
     std::unique_ptr<TrayWatch> watch_;

@@ -47,7 +47,7 @@ TrayView trayViewFor(ConnectionState const& state, bool hasSelection) {
     }
     view.canConnect =
         hasSelection && state.Idle() && state.link == LinkState::kLinked && state.adapterUsable;
-    view.canDisconnect = state.status != ConnectStatus::Disconnected && !state.stopSent;
+    view.canDisconnect = state.status != ConnectStatus::Disconnected && !state.StopSent();
     return view;
 }
 

@@ -48,19 +48,25 @@ std::vector<RouteRow> routeRows(std::vector<NetConfigRoute> const& routes, QStri
 
 }  // namespace
 
-TunnelController::TunnelController(TunnelView& view, RunningProfile running, QObject* parent)
-    : QObject(parent), view_(view), running_(std::move(running)) {
+TunnelController::TunnelController(TunnelView& view, Context const& session)
+    : view_(view), session_(session) {
     statisticsTimer_.setInterval(kStatisticsPeriod);
     connect(&statisticsTimer_, &QTimer::timeout, this,
             &TunnelController::onUpdateTunnelStatisticsInfo);
 }
 
-void TunnelController::BeginStatistics() {
-    statisticsTimer_.start();
-    onUpdateTunnelStatisticsInfo();
+void TunnelController::onNotifyConnectStatus(QString const& /*name*/, ConnectStatus status) {
+    bool const up = status == ConnectStatus::Connected;
+    ClearDisplayInfo(status == ConnectStatus::Disconnected || status > ConnectStatus::Connected);
+    if (up) {
+        statisticsTimer_.start();
+        onUpdateTunnelStatisticsInfo();
+        AddNetconfigInfo();
+    }
 }
 
-void TunnelController::AddNetconfigInfo(CLMsgReplyNetConfigData const& data) {
+void TunnelController::AddNetconfigInfo() {
+    CLMsgReplyNetConfigData const& data = session_.netConfig;
     shown_ = data;
     QString const gateway = addressText(data.vnicGatewayIP);
     QString const address = addressText(data.clientPrivateIP);
@@ -91,10 +97,12 @@ void TunnelController::showInterface() {
         {GetTrMsg(MsgCode::UI_TR_IPV6_DEFAULT_GATEWAY),
          ipv6.isEmpty() ? QString() : addressText(data.vnicGatewayIPv6)},
         {GetTrMsg(MsgCode::UI_TR_IPV6_DNS_SERVER_ADDRESS), joined(data.ipv6DnsList)},
-        {Translate("Public address:"), addressText(data.clientPublicIP)},
-        {Translate("Server address:"), addressText(data.serverPublicIP)},
-        {Translate("Optimal gateway:"), QString::fromStdString(data.optimalGatewayName)},
-        {Translate("Optimal gateway address:"), addressText(data.optimalGatewayIP)},
+        {Translate(QT_TRANSLATE_NOOP("ui", "Public address:")), addressText(data.clientPublicIP)},
+        {Translate(QT_TRANSLATE_NOOP("ui", "Server address:")), addressText(data.serverPublicIP)},
+        {Translate(QT_TRANSLATE_NOOP("ui", "Optimal gateway:")),
+         QString::fromStdString(data.optimalGatewayName)},
+        {Translate(QT_TRANSLATE_NOOP("ui", "Optimal gateway address:")),
+         addressText(data.optimalGatewayIP)},
     });
 }
 
@@ -111,14 +119,10 @@ void TunnelController::SetClientAddress(QString const& address) {
 }
 
 void TunnelController::onUpdateTunnelStatisticsInfo() {
-    std::shared_ptr<Profile> const profile = running_();
-    if (!profile) {
-        return;
-    }
-    auto const& data = profile->context.statistics;
+    auto const& data = session_.statistics;
     view_.SetStatistics({data.inbound_bytes, data.outbound_bytes, data.inbound_packets,
                          data.outbound_packets, data.inbound_comp_ratio, data.outbound_comp_ratio});
-    view_.SetDuration(GetDateTimeString(profile->context.connectTime));
+    view_.SetDuration(GetDateTimeString(session_.connectTime));
 }
 
 void TunnelController::ClearDisplayInfo(bool clearAll) {

@@ -1,14 +1,12 @@
-// Fills the tunnel's views from what the service tells about the running profile. GUI thread.
+// Fills the tunnel's views from what the service tells about the present connection. GUI thread.
 #pragma once
 
 #include <QObject>
 #include <QTimer>
 #include <chrono>
-#include <functional>
-#include <memory>
 
 #include "core/reply_records.h"
-#include "ui/config/profile.h"
+#include "ui/session/context.h"
 #include "ui/tunnel/tunnel_view.h"
 
 namespace zorvanelink::ui {
@@ -17,27 +15,27 @@ class TunnelController : public QObject {
     Q_OBJECT
 
   public:
-    using RunningProfile = std::function<std::shared_ptr<Profile>()>;
     static constexpr std::chrono::milliseconds kStatisticsPeriod{1000};
 
-    TunnelController(TunnelView& view, RunningProfile running, QObject* parent = nullptr);
+    TunnelController(TunnelView& view, Context const& session);
 
-    // At ONLINE: the views fill and the counters begin to tick.
-    void BeginStatistics();
-    void AddNetconfigInfo(core::sslvpn::CLMsgReplyNetConfigData const& data);
+    // What the session knows of addresses and routes, in place of what is shown.
+    void AddNetconfigInfo();
     void HandleDomainAddRoute(core::sslvpn::DomainRouteAddRouteData const& route);
     void SetClientAddress(QString const& address);
-    // Stops the counters; with clearAll addresses and routes go as well.
-    void ClearDisplayInfo(bool clearAll);
 
   public Q_SLOTS:
+    // The views empty; at Connected they fill again and the counters begin to tick.
+    void onNotifyConnectStatus(QString const& name, ConnectStatus status);
     void onUpdateTunnelStatisticsInfo();
 
   private:
+    // Stops the counters; with clearAll addresses and routes go as well.
+    void ClearDisplayInfo(bool clearAll);
     void showInterface();
 
     TunnelView& view_;
-    RunningProfile const running_;
+    Context const& session_;
     QTimer statisticsTimer_;
     core::sslvpn::CLMsgReplyNetConfigData shown_;
 };

@@ -3,7 +3,8 @@
 
 namespace zorvanelink::ui {
 
-// Sets the family (with the fall-backs that a plain Debian has) and the body size of 13 pixels.
+// Sets the family and the body size of 13 pixels: the product's own family where it is installed or
+// was loaded, else the display language's of a plain Debian, with the other one behind it.
 void SetApplicationFont();
 
 // One widget style with its light palette, whatever the desktop's theme: what our stylesheets

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/log_capture.h"
-#include "tests/support/pkcs12_maker.h"
 #include "tests/support/test_environment.h"
+#include "tools/support/files.h"
 
 namespace zorvanelink::ui {
 namespace {

@@ -13,8 +13,8 @@
 #include "app/environment/app_ctrl.h"
 #include "app/environment/paths.h"
 #include "tests/support/log_capture.h"
-#include "tests/support/pkcs12_maker.h"
 #include "tests/support/test_environment.h"
+#include "tools/support/files.h"
 
 namespace zorvanelink::ui {
 namespace {

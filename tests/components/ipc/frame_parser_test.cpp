@@ -152,10 +152,16 @@ TEST(LinkTexts, ReadingEmptiesAndGrowthIsBounded) {
     EXPECT_FALSE(texts.Empty());
     EXPECT_EQ(texts.Take(texts.kDebug), "ab");
     EXPECT_TRUE(texts.Empty());
-    for (int i = 0; i < 100; ++i) {
-        texts.Append(texts.kError, std::string(1000, 'x'));
+    for (int i = 0; i < 1000; ++i) {
+        texts.Append(texts.kError, std::to_string(i) + std::string(100, 'x') + '\n');
     }
-    EXPECT_EQ(texts.Take(texts.kError).size(), texts.kMaxSize);
+    auto const kept = texts.Take(texts.kError);
+    EXPECT_LE(kept.size(), texts.kMaxSize);
+    EXPECT_GT(kept.size(), texts.kMaxSize - 200);
+    EXPECT_TRUE(kept.starts_with(std::to_string(1000 - kept.size() / 104) + "x")) << "whole lines";
+    EXPECT_TRUE(kept.ends_with("x\n"));
+    texts.Append(texts.kError, std::string(2 * texts.kMaxSize, 'y'));
+    EXPECT_EQ(texts.Take(texts.kError), std::string(texts.kMaxSize, 'y'));
 }
 
 }  // namespace

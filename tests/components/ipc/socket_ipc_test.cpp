@@ -1,5 +1,7 @@
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <boost/asio/io_context.hpp>
 #include <future>
@@ -131,6 +133,45 @@ TEST_F(LinkTest, ABurstThatWaitedArrivesWhole) {
     released.set_value();
     ASSERT_TRUE(server_messages.WaitFor(sent.size()));
     EXPECT_EQ(server_messages.All(), sent);
+}
+
+// What a program that we start inherits keeps the connection open after our end.
+TEST_F(LinkTest, NoSocketIsInherited) {
+    auto const server = makeServer();
+    ASSERT_TRUE(server->Run());
+    auto const client = makeClient();
+    ASSERT_TRUE(client->Run());
+    ASSERT_TRUE(connected.WaitFor(1));
+    int sockets = 0;
+    for (int number = 3; number < 256; ++number) {
+        struct stat info {};
+        if (fstat(number, &info) == 0 && S_ISSOCK(info.st_mode)) {
+            ++sockets;
+            EXPECT_EQ(fcntl(number, F_GETFD), FD_CLOEXEC) << number;
+        }
+    }
+    EXPECT_GE(sockets, 3);
+}
+
+// Nothing is read while the owner has no room, nothing is lost, and the peer is not called dead.
+TEST_F(LinkTest, HeldReadingGoesOnWhereItStopped) {
+    auto const server = makeServer();
+    Reports<int> timeouts;
+    server->SetHeartbeatTimeoutHandler([&](int count) { timeouts.Add(count); });
+    server->RegisterIPCMsgCallback(kIPCHeartbeat,
+                                   [&](char const*, int) { server->HoldReading(true); });
+    ASSERT_TRUE(server->Run());
+    server->StartHeartbeat();
+    BarePeer const peer(server->Port());
+    peer.Send(MakeFrame(0, 0, ""));
+    ASSERT_TRUE(Eventually([&] { return server->ReadCount() == 1; }));
+    peer.Send(MakeFrame("{waits"));
+    auto const past_the_limit = static_cast<std::size_t>(12 * 14);  // a heartbeat each 200 ms
+    EXPECT_EQ(peer.Receive(past_the_limit).size(), past_the_limit);
+    EXPECT_TRUE(timeouts.All().empty());
+    EXPECT_TRUE(server_messages.All().empty());
+    server->HoldReading(false);
+    EXPECT_TRUE(server_messages.WaitFor(1));
 }
 
 TEST_F(LinkTest, TimedOutSendOwnsItsBytes) {

@@ -1,13 +1,12 @@
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include "components/utils/base64.h"
 #include "components/utils/secret_string.h"
 #include "components/utils/sensitive_value.h"
 #include "components/utils/value_cipher.h"
 #include "tests/support/log_capture.h"
-#include "tests/support/pkcs12_maker.h"
 #include "tests/support/test_environment.h"
+#include "tools/support/files.h"
 
 namespace zorvanelink::components::utils {
 namespace {
@@ -30,15 +29,8 @@ std::string block(std::string const& version, std::string const& cipherText) {
 
 TEST(ValueCipher, BlocksAreInterchangeableWithTheOtherEnd) {
     // Made with: printf secret | openssl enc -aes-256-cbc -K <key> -iv <iv>
-    std::string data = "secret";
-    ASSERT_TRUE(ZVLEncrypt(0, data));
-    EXPECT_EQ(Base64Encode(data, false), "WlZMQTAAl+aHqgZmDKU0g30CEN4g6w==");
-    ASSERT_TRUE(ZVLDecrypt(data));
-    EXPECT_EQ(data, "secret");
-}
-
-TEST(ValueCipher, SizesFollowTheBlock) {
-    for (std::size_t const length : {1U, 15U, 16U, 17U, 31U, 32U, 300U}) {
+    EXPECT_EQ(EncodeSensitiveValue("secret"), "WlZMQTAAl+aHqgZmDKU0g30CEN4g6w==");
+    for (std::size_t const length : {1U, 15U, 16U, 32U, 300U}) {
         std::string const secret(length, 'x');
         std::string data = secret;
         ASSERT_TRUE(ZVLEncrypt(0, data));
@@ -93,8 +85,8 @@ TEST(ValueCipher, ReaderKeepsItsShape) {
 
 TEST(Base64, ReadsWhatItWrites) {
     std::string bytes;
-    for (int size = 0; size < 3000; size += 1 + size / 7) {
-        while (static_cast<int>(bytes.size()) < size) {
+    for (std::size_t size = 0; size < 3000; size += 1 + size / 7) {
+        while (bytes.size() < size) {
             bytes += static_cast<char>(bytes.size() * 37 + 11);
         }
         for (bool const newlines : {false, true}) {
@@ -107,19 +99,15 @@ TEST(Base64, ReadsWhatItWrites) {
 }
 
 TEST(SensitiveValue, RoundTripAndFailure) {
-    for (std::string const secret :
-         {"p", "0123456789abcdef", "\xE5\xAF\x86\xE7\xA0\x81", "with,comma \"and\" quote"}) {
+    for (std::string const secret : {"p", "\xE5\xAF\x86\xE7\xA0\x81", "with,comma \"and\" quote"}) {
         std::string const value = EncodeSensitiveValue(secret);
-        EXPECT_EQ(value.find_first_of("\r\n"), std::string::npos);
         EXPECT_TRUE(IsZVLEncodeData(value));
         EXPECT_EQ(DecodeSensitiveValue(value), secret);
     }
     LogCapture const log;
-    EXPECT_EQ(EncodeSensitiveValue(""), "");
-    EXPECT_EQ(DecodeSensitiveValue(""), "");
+    EXPECT_EQ(EncodeSensitiveValue("") + DecodeSensitiveValue(""), "");
     EXPECT_FALSE(log.Has("ZVL decrypt failure"));
-    EXPECT_EQ(DecodeSensitiveValue("no Base64!"), "");
-    EXPECT_EQ(DecodeSensitiveValue("Zm9v"), "");
+    EXPECT_EQ(DecodeSensitiveValue("no Base64!") + DecodeSensitiveValue("Zm9v"), "");
     EXPECT_EQ(log.Count("ZVL decrypt failure"), 2);
     EXPECT_FALSE(IsZVLEncodeData(""));
 }
@@ -135,28 +123,23 @@ TEST(SensitiveValue, WipeLeavesNothingBehind) {
 
 TEST(SystemFile, CopiesWholePrivateAndOntoItself) {
     auto const folder = TestEnvironment::Home() / "system_file";
-    std::string content;
-    for (int i = 0; i < 5000; ++i) {
-        content += static_cast<char>(i);
-    }
+    std::string const content = std::string(5000, 'x') + std::string("\0\xFF\r\n", 4);
     std::string const in = test::WriteFile(folder / "in.p12", content);
     std::string const out = (folder / "out").string();
-    ASSERT_TRUE(SystemEncryptFile(in, out));
-    struct stat status {};
-    ASSERT_EQ(stat(out.c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0600U);
-    ASSERT_TRUE(SystemEncryptFile(out, out));
+    std::string const none = (folder / "none").string();
+    ASSERT_TRUE(SystemEncryptFile(in, out) && SystemEncryptFile(out, out));
+    EXPECT_EQ(std::filesystem::status(out).permissions(), std::filesystem::perms(0600));
     std::string read;
     ASSERT_TRUE(SystemDecryptFile(out, read));
     EXPECT_EQ(read, content);
 
     LogCapture const log;
-    EXPECT_FALSE(SystemEncryptFile((folder / "none").string(), out));
+    EXPECT_FALSE(SystemEncryptFile(none, out));
     EXPECT_TRUE(log.Has("Failed to open input file["));
     EXPECT_FALSE(SystemEncryptFile(folder.string(), out)) << "a folder is no file";
-    EXPECT_FALSE(SystemEncryptFile(in, (folder / "none" / "out").string()));
+    EXPECT_FALSE(SystemEncryptFile(in, none + "/out"));
     EXPECT_TRUE(log.Has("Failed to open output file["));
-    EXPECT_FALSE(SystemDecryptFile((folder / "none").string(), read));
+    EXPECT_FALSE(SystemDecryptFile(none, read));
     EXPECT_TRUE(log.Has("when trying to system decrypt"));
     EXPECT_EQ(test::ReadFile(out), content) << "failures leave the old file";
 }

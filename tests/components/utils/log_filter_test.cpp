@@ -38,26 +38,12 @@ std::string reference(std::vector<std::string> const& words, std::string json) {
     return json;
 }
 
-TEST(LogFilter, MasksValuesOfKeys) {
-    struct Case {
-        char const* json;
-        char const* masked;
-    } const cases[] = {
-        {R"({"user":"password"})", R"({"user":"password"})"},
-        {R"({"a":1,"password":"x"})", R"({"a":1,"password":"****"})"},
-        {R"({"password":"x","b":2})", R"({"password":"****","b":2})"},
-        {R"({"a":1,"pinCode":42,"b":true})", R"({"a":1,"pinCode":****,"b":true})"},
-        {R"({"a":1,"Password":"x"})", R"({"a":1,"Password":"x"})"},
-        {R"({"a":1,"encryptedPassword":"x","newPassword":"y","currentPassword":"z"})",
-         R"({"a":1,"encryptedPassword":"****","newPassword":"****","currentPassword":"****"})"},
-        {R"({"a":"password","b":"x"})", R"({"a":"password","b":"x"})"},
-        {R"({"password":"x")", R"({"password":"****")"},
-        {R"({"l":["a","password","b"],"k":1})", R"({"l":["a","password","b"],"k":1})"},
-        {"", ""},
-    };
-    for (Case const& c : cases) {
-        EXPECT_EQ(FilterJsonStr(g_filter_word, c.json), c.masked);
-    }
+TEST(LogFilter, MasksTheSixWords) {
+    EXPECT_EQ(
+        FilterJsonStr(
+            g_filter_word,
+            R"({"password":1,"a":"pinCode","pinCode":"v","encryptedPinCode":"w","encryptedPassword":"x","newPassword":"y","currentPassword":"z"})"),
+        R"({"password":****,"a":"pinCode","pinCode":"****","encryptedPinCode":"****","encryptedPassword":"****","newPassword":"****","currentPassword":"****"})");
     EXPECT_EQ(FilterJsonStr({""}, "{}"), "{}");
 }
 
@@ -72,6 +58,12 @@ TEST(LogFilter, AgreesWithThePlainAlgorithmOnAnyText) {
         }
         ASSERT_EQ(FilterJsonStr(g_filter_word, json), reference(g_filter_word, json)) << json;
     }
+    // Ends soon only because its effort grows with the text and not with its square.
+    std::string hits = "},";
+    for (int i = 0; i < 1 << 17; ++i) {
+        hits += "password ";
+    }
+    EXPECT_EQ(FilterJsonStr(g_filter_word, hits), "****" + hits);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tests/support/test_environment.h"
+#include "tools/support/files.h"
 
 namespace zorvanelink::components::utils {
 namespace {

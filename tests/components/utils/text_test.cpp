@@ -22,11 +22,27 @@ TEST(Text, SmallHelpers) {
     EXPECT_EQ(String2Int("443"), 443);
     EXPECT_EQ(String2Int("443x"), 0);
     EXPECT_EQ(String2Int("99999999999"), 0);
-    EXPECT_EQ(CutUtf8("ab\xE5\xAF\x86", 4), "ab");
-    EXPECT_EQ(CutUtf8("ab\xE5\xAF\x86", 5), "ab\xE5\xAF\x86");
     EXPECT_EQ(GetFileName("/opt/a\\b"), "b");
     EXPECT_EQ(GetFileName("b"), "b");
     EXPECT_EQ(GetFileName("a/"), "");
+}
+
+TEST(Text, Utf8) {
+    std::string const text = "a\xC3\xA4\xE5\xAF\x86\xF0\x9F\x98\x80";  // 1, 2, 3 and 4 bytes
+    EXPECT_TRUE(IsUtf8(text));
+    std::size_t const cuts[] = {0, 1, 1, 3, 3, 3, 6, 6, 6, 6, 10};
+    for (std::size_t most = 0; most < std::size(cuts); ++most) {
+        EXPECT_EQ(CutUtf8(text, most).size(), cuts[most]) << most;
+    }
+    EXPECT_EQ(CutUtf8(std::string(8, '\x80'), 4).size(), 4U) << "what is no text is cut anywhere";
+    // Alone, too long, a half of a pair, above the last one, broken off.
+    for (char const* bad : {"\x80", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE5\xAF"}) {
+        EXPECT_FALSE(IsUtf8(bad)) << ConvertHexToStr(bad);
+        EXPECT_TRUE(RepairUtf8(bad).starts_with("\uFFFD")) << ConvertHexToStr(bad);
+    }
+    EXPECT_EQ(RepairUtf8("x\xE5\xAFy" + text), "x\uFFFD\uFFFDy" + text);
+    EXPECT_EQ(EscapeControls("a\r\n\x1B[31m\x7F\t\xC3\xA4\xFF"),
+              "a\\x0D\\n\\x1B[31m\\x7F\\x09\xC3\xA4\uFFFD");
 }
 
 TEST(Paths, EnvironmentAndFixedPlaces) {

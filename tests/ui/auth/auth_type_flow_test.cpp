@@ -16,35 +16,30 @@ class AuthTypeFlowTest : public test::SessionFixture {
   protected:
     AuthTypeFlowTest() {
         profile->supportedAuthTypes = {SupportedAuthType::kPwd, SupportedAuthType::kOauth};
-        state.link = LinkState::kLinked;
-        QObject::connect(&types, &AuthTypeFlow::StartConnect,
-                         [this](QString const& name, bool query) {
-                             EXPECT_FALSE(dialogs.authTypeDialog);
-                             flow.onStartConnect(name, query);
-                         });
-        Click("Head office", true);
-        Receive(common::MsgCode::CONNECTING);
+        Query();
+    }
+    // The gateway is asked for its types.
+    void Query() {
+        profile->authType = SupportedAuthType::kNone;
+        Connect();
     }
 
     std::shared_ptr<Profile> profile = Add("Head office");
-    CertListRoad road;
-    AuthTypeFlow types{{state, updater, flow, dialogs, {config, prompts, road}, &window}};
+    AuthTypeFlow types{session};
 };
 
 TEST_F(AuthTypeFlowTest, LoginStartsOnceTheDialogIsGone) {
     for (char const* button : {"btn_connect_", "btn_third_party_"}) {
         int const before = Sent("start");
         test::WhenModal<AuthTypeDialog>([&](AuthTypeDialog& dialog) {
-            EXPECT_EQ(dialogs.authTypeDialog, &dialog);
+            EXPECT_TRUE(session.conversation.Is(types));
             types.onNeedSelectAuthType(true);  // one at a time
-            dialog.ConnectButtonEnable(false);
-            types.onCriticalBoxShown();
             EXPECT_EQ(QApplication::activeModalWidget(), &dialog);
             test::Find<QPushButton>(dialog, button).click();
             EXPECT_EQ(Sent("start"), before);
         });
         types.onNeedSelectAuthType(true);
-        EXPECT_FALSE(dialogs.authTypeDialog);
+        EXPECT_FALSE(session.conversation.Is(types));
         EXPECT_EQ(Sent("start"), before);
         ASSERT_TRUE(test::WaitFor([&] { return Sent("start") == before + 1; }));
         EXPECT_EQ(Sent("stop"), 0);
@@ -55,8 +50,7 @@ TEST_F(AuthTypeFlowTest, LoginStartsOnceTheDialogIsGone) {
 
 TEST_F(AuthTypeFlowTest, CancelEndsTheAttempt) {
     for (Qt::Key const key : {Qt::Key_Escape, Qt::Key_Space}) {
-        Click("Head office", true);
-        Receive(common::MsgCode::CONNECTING);
+        Query();
         int const before = Sent("stop");
         test::WhenModal<AuthTypeDialog>([&](AuthTypeDialog& dialog) {
             if (key == Qt::Key_Space) {
@@ -69,26 +63,55 @@ TEST_F(AuthTypeFlowTest, CancelEndsTheAttempt) {
         EXPECT_EQ(state.status, ConnectStatus::Disconnected);
         EXPECT_EQ(viewStateFor(state).statusText, common::MsgCode::UI_TR_STATE_DISCONNECT);
         EXPECT_EQ(g_running_client, 0);
-        EXPECT_EQ(notified.last()[0].toString(), QStringLiteral("Head office"));
     }
 }
 
-TEST_F(AuthTypeFlowTest, CancelNeverStopsAnother) {
-    Add("Lab");
+TEST_F(AuthTypeFlowTest, EndsWithoutAWordWhenItsStepIsOver) {
+    // The user's stop in the tray, and another demand of the service.
+    for (bool const stopped : {true, false}) {
+        Query();
+        test::FakeConversation next;
+        int const before = Sent("stop");
+        test::WhenModal<AuthTypeDialog>([&](AuthTypeDialog&) {
+            if (stopped) {
+                ClickStop();
+            } else {
+                session.conversation.Open(next);
+            }
+        });
+        types.onNeedSelectAuthType(true);
+        EXPECT_EQ(Sent("stop"), before + (stopped ? 1 : 0));
+        EXPECT_EQ(state.status, ConnectStatus::Connecting) << "until the service says otherwise";
+        Receive(common::MsgCode::OFFLINE);
+        EXPECT_TRUE(state.Idle());
+        session.conversation.Close(next);
+    }
+}
+
+// The retry with a query is the client's own: nobody types twice for it.
+TEST_F(AuthTypeFlowTest, ARefusedTypeKeepsWhatWasTyped) {
+    Receive(common::MsgCode::OFFLINE);
+    profile->authType = SupportedAuthType::kPwd;
+    profile->rememberPassword = false;
+    profile->password.clear();
+    prompts.ExpectSecret(test::SecretOf("typed"));
+    Connect();
+    prompts.ExpectBox(Text(common::MsgCode::ERR_LOGIN_MODE), 0,
+                      [this] { Receive(common::MsgCode::OFFLINE); });
+    Receive(common::MsgCode::ERR_LOGIN_MODE);
+    Receive(common::MsgCode::CONNECTING);
     test::WhenModal<AuthTypeDialog>([&](AuthTypeDialog& dialog) {
-        state.currentProfileName = "Lab";
+        EXPECT_TRUE(test::Find<SecretEdit>(dialog, "lineedit_password_").HoldsMask());
         dialog.reject();
     });
-    types.onNeedSelectAuthType(false);
-    EXPECT_EQ(Sent("stop"), 0);
-    EXPECT_EQ(notified.last()[0].toString(), QStringLiteral("Head office"));
-    EXPECT_EQ(notified.last()[1].value<ConnectStatus>(), ConnectStatus::Disconnected);
+    auto data = Reply(common::MsgCode::NEED_SELECT_AUTH_TYPE);
+    data.supportedAuthType = {"pwd"};
+    Receive(data);
+    EXPECT_TRUE(profile->password.empty()) << "cancelled: nothing is kept";
 }
 
 // Nothing is to be remembered, and yet only what was wrong is asked for again.
 TEST_F(AuthTypeFlowTest, WhatWasRightIsNotTypedAgain) {
-    QObject::connect(&statuses, &StatusHandler::NeedSelectAuthType, &types,
-                     &AuthTypeFlow::onNeedSelectAuthType);
     Receive(common::MsgCode::OFFLINE);
     profile->authType = SupportedAuthType::kPwdWithCert;
     profile->rememberPassword = false;
@@ -104,6 +127,7 @@ TEST_F(AuthTypeFlowTest, WhatWasRightIsNotTypedAgain) {
                           Case{common::MsgCode::ERR_AUTH_USER_OR_PASS, false}}) {
         std::string const secret = components::utils::EncodeSensitiveValue("right");
         profile->password = profile->systemCert.pin = secret;
+        profile->tempCredential = false;  // as the editor leaves it
         Click();
         EXPECT_TRUE(profile->password.empty());
         EXPECT_TRUE(profile->systemCert.pin.empty());
@@ -128,7 +152,6 @@ TEST_F(AuthTypeFlowTest, WhatWasRightIsNotTypedAgain) {
         answer(false);
         EXPECT_TRUE(profile->password.empty()) << "cancelled: nothing is kept";
         EXPECT_TRUE(profile->systemCert.pin.empty());
-        EXPECT_TRUE(profile->context.once.password.empty());
     }
 }
 

@@ -213,19 +213,31 @@ TEST_F(CredentialsTest, ChosenKindIsSavedAndCancellingChangesNothing) {
         CertInfo key;
         key.certName = key.fingerprint = "Key of Alice";
         EXPECT_FALSE(gm);
-        Q_EMIT road.RecvCertInfo({key});
+        CertInfo other = key;
+        other.fingerprint = "of another key";
+        Q_EMIT road.RecvCertInfo({key, other});
     });
     test::WhenModal<TLSCertDialog>([](TLSCertDialog& chooser) { chooser.reject(); });
     chooseKind(dialog, MsgCode::UI_INFO_USE_USB_KEY_CERTIFICATE);
     dialog.SaveSSLConfig();
     EXPECT_TRUE(profile->certIsFile);
 
-    test::WhenModal<TLSCertDialog>([](TLSCertDialog& chooser) {
-        QListView& list = test::Find<QListView>(chooser, "service_cert_list_");
-        list.setCurrentIndex(list.model()->index(0, 0));
-        test::Find<QPushButton>(chooser, "ok_button_").click();
-    });
-    chooseKind(dialog, MsgCode::UI_INFO_USE_USB_KEY_CERTIFICATE);
+    // The PIN stays with its key.
+    struct Choice {
+        int row;
+        char const* pinBefore;
+        char const* pinAfter;
+    };
+    for (Choice const c : {Choice{1, "", ""}, Choice{1, "4711", "4711"}, Choice{0, "4711", ""}}) {
+        dialog.w.pin->setText(QLatin1String(c.pinBefore));
+        test::WhenModal<TLSCertDialog>([&c](TLSCertDialog& chooser) {
+            QListView& list = test::Find<QListView>(chooser, "service_cert_list_");
+            list.setCurrentIndex(list.model()->index(c.row, 0));
+            test::Find<QPushButton>(chooser, "ok_button_").click();
+        });
+        chooseKind(dialog, MsgCode::UI_INFO_USE_USB_KEY_CERTIFICATE);
+        EXPECT_EQ(dialog.w.pin->text().toStdString(), c.pinAfter);
+    }
     EXPECT_EQ(dialog.w.certName->text(), GetTrMsg(MsgCode::UI_INFO_USE_USB_KEY_CERTIFICATE));
     EXPECT_TRUE(dialog.w.pin->isVisible());
     dialog.SaveSSLConfig();

@@ -6,7 +6,6 @@
 #include <QtTest/QTest>
 
 #include "app/environment/app_ctrl.h"
-#include "app/environment/globals.h"
 #include "tests/support/qt_helpers.h"
 #include "ui/cards/connection_list.h"
 #include "ui/cards/start_list_widget.h"
@@ -14,7 +13,6 @@
 using namespace zorvanelink;
 using namespace zorvanelink::ui;
 using test::Find;
-using test::WaitFor;
 
 namespace {
 
@@ -22,128 +20,95 @@ class ProfileTabTest : public testing::Test {
   protected:
     ProfileTabTest() {
         AppCtrl::Instance().language = SysLang::kEnglish;
-        g_running_client = 0;
         profile->name = "Head office";
         profile->server = "vpn.example.com";
         profile->userName = "alice";
-        profile->authType = SupportedAuthType::kPwd;
         tab = std::make_unique<ProfileTab>(profile);
         tab->SetMenu({.modify = true, .remove = true, .forgotPassword = true});
         tab->resize(kCardWidth, kCardHeight);
         tab->show();
+        state.currentProfileName = "Head office";
+        render();
     }
-    ~ProfileTabTest() override { g_running_client = 0; }
 
     QPushButton& button() { return Find<QPushButton>(*tab, "conn_button_"); }
     QWidget& menu() { return Find<QWidget>(*tab, "menu_panel_"); }
     bool menuInside() { return tab->rect().contains(menu().geometry().center()); }
-    void notify(ConnectStatus status, char const* name = "Head office") {
-        tab->NotifyConnectStatusTriggered(QLatin1String(name), status);
+    void render(ConnectStatus status = ConnectStatus::Disconnected) {
+        state.status = status;
+        tab->Render(cardViewFor(state, "Head office"));
     }
 
+    ConnectionState state;
     std::shared_ptr<Profile> profile = std::make_shared<Profile>();
     std::unique_ptr<ProfileTab> tab;
 };
 
 }  // namespace
 
-TEST_F(ProfileTabTest, AClickStartsAndGreysTheButtonUntilAStatus) {
+TEST_F(ProfileTabTest, TheButtonDoesWhatItSays) {
     QSignalSpy starts(tab.get(), &ProfileTab::StartConnect);
-    profile->keepAuthType = false;
-    button().click();
-    ASSERT_EQ(starts.count(), 1);
-    EXPECT_EQ(starts[0][0].toString(), QStringLiteral("Head office"));
-    EXPECT_TRUE(starts[0][1].toBool());
-    EXPECT_EQ(g_running_client, 1);
-    EXPECT_FALSE(button().isEnabled());
-    EXPECT_FALSE(menuInside());
-    notify(ConnectStatus::Connecting);
-    EXPECT_TRUE(button().isEnabled());
-    EXPECT_EQ(button().text(), QStringLiteral("Disconnect"));
-    EXPECT_FALSE(tab->findChild<QTimer*>()->isActive());
-}
-
-TEST_F(ProfileTabTest, WithoutAStatusTheButtonComesBack) {
-    QSignalSpy pending(tab.get(), &ProfileTab::Pending);
-    tab->SetConnButtonDisableTime(std::chrono::milliseconds(1));
-    button().click();
-    EXPECT_FALSE(button().isEnabled());
-    ASSERT_TRUE(WaitFor([this] { return button().isEnabled(); }));
-    ASSERT_EQ(pending.count(), 2);
-    EXPECT_TRUE(pending[0][1].toBool());
-    EXPECT_FALSE(pending[1][1].toBool());
-}
-
-TEST_F(ProfileTabTest, ARefusalGivesTheButtonBackAtOnce) {
-    QObject::connect(tab.get(), &ProfileTab::StartConnect, tab.get(),
-                     [this] { notify(ConnectStatus::Disconnected); });
-    button().click();
-    EXPECT_TRUE(button().isEnabled());
-    EXPECT_EQ(button().text(), QStringLiteral("Connect"));
-    EXPECT_EQ(g_running_client, 0);
-}
-
-TEST_F(ProfileTabTest, TheButtonOfARunningConnectionStopsIt) {
     QSignalSpy stops(tab.get(), &ProfileTab::StopConnect);
-    notify(ConnectStatus::Connected);
-    EXPECT_EQ(Find<QLabel>(*tab, "state_label_").text(), QStringLiteral("Online"));
-    EXPECT_TRUE(Find<QLabel>(*tab, "state_lamp_").isVisible());
-    button().click();
-    ASSERT_EQ(stops.count(), 1);
-    EXPECT_TRUE(stops[0][1].toBool());
-    EXPECT_EQ(g_running_client, 0);
-    notify(ConnectStatus::Disconnected);
-    EXPECT_FALSE(Find<QLabel>(*tab, "state_lamp_").isVisible());
-    EXPECT_TRUE(Find<QLabel>(*tab, "state_label_").text().isEmpty());
+    struct Case {
+        ConnectStatus status;
+        char const* starting;
+        char const* stopping;
+        char const* text;
+        char const* stateText;
+        bool enabled;
+        bool menu;
+    };
+    char const* const own = "Head office";
+    for (Case const& c : {
+             Case{ConnectStatus::Disconnected, "", "", "Connect", "", true, true},
+             Case{ConnectStatus::Disconnected, own, "", "Connect", "", false, false},
+             Case{ConnectStatus::Disconnected, "Lab", "", "Connect", "", false, true},
+             Case{ConnectStatus::Disconnected, "", own, "Connect", "", true, true},
+             Case{ConnectStatus::Connecting, "", "", "Disconnect", "Connecting", true, false},
+             Case{ConnectStatus::Connecting, own, "", "Disconnect", "Connecting", false, false},
+             Case{ConnectStatus::PrepareReconnecting, "", "", "Disconnect", "ReConnecting", true,
+                  false},
+             Case{ConnectStatus::Reconnecting, "", "", "Disconnect", "ReConnecting", true, false},
+             Case{ConnectStatus::Connected, "", "", "Disconnect", "Online", true, false},
+             Case{ConnectStatus::Connected, "", own, "Disconnect", "Online", false, false},
+         }) {
+        SCOPED_TRACE(std::to_string(static_cast<int>(c.status)) + c.starting + c.stopping);
+        state.startingProfileName = c.starting;
+        state.stop.reset();
+        if (*c.stopping != '\0') {
+            state.stop = UnansweredStop{c.stopping};
+        }
+        render(c.status);
+        EXPECT_EQ(button().text(), QLatin1String(c.text));
+        EXPECT_EQ(Find<QLabel>(*tab, "state_label_").text(), QLatin1String(c.stateText));
+        EXPECT_EQ(Find<QLabel>(*tab, "state_lamp_").isVisible(), *c.stateText != '\0');
+        EXPECT_EQ(button().isEnabled(), c.enabled);
+        EXPECT_EQ(menu().isEnabled(), c.menu);
+        bool const connects = button().text() == QLatin1String("Connect");
+        tab->Press();
+        EXPECT_EQ(starts.count(), connects && c.enabled ? 1 : 0);
+        EXPECT_EQ(stops.count(), !connects && c.enabled ? 1 : 0);
+        starts.clear();
+        stops.clear();
+    }
 }
 
 TEST_F(ProfileTabTest, OtherConnectionsAndTheAdapterBlockOnlyTheWayUp) {
     for (auto status : {ConnectStatus::Connecting, ConnectStatus::PrepareReconnecting,
                         ConnectStatus::Reconnecting, ConnectStatus::Connected}) {
-        notify(status, "Other");
+        state.currentProfileName = "Lab";
+        render(status);
         EXPECT_FALSE(button().isEnabled());
         EXPECT_EQ(button().text(), QStringLiteral("Connect"));
-        notify(ConnectStatus::Disconnected, "Other");
+        render();
         EXPECT_TRUE(button().isEnabled());
     }
-    tab->SetOtherPending(true);
+    state.adapterUsable = false;
+    render();
     EXPECT_FALSE(button().isEnabled());
-    tab->SetOtherPending(false);
-    tab->SetAdapterUsable(false);
-    EXPECT_FALSE(button().isEnabled());
-    notify(ConnectStatus::Disconnected, "Other");
-    EXPECT_FALSE(button().isEnabled());
-    notify(ConnectStatus::Connected);
+    state.currentProfileName = "Head office";
+    render(ConnectStatus::Connected);
     EXPECT_TRUE(button().isEnabled());
-    EXPECT_EQ(g_running_client, 1);
-}
-
-TEST_F(ProfileTabTest, APasswordForOneAttemptIsAskedForAgain) {
-    struct Row {
-        bool retry, temporary, remember, kept;
-    };
-    for (auto const& row : {Row{false, true, false, false}, Row{false, true, true, true},
-                            Row{false, false, false, true}, Row{true, true, false, true}}) {
-        profile->password = "encoded";
-        profile->tempCredential = row.temporary;
-        profile->rememberPassword = row.remember;
-        QSignalSpy starts(tab.get(), &ProfileTab::StartConnect);
-        tab->Start(row.retry);
-        EXPECT_EQ(!profile->password.empty(), row.kept) << row.retry << row.temporary;
-        EXPECT_EQ(profile->tempCredential, !row.remember);
-        EXPECT_FALSE(starts[0][1].toBool());
-    }
-}
-
-TEST_F(ProfileTabTest, AutomaticLoginPressesOnlyItsOwnButton) {
-    QSignalSpy starts(tab.get(), &ProfileTab::StartConnect);
-    tab->onAutoLogin(QStringLiteral("Other"));
-    tab->SetAdapterUsable(false);
-    tab->onAutoLogin(QStringLiteral("Head office"));
-    EXPECT_EQ(starts.count(), 0);
-    tab->SetAdapterUsable(true);
-    tab->onAutoLogin(QStringLiteral("Head office"));
-    EXPECT_EQ(starts.count(), 1);
 }
 
 TEST_F(ProfileTabTest, TheMenuComesInForSelectionAndItsButtonsAct) {
@@ -152,7 +117,7 @@ TEST_F(ProfileTabTest, TheMenuComesInForSelectionAndItsButtonsAct) {
     EXPECT_TRUE(menuInside());
     EXPECT_FALSE(Find<QToolButton>(*tab, "forgot_pwd_button_").isVisible());
     profile->forgotPwdUrl = "https://vpn.example.com/forgot";
-    tab->RefreshProfile();
+    render();
 
     QSignalSpy modify(tab.get(), &ProfileTab::ModifyConnectionInfo);
     QSignalSpy remove(tab.get(), &ProfileTab::DeleteConnectionInfo);
@@ -167,14 +132,14 @@ TEST_F(ProfileTabTest, TheMenuComesInForSelectionAndItsButtonsAct) {
     ASSERT_EQ(forgot.count(), 1);
     EXPECT_EQ(forgot[0][0].toString(), QStringLiteral("https://vpn.example.com/forgot"));
 
-    notify(ConnectStatus::Connecting);
+    render(ConnectStatus::Connecting);
     EXPECT_FALSE(menu().isEnabled());
     EXPECT_FALSE(menuInside());
 }
 
 TEST_F(ProfileTabTest, LongTextsAreCutAndToldInFull) {
     profile->userName = std::string(80, 'u');
-    notify(ConnectStatus::Disconnected);
+    render();
     auto& user = Find<QLabel>(*tab, "user_");
     EXPECT_LE(user.width(), 190);
     EXPECT_LT(user.text().size(), 80);
@@ -194,35 +159,44 @@ TEST(StartListWidget, SortsCardsByName) {
     EXPECT_EQ(list.CardAt(2)->GetProfile()->name, "c");
 }
 
-TEST(ConnectionList, ARefusedStartLeavesTheRunningCardAsItIs) {
+TEST(ConnectionList, KeepsTheCardsThatStayWithTheirFocusAndWaitsForAConnectionsEnd) {
     Config config;
-    for (auto const* name : {"a", "b", "c"}) {
+    auto const add = [&config](char const* name) {
         auto profile = std::make_shared<Profile>();
         profile->name = name;
-        config.AddProfile(profile, false);
+        config.AddProfile(profile, true);
+    };
+    for (auto const* name : {"a", "b", "c"}) {
+        add(name);
     }
     StartListWidget list;
-    ConnectionList cards(list, config);
+    ConnectionState state;
+    ConnectionList cards(list, config, state);
     cards.RefreshConnList();
-    auto const button = [&cards](char const* name) -> QPushButton& {
-        return Find<QPushButton>(*cards.GetProfileTab(name), "conn_button_");
-    };
-    cards.SetPending("a");
-    EXPECT_FALSE(button("a").isEnabled()) << "no second start of a start on its way";
-    cards.SetRunning("a", ConnectStatus::Connected);
-    cards.SetRunning("b", ConnectStatus::Disconnected);
-    EXPECT_EQ(button("a").text(), QStringLiteral("Disconnect"));
-    EXPECT_TRUE(button("a").isEnabled());
-    EXPECT_FALSE(button("b").isEnabled());
-    EXPECT_FALSE(button("c").isEnabled());
-    EXPECT_EQ(g_running_client, 1);
+    list.show();
+    list.activateWindow();
+    ProfileTab* const kept = cards.GetProfileTab("b");
+    kept->setFocus();
+    QWidget const* const focus = list.focusWidget();
 
-    // Its stop is on the way and answers to nobody yet.
-    ProfileTab const* const running = cards.GetProfileTab("a");
-    g_running_client = 0;
+    // "c" is another profile of that name, "a" goes, "d" comes: once the connection has ended.
+    state.currentProfileName = "b";
+    state.status = ConnectStatus::Connected;
+    config.DeleteProfile("a");
+    add("c");
+    add("d");
     cards.RefreshConnList();
-    EXPECT_EQ(cards.GetProfileTab("a"), running);
-    cards.SetRunning("a", ConnectStatus::Disconnected);
-    cards.RefreshIfDue();
-    EXPECT_TRUE(button("b").isEnabled());
+    EXPECT_TRUE(cards.Has("a"));
+    cards.Render();
+    EXPECT_TRUE(cards.Has("a"));
+    state.status = ConnectStatus::Disconnected;
+    cards.Render();
+    EXPECT_FALSE(cards.Has("a"));
+    EXPECT_EQ(list.count(), 3);
+    EXPECT_EQ(cards.GetProfileTab("b"), kept);
+    EXPECT_EQ(list.focusWidget(), focus);
+    EXPECT_NE(cards.GetProfileTab("c")->GetProfile(), nullptr);
+    EXPECT_EQ(cards.GetProfileTab("c")->GetProfile(), config.GetProfile("c"));
+    EXPECT_EQ(list.CardAt(2)->GetProfile()->name, "d");
+    EXPECT_TRUE(Find<QPushButton>(*cards.GetProfileTab("d"), "conn_button_").isEnabled());
 }

@@ -9,6 +9,7 @@
 #include "tests/support/qt_helpers.h"
 #include "tests/support/scripted_prompts.h"
 #include "tests/ui/config/config_fixture.h"
+#include "tools/support/pkcs12_maker.h"
 #include "ui/cert/digital_cert_dialog.h"
 #include "ui/text/texts.h"
 

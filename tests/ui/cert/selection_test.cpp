@@ -9,24 +9,15 @@ namespace {
 
 using test::Find;
 
-TEST_F(CertDialogTest, OkCopiesTheSelectedRecord) {
-    stored("Anna");
+TEST_F(CertDialogTest, OkCopiesTheSelectedRecordAndCancelKeepsTheTarget) {
+    CertInfo const anna = stored("Anna");
     stored("Boris");
-    CertInfo target;
-    DigitalCertDialog dialog(&target, config, prompts);
-    choose(dialog, 1);
-    CertInfo const& expected = std::next(config.clientCerts.begin())->second;
-    click(dialog, "btn_ok_");
-    EXPECT_EQ(dialog.result(), QDialog::Accepted);
-    EXPECT_EQ(target.fingerprint, expected.fingerprint);
-    EXPECT_EQ(target.commonName, expected.commonName);
-    EXPECT_EQ(target.filePath, fileOf(expected).string());
-    EXPECT_EQ(target.pin, expected.pin);
-}
-
-TEST_F(CertDialogTest, OkWithoutSelectionClearsTheTargetAndCancelKeepsIt) {
-    CertInfo const before = stored("Anna");
-    CertInfo target = before;
+    CertInfo target = anna;
+    {
+        DigitalCertDialog dialog(&target, config, prompts);
+        click(dialog, "btn_ok_");
+        EXPECT_EQ(target.fingerprint, anna.fingerprint) << "opens with the target selected";
+    }
     target.fingerprint = "of a certificate that has gone";
     DigitalCertDialog dialog(&target, config, prompts);
     dialog.show();
@@ -34,121 +25,120 @@ TEST_F(CertDialogTest, OkWithoutSelectionClearsTheTargetAndCancelKeepsIt) {
     EXPECT_EQ(dialog.result(), QDialog::Rejected);
     EXPECT_EQ(target.commonName, "Anna");
     click(dialog, "btn_ok_");
-    EXPECT_EQ(target.commonName, "");
-    EXPECT_EQ(target.pin, "");
-}
-
-TEST_F(CertDialogTest, OpensWithTheTargetSelected) {
-    stored("Anna");
-    CertInfo target = stored("Boris");
-    std::string const fingerprint = target.fingerprint;
-    DigitalCertDialog dialog(&target, config, prompts);
+    EXPECT_EQ(target.commonName + target.pin, "") << "nothing selected is no certificate";
+    choose(dialog, 1);
+    CertInfo const& expected = std::next(config.clientCerts.begin())->second;
     click(dialog, "btn_ok_");
-    EXPECT_EQ(target.fingerprint, fingerprint);
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(target.fingerprint + target.commonName + target.pin,
+              expected.fingerprint + expected.commonName + expected.pin);
+    EXPECT_EQ(target.filePath, fileOf(expected).string());
 }
 
 TEST_F(CertDialogTest, DeleteAsksAndNoIsTheDefault) {
     CertInfo const cert = stored("Anna");
     DigitalCertDialog dialog(nullptr, config, prompts);
-    prompts.ExpectBox(text(MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE), 0);
-    click(dialog, "btn_delete_");
-
+    auto const deleting = [&](std::vector<std::pair<MsgCode, int>> const& boxes) {
+        for (auto const& [code, answer] : boxes) {
+            prompts.ExpectBox(text(code), answer);
+        }
+        click(dialog, "btn_delete_");
+    };
+    deleting({{MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE, 0}});
     choose(dialog, 0);
     for (int const refusal : {1, -1}) {
-        prompts.ExpectBox(text(MsgCode::UI_TR_SURE_TO_DELETE_CERT), refusal);
-        click(dialog, "btn_delete_");
+        deleting({{MsgCode::UI_TR_SURE_TO_DELETE_CERT, refusal}});
         EXPECT_EQ(prompts.Boxes().back().defaultButton, 1);
         EXPECT_TRUE(config.IsClientCertExist(cert));
     }
     config.Save();
+    std::string const bytes = test::ReadFile(fileOf(cert));
+    std::filesystem::remove(fileOf(cert));
+    test::WriteFile(fileOf(cert) / "inside", "a folder that is not empty stays");
+    deleting({{MsgCode::UI_TR_SURE_TO_DELETE_CERT, 0}, {MsgCode::SDK_ERR_FAILED_DELETE_FILE, 0}});
+    EXPECT_TRUE(config.IsClientCertExist(cert));
+    EXPECT_EQ(boxOf(dialog).Pages().size(), 1U);
+    std::filesystem::remove_all(fileOf(cert));
+    test::WriteFile(fileOf(cert), bytes);
+
     test::LogCapture const log;
-    prompts.ExpectBox(text(MsgCode::UI_TR_SURE_TO_DELETE_CERT), 0);
-    click(dialog, "btn_delete_");
+    deleting({{MsgCode::UI_TR_SURE_TO_DELETE_CERT, 0}});
     EXPECT_TRUE(log.Has("Delete cert: [Anna]"));
     EXPECT_FALSE(config.IsClientCertExist(cert));
     EXPECT_FALSE(std::filesystem::exists(fileOf(cert)));
     EXPECT_TRUE(boxOf(dialog).Pages().empty());
+    EXPECT_TRUE(Find<QLabel>(dialog, "empty_label_").isVisibleTo(&dialog));
     EXPECT_FALSE(fileHas(cert.fingerprint)) << "the deletion saved the configuration";
-    prompts.ExpectBox(text(MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE), 0);
-    click(dialog, "btn_delete_");
-}
-
-TEST_F(CertDialogTest, FailedDeleteKeepsRowAndRecord) {
-    CertInfo const cert = stored("Anna");
-    std::filesystem::remove(fileOf(cert));
-    test::WriteFile(fileOf(cert) / "inside", "a folder that is not empty stays");
-    DigitalCertDialog dialog(nullptr, config, prompts);
-    choose(dialog, 0);
-    prompts.ExpectBox(text(MsgCode::UI_TR_SURE_TO_DELETE_CERT), 0);
-    prompts.ExpectBox(text(MsgCode::SDK_ERR_FAILED_DELETE_FILE), 0);
-    click(dialog, "btn_delete_");
-    EXPECT_TRUE(config.IsClientCertExist(cert));
-    EXPECT_EQ(boxOf(dialog).Pages().size(), 1U);
+    deleting({{MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE, 0}});
 }
 
 TEST_F(CertDialogTest, KeyboardMovesFoldsAndAccepts) {
-    stored("Anna");
-    stored("Boris");
-    stored("Clara");
+    for (char const* name : {"Anna", "Boris", "Clara"}) {
+        stored(name, "EC");
+    }
     CertInfo target;
     DigitalCertDialog dialog(&target, config, prompts);
     dialog.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
-    CertViewBox& box = boxOf(dialog);
-    auto const press = [](Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); };
-    box.Pages()[0]->SelectButton()->setFocus();
-    press(Qt::Key_Space);
-    EXPECT_TRUE(box.Pages()[0]->IsSelected());
-    press(Qt::Key_Down);
-    EXPECT_FALSE(box.Pages()[0]->IsSelected());
-    EXPECT_TRUE(box.Pages()[1]->IsSelected());
-    press(Qt::Key_Right);
-    EXPECT_TRUE(box.Pages()[1]->Body()->isVisible());
-    press(Qt::Key_Left);
-    EXPECT_FALSE(box.Pages()[1]->Body()->isVisible());
-    press(Qt::Key_End);
-    EXPECT_TRUE(box.Pages()[2]->IsSelected());
-    press(Qt::Key_Down);
-    EXPECT_TRUE(box.Pages()[2]->IsSelected()) << "the list does not run around";
-    press(Qt::Key_Tab);
-    press(Qt::Key_Tab);
+    auto const& pages = boxOf(dialog).Pages();
+    pages[0]->SelectButton()->setFocus();
+    struct Press {
+        Qt::Key key;
+        std::size_t selected;
+        bool open;
+    } const presses[] = {{Qt::Key_Space, 0, false}, {Qt::Key_Down, 1, false},
+                         {Qt::Key_Right, 1, true},  {Qt::Key_Left, 1, false},
+                         {Qt::Key_End, 2, false},   {Qt::Key_Down, 2, false}};
+    for (Press const& press : presses) {
+        QTest::keyClick(QApplication::focusWidget(), press.key);
+        for (std::size_t i = 0; i < pages.size(); ++i) {
+            EXPECT_EQ(pages[i]->IsSelected(), i == press.selected) << press.key;
+        }
+        EXPECT_EQ(pages[press.selected]->Body()->isVisible(), press.open) << press.key;
+    }
+    for (Qt::Key const key : {Qt::Key_Tab, Qt::Key_Tab}) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+    }
     EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), "btn_cancel_")
         << "of all rows only the selected one is in the order of Tab";
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
-    press(Qt::Key_Return);
-    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    for (Qt::Key const key : {Qt::Key_Backtab, Qt::Key_Backtab, Qt::Key_Return}) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+    }
     EXPECT_EQ(target.fingerprint, config.clientCerts.rbegin()->first);
 }
 
-TEST_F(CertDialogTest, ViewsShowNamesAsPeopleReadThem) {
-    CertInfo const gm = stored("Anna", "SM2", EVP_sm3());
-    DigitalCertDialog dialog(nullptr, config, prompts);
-    EXPECT_EQ(boxOf(dialog).Pages()[0]->SelectButton()->accessibleName().toStdString(),
-              "[GMSSL] Anna");
+TEST_F(CertDialogTest, ViewsShowNamesAndTimesAsPeopleReadThem) {
+    setenv("TZ", "XYZ-8", 1);  // eight hours ahead
+    tzset();
+    CertInfo const gm = stored("M\xC3\xBCller", "SM2", EVP_sm3());
     struct Case {
+        char const* from;
+        char const* to;
         char const* name;
-        char const* shown;
-    } const cases[] = {{"M\\C3\\BCller", "Müller"}, {"Plain \\ name", "Plain \\ name"}};
+        char const* shownTo;
+    } const cases[] = {
+        {"2026-01-02 03:04:05", "2999-12-31 20:00:00", "[GMSSL] Müller", "3000-01-01 04:00:00"},
+        {"2026-01-02 03:04:05", "2026-01-03 03:04:05", "[Expired] [GMSSL] Müller",
+         "2026-01-03 11:04:05"},
+        {"2999-01-01 00:00:00", "none", "[Not yet valid] [GMSSL] Müller", "none"},
+        {"", "", "[GMSSL] Müller", ""},
+    };
     for (Case const& c : cases) {
-        CertViewForm const form(QString::fromUtf8(c.name), QString::fromUtf8(c.name), {}, {});
-        EXPECT_EQ(form.Name().toStdString(), c.shown);
-        EXPECT_EQ(Find<ElidedLabel>(form, "cert_issuer_").FullText().toStdString(), c.shown);
+        CertInfo& record = config.clientCerts[gm.fingerprint];
+        record.validFrom = c.from;
+        record.validTo = c.to;
+        record.issuer = "M\\C3\\BCller, Plain \\ name";
+        DigitalCertDialog dialog(nullptr, config, prompts);
+        CertViewPage const& page = *boxOf(dialog).Pages()[0];
+        EXPECT_EQ(page.SelectButton()->accessibleName().toStdString(), c.name);
+        auto const shown = [&](char const* label) {
+            return Find<ElidedLabel>(*page.Body(), label).FullText().toStdString();
+        };
+        EXPECT_EQ(shown("cert_valid_to_"), c.shownTo);
+        EXPECT_EQ(shown("cert_issuer_"), "Müller, Plain \\ name");
     }
-}
-
-TEST(CertViewBox, DeletingTheSelectedRowLeavesNothingSelected) {
-    CertViewBox box;
-    auto* first = new QWidget;
-    auto* second = new QWidget;
-    box.addWidget(QStringLiteral("first"), first);
-    box.addWidget(QStringLiteral("second"), second);
-    box.PageOf(second)->SelectButton()->click();
-    box.deleteWidget(first);
-    EXPECT_EQ(box.SelectedCertWidget(), second);
-    box.deleteWidget(second);
-    EXPECT_EQ(box.SelectedCertWidget(), nullptr);
-    EXPECT_TRUE(Find<QLabel>(box, "empty_label_").isVisibleTo(&box));
+    unsetenv("TZ");
+    tzset();
 }
 
 }  // namespace

@@ -14,23 +14,6 @@ namespace {
 
 using test::Find;
 
-std::string derOf(char const* name) {
-    std::string const bytes = test::MakePkcs12({"RSA", EVP_sha256(), {{"CN", name}}});
-    auto const* at = reinterpret_cast<unsigned char const*>(bytes.data());
-    PKCS12* const pkcs12 = d2i_PKCS12(nullptr, &at, static_cast<long>(bytes.size()));
-    EVP_PKEY* key = nullptr;
-    X509* x509 = nullptr;
-    PKCS12_parse(pkcs12, "open", &key, &x509, nullptr);
-    unsigned char* der = nullptr;
-    int const size = i2d_X509(x509, &der);
-    std::string answer(reinterpret_cast<char*>(der), static_cast<std::size_t>(size));
-    OPENSSL_free(der);
-    X509_free(x509);
-    EVP_PKEY_free(key);
-    PKCS12_free(pkcs12);
-    return answer;
-}
-
 CertInfo named(char const* name) {
     CertInfo cert;
     cert.certName = name;
@@ -48,28 +31,19 @@ TEST_F(CertDialogTest, KindsFedByTheServiceAskForTheListOnOpening) {
                        {kCertTypeUsbKey, "usb_cert_radioButton", 1},
                        {kCertTypeFile, "soft_cert_radioButton", 0}};
     for (Case const& c : cases) {
-        CertInfo target;
+        CertInfo target = named("kept");
         target.certType = c.kind;
         TLSCertDialog dialog(target, config, prompts);
         QSignalSpy const requests(&dialog, &TLSCertDialog::SendCertRequest);
         dialog.show();
         EXPECT_TRUE(Find<QRadioButton>(dialog, c.button).isChecked()) << c.kind;
         EXPECT_EQ(requests.size(), c.requests) << c.kind;
-    }
-}
-
-TEST_F(CertDialogTest, OkWithAnEmptyListStaysAndTells) {
-    CertInfo target = named("kept");
-    TLSCertDialog dialog(target, config, prompts);
-    dialog.show();
-    for (char const* kind :
-         {"sys_cert_radioButton", "usb_cert_radioButton", "soft_cert_radioButton"}) {
-        Find<QRadioButton>(dialog, kind).click();
+        // An empty list has nothing to take.
         prompts.ExpectBox(text(MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE), 0);
         click(dialog, "ok_button_");
         EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(target.certName, "kept");
     }
-    EXPECT_EQ(target.certName, "kept");
 }
 
 TEST_F(CertDialogTest, OkTakesTheRecordAndItsKind) {
@@ -97,6 +71,23 @@ TEST_F(CertDialogTest, OkTakesTheRecordAndItsKind) {
     EXPECT_EQ(target.certType, kCertTypeFile);
 }
 
+TEST_F(CertDialogTest, WhatWasImportedFromHereIsChosen) {
+    stored("Anna");
+    CertInfo target;
+    target.certType = kCertTypeFile;
+    TLSCertDialog dialog(target, config, prompts);
+    dialog.show();
+    expectImport(write("file.p12", test::MakePkcs12({"RSA", EVP_sha256(), {{"CN", "New"}}})),
+                 "open");
+    test::WhenModal<DigitalCertDialog>([](DigitalCertDialog& manager) {
+        click(manager, "btn_import_");
+        click(manager, "btn_ok_");
+    });
+    click(dialog, "manage_button_");
+    click(dialog, "ok_button_");
+    EXPECT_EQ(target.commonName, "New");
+}
+
 TEST_F(CertDialogTest, AutomationTakesAMatchOrTellsThatThereIsNone) {
     CertInfo target;
     TLSCertDialog dialog(target, config, prompts);
@@ -114,7 +105,8 @@ TEST_F(CertDialogTest, AutomationTakesAMatchOrTellsThatThereIsNone) {
 }
 
 TEST(CertRespond, ReadsWhatCanBeRead) {
-    std::string const der = derOf("Anna");
+    test::Pkey const key = test::MakeKey("EC");
+    std::string const der = test::DerOf<X509>(&i2d_X509, test::MakeCert({}, key.get()).get());
     core::sslvpn::ALMsgCertRespondData reply;
     reply.certList = {components::utils::Base64Encode(std::string("no certificate"), false),
                       components::utils::Base64Encode(der, false)};

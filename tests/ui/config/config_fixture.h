@@ -11,8 +11,8 @@
 #include "app/environment/app_ctrl.h"
 #include "app/environment/paths.h"
 #include "tests/support/log_capture.h"
-#include "tests/support/pkcs12_maker.h"
 #include "tests/support/test_environment.h"
+#include "tools/support/files.h"
 #include "ui/config/config.h"
 
 namespace zorvanelink::ui {
@@ -28,9 +28,13 @@ class ConfigTest : public testing::Test {
     }
     void TearDown() override { AppCtrl::Instance() = AppCtrl(); }
 
-    void useSample(char const* name) const {
-        test::WriteFile(file_,
-                        test::ReadFile(std::filesystem::path(ZVL_TEST_DATA) / "settings" / name));
+    static std::string sample(std::string const& name) {
+        return test::ReadFile(std::filesystem::path(ZVL_TEST_DATA) / "settings" / (name + ".ini"));
+    }
+    // As a roll-out may leave it: readable by all.
+    void useSample(std::string const& name) const {
+        std::filesystem::permissions(test::WriteFile(file_, sample(name)),
+                                     std::filesystem::perms(0644));
     }
     std::string fileText() const { return test::ReadFile(file_); }
     bool fileHas(std::string const& text) const {

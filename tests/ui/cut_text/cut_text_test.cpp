@@ -221,7 +221,10 @@ TEST_P(CutText, CardsInEveryState) {
                                  LoadStyle(QStringLiteral("mainwindow")));
             ProfileTab card(profile, &window);
             card.setFixedSize(kCardWidth, kCardHeight);
-            card.NotifyConnectStatusTriggered(QString::fromStdString(profile->name), status);
+            ConnectionState state;
+            state.currentProfileName = profile->name;
+            state.status = status;
+            card.Render(cardViewFor(state, profile->name));
             expectWhole(window);
         }
     }

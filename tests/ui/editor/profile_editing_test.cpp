@@ -40,31 +40,33 @@ class ProfileEditingTest : public ConfigTest {
     ConnectionState state_;
     CertListRoad certs_;
     test::ScriptedPrompts prompts_;
-    ProfileEditing editing_{{state_, config_, certs_, prompts_, nullptr,
-                             [](std::string const& name) { return name != "no card"; }}};
+    ProfileEditing editing_{{state_, config_, certs_, prompts_, nullptr}};
     QSignalSpy changed_{&editing_, &ProfileEditing::ListChanged};
     QSignalSpy wanted_{&editing_, &ProfileEditing::ConnectWanted};
 };
 
 TEST_F(ProfileEditingTest, Refusals) {
-    config_.AddProfile(profileOf("no card"), false);
     run("a");
     expectCritical(MsgCode::UI_TR_STOP_CONNECTION_FIRST);
     editing_.onModifyConnectionInfo(QStringLiteral("a"));
     expectCritical(MsgCode::UI_ERROR_PROFILE_IS_RUNNING);
     editing_.onDeleteConnectionInfo(QStringLiteral("a"));
-    for (char const* const name : {"unknown", "no card", ""}) {
+    for (char const* const name : {"unknown", ""}) {
         expectCritical(MsgCode::UI_ERROR_PROFILE_NOT_EXIST);
         editing_.onModifyConnectionInfo(QLatin1String(name));
         expectCritical(MsgCode::UI_ERROR_PROFILE_NOT_EXIST);
         editing_.onDeleteConnectionInfo(QLatin1String(name));
     }
-    for (int i = 3; i <= 32; ++i) {
+    for (int i = 2; i <= 32; ++i) {
         config_.AddProfile(profileOf("p" + std::to_string(i)), false);
+        if (i >= 31) {
+            prompts_.ExpectBox(GetTrMsg(i == 31 ? MsgCode::UI_ERROR_CONFIG_REACH_LIMIT
+                                                : MsgCode::UI_ERROR_CONFIG_OVERLIMIT)
+                                   .arg(32),
+                               0);
+            editing_.onButtonAddConnectionClicked();
+        }
     }
-    ASSERT_EQ(config_.GetProfile().size(), 33U);
-    prompts_.ExpectBox(GetTrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(32), 0);
-    editing_.onButtonAddConnectionClicked();
     EXPECT_EQ(changed_.count() + wanted_.count(), 0);
     EXPECT_EQ(config_.GetProfile().size(), 33U);
 }

@@ -10,7 +10,7 @@
 #include "components/ipc/socket_ipc_server.h"
 #include "components/logger/logger.h"
 #include "tests/support/test_environment.h"
-#include "tests/support/wait.h"
+#include "tools/support/wait.h"
 #include "ui/link/service_link.h"
 
 namespace zorvanelink::ui {

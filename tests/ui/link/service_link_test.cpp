@@ -4,9 +4,9 @@
 
 #include <QObject>
 
-#include "tests/support/fake_ipc.h"
 #include "tests/support/log_capture.h"
-#include "tests/support/wait.h"
+#include "tools/support/fake_ipc.h"
+#include "tools/support/wait.h"
 
 namespace zorvanelink::ui {
 namespace {

@@ -10,11 +10,6 @@ using test::WaitUntil;
 class ConnectFlowTest : public test::SessionFixture {
   protected:
     std::shared_ptr<Profile> profile = Add("Head office");
-
-    ConnectStatus LastNotified() const {
-        return notified.isEmpty() ? ConnectStatus::Connected
-                                  : notified.last().at(1).value<ConnectStatus>();
-    }
 };
 
 TEST_F(ConnectFlowTest, AStoredPasswordGoesOutWithoutAPromptAndNeverInClear) {
@@ -37,24 +32,51 @@ TEST_F(ConnectFlowTest, AMissingPasswordIsAskedForOnceAndForgotten) {
     EXPECT_EQ(prompts.Secrets().front().maxUtf8Length, 31);
 }
 
+TEST_F(ConnectFlowTest, AMissingPinIsAskedForWithTheLimitOfAPin) {
+    profile->authType = SupportedAuthType::kOnlyUkey;
+    profile->certIsFile = false;
+    profile->systemCert.certType = 2;
+    profile->systemCert.certName = profile->systemCert.certData = "key";
+    prompts.ExpectSecret(test::SecretOf("4711"));
+    Click();
+    EXPECT_EQ(Sent("start"), 1);
+    EXPECT_EQ(prompts.Secrets().front().maxUtf8Length, 127);
+}
+
 TEST_F(ConnectFlowTest, ACancelledPromptGivesTheButtonBack) {
     profile->password.clear();
     prompts.ExpectSecret(std::nullopt);
     Click();
     EXPECT_EQ(Sent("start"), 0);
-    EXPECT_EQ(LastNotified(), ConnectStatus::Disconnected);
     EXPECT_TRUE(state.Idle());
     EXPECT_EQ(g_running_client, 0);
 
     // In the middle of a login the gateway is told that no answer will come.
     profile->authType = SupportedAuthType::kNone;
-    Click("Head office", true);
-    Receive(MsgCode::CONNECTING);
+    Connect();
     profile->authType = SupportedAuthType::kPwd;
     prompts.ExpectSecret(std::nullopt);
-    Click();
+    session.Flow().StartChosen("Head office");
     EXPECT_EQ(Sent("stop"), 1);
     EXPECT_TRUE(state.Idle());
+}
+
+TEST_F(ConnectFlowTest, TheBoxToRememberHoldsBothWays) {
+    for (bool const before : {true, false}) {
+        for (bool const answer : {true, false}) {
+            profile->password.clear();
+            profile->rememberPassword = before;
+            prompts.ExpectSecret(test::SecretOf("typed", answer));
+            Click();
+            EXPECT_EQ(prompts.Secrets().back().remember, before);
+            Receive(MsgCode::CONNECTING);
+            Receive(MsgCode::OFFLINE);
+            Config reread;
+            reread.Load();
+            EXPECT_EQ(reread.GetProfile("Head office")->password.empty(), !answer);
+            EXPECT_EQ(profile->password.empty(), !answer);
+        }
+    }
 }
 
 TEST_F(ConnectFlowTest, ACertificateThatIsNotThereStopsTheStart) {
@@ -66,7 +88,7 @@ TEST_F(ConnectFlowTest, ACertificateThatIsNotThereStopsTheStart) {
 
     // The record is known, its file has gone since.
     profile->fileCert.commonName = "Alice";
-    QSignalSpy select(&statuses, &StatusHandler::NeedSelectAuthType);
+    QSignalSpy select(&session, &Session::NeedSelectAuthType);
     prompts.ExpectBox(Text(MsgCode::UI_ERROR_NO_CERT), 0);
     Click();
     EXPECT_EQ(Sent("start"), 0);
@@ -87,13 +109,7 @@ TEST_F(ConnectFlowTest, RefusalsEndInDisconnected) {
     Case const cases[] = {
         {"Nobody", [] {}, MsgCode::UI_ERROR_PROFILE_NOT_EXIST},
         {"", [] {}, MsgCode::UI_ERROR_PROFILE_NOT_EXIST},
-        {"Head office",
-         [this] {
-             service_there = false;
-             service->FailRead(2);
-             ASSERT_TRUE(WaitUntil([this] { return !link.IsReady(); }));
-         },
-         MsgCode::UI_INFO_CONNECT_SERVER_FAIL},
+        {"Head office", [this] { LoseLink(); }, MsgCode::UI_INFO_CONNECT_SERVER_FAIL},
     };
     for (Case const& c : cases) {
         c.prepare();
@@ -105,8 +121,8 @@ TEST_F(ConnectFlowTest, RefusalsEndInDisconnected) {
         });
         Click(c.name);
         EXPECT_EQ(Sent("start"), 0) << c.name;
-        EXPECT_EQ(LastNotified(), ConnectStatus::Disconnected) << c.name;
         EXPECT_TRUE(state.Idle()) << c.name;
+        EXPECT_EQ(g_running_client, 0) << c.name;
     }
 }
 
@@ -118,14 +134,13 @@ TEST_F(ConnectFlowTest, MoreThan32ProfilesRefuseAStartButNotAStop) {
     prompts.ExpectBox(Text(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(32), 0);
     Click("extra 1");
     EXPECT_EQ(Sent("start"), 1);
-    flow.onStopConnect(QStringLiteral("Head office"));
+    ClickStop();
     EXPECT_EQ(Sent("stop"), 1);
 }
 
 TEST_F(ConnectFlowTest, ASecondProfileIsRefusedWhileOneRuns) {
     Add("Lab");
     GoOnline();
-    g_running_client = 1;  // as its card has set it
     prompts.ExpectBox(Text(MsgCode::UI_ERROR_RUNNING_PROFILE_ALREADY_EXISTS), 0);
     Click("Lab");
     EXPECT_EQ(Sent("start"), 1);
@@ -134,27 +149,73 @@ TEST_F(ConnectFlowTest, ASecondProfileIsRefusedWhileOneRuns) {
     EXPECT_EQ(g_running_client, 1);
 }
 
-TEST_F(ConnectFlowTest, ACardThatGaveUpWaitingMayTryAgain) {
+TEST_F(ConnectFlowTest, ARequestWithoutAStatusMayBeRepeatedAfterItsTime) {
+    session.Flow().SetRequestTime(std::chrono::milliseconds(1));
     Click();
-    flow.ForgetPendingRequest(QStringLiteral("Head office"));
-    EXPECT_TRUE(state.Idle());
+    Click();  // it is on its way
+    EXPECT_EQ(Sent("start"), 1);
+    EXPECT_TRUE(WaitUntil([this] { return state.Idle(); }));
     EXPECT_EQ(g_running_client, 0);
     Click();
     EXPECT_EQ(Sent("start"), 2);
-
-    // Once a login is under way its card goes on showing it.
     Receive(MsgCode::CONNECTING);
+    Receive(MsgCode::ONLINE);
+    ClickStop();
+    EXPECT_TRUE(state.StopSent());
+    EXPECT_TRUE(WaitUntil([this] { return !state.StopSent(); }));
+    EXPECT_EQ(state.status, ConnectStatus::Connected) << "the service has not said otherwise";
+    session.Leave();
+    EXPECT_EQ(Sent("stop"), 2) << "the tunnel may not outlive the client";
+}
+
+TEST_F(ConnectFlowTest, ASessionThatIsReportedAgainIsOwedAStop) {
+    GoOnline();
+    LoseLink();
+    EXPECT_EQ(state.status, ConnectStatus::Disconnected);
+    FindLink();
+    EXPECT_EQ(Sent("stop"), 0) << "there was no link to send it on";
+    Receive(MsgCode::ONLINE);
+    EXPECT_EQ(state.status, ConnectStatus::Connected);
+    session.Leave();
+    EXPECT_EQ(Sent("stop"), 1);
+    session.Leave();
+    EXPECT_EQ(Sent("stop"), 1);
+}
+
+TEST_F(ConnectFlowTest, ALateOfflineEndsOnlyTheAttemptThatWasStopped) {
+    // The stop of a cancelled login is answered after the next start.
+    Connect();
+    session.Flow().StopConnect();
     Click();
-    flow.ForgetPendingRequest(QStringLiteral("Head office"));
-    EXPECT_EQ(LastNotified(), ConnectStatus::Connecting);
-    EXPECT_TRUE(state.startingProfileName.empty());
+    Receive(MsgCode::OFFLINE);
+    EXPECT_EQ(state.startingProfileName, "Head office");
+    Receive(MsgCode::OFFLINE);
+    EXPECT_TRUE(state.Idle()) << "the second is its own";
+
+    // While the next one still asks for its password, any is old.
+    profile->password.clear();
+    prompts.ExpectSecret(test::SecretOf("typed", true), [this] { Receive(MsgCode::OFFLINE); });
+    Click();
+    EXPECT_EQ(Sent("start"), 3);
+    EXPECT_EQ(state.startingProfileName, "Head office");
+    Receive(MsgCode::CONNECTING);
+    Receive(MsgCode::OFFLINE);
+    EXPECT_TRUE(state.Idle());
+
+    // Another's stop says nothing about this one's end.
+    Add("Lab");
+    Connect();
+    session.Flow().StopConnect();
+    Click("Lab");
+    Receive(MsgCode::OFFLINE, "Lab");
+    EXPECT_TRUE(state.Idle());
 }
 
 TEST_F(ConnectFlowTest, AfterTheUsersStopNothingOpensAndNothingIsTold) {
     Click();
     Receive(MsgCode::CONNECTING);
-    profile->context.redirectUrl = "https://intranet.example.com";
-    flow.onStopConnect(QStringLiteral("Head office"));
+    session.context.redirectUrl = "https://intranet.example.com";
+    ClickStop();
     Receive(MsgCode::ONLINE);
     EXPECT_TRUE(prompts.Opened().empty());
     core::sslvpn::CLMsgReplyTunnelDisconnectData data;
@@ -169,11 +230,7 @@ TEST_F(ConnectFlowTest, AfterTheUsersStopNothingOpensAndNothingIsTold) {
 TEST_F(ConnectFlowTest, WhatHappensBehindAPromptCounts) {
     profile->password.clear();
     // The link goes while the user types: no start leaves, one box says why.
-    prompts.ExpectSecret(test::SecretOf("typed"), [this] {
-        service_there = false;
-        service->FailRead(2);
-        ASSERT_TRUE(WaitUntil([this] { return !link.IsReady(); }));
-    });
+    prompts.ExpectSecret(test::SecretOf("typed"), [this] { LoseLink(); });
     prompts.ExpectBox(Text(MsgCode::UI_INFO_CONNECT_SERVER_FAIL), 0);
     Click();
     EXPECT_EQ(Sent("start"), 0);

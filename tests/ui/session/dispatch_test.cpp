@@ -19,12 +19,12 @@ TEST_F(DispatchTest, ANetconfigIsTakenForTheRunningProfileOnly) {
     record.clientPrivateIP = "10.8.0.2";
     record.serviceType = 3;
     record.profileName = "Lab";
-    EXPECT_TRUE(Receive(record));
-    EXPECT_TRUE(profile->context.netConfig.clientPrivateIP.empty());
+    Receive(record);
+    EXPECT_TRUE(session.context.netConfig.clientPrivateIP.empty());
     EXPECT_FALSE(state.lastNetConfigHasGateway);
     record.profileName = "Head office";
-    EXPECT_TRUE(Receive(record));
-    EXPECT_EQ(profile->context.netConfig.clientPrivateIP, "10.8.0.2");
+    Receive(record);
+    EXPECT_EQ(session.context.netConfig.clientPrivateIP, "10.8.0.2");
     EXPECT_TRUE(state.lastNetConfigHasGateway);
 }
 
@@ -32,8 +32,8 @@ TEST_F(DispatchTest, AMessageThatComesBackShowsNoSecretInTheLog) {
     test::LogCapture log;
     Click();
     for (std::string const& sent : service->Sent()) {
-        EXPECT_FALSE(dispatcher.ProcessServiceMsg(sent));
-        EXPECT_FALSE(dispatcher.ProcessServiceMsg(sent + "x"));
+        EXPECT_FALSE(session.Receive(sent));
+        EXPECT_FALSE(session.Receive(sent + "x"));
     }
     EXPECT_EQ(log.Count("Not supported type, json: {"), 2);
     EXPECT_FALSE(log.Has(profile->password));
@@ -72,7 +72,7 @@ TEST_F(DispatchTest, FailuresThatNoHandlerShowsAreToldAtTheEnd) {
     Receive(MsgCode::OFFLINE);
 
     fail(MsgCode::GATEWAY_UNREACHABLE);
-    flow.onStopConnect(QStringLiteral("Head office"));
+    ClickStop();
     Receive(MsgCode::OFFLINE);  // the user's own end
 
     prompts.ExpectBox(Text(MsgCode::SECOND_AUTH_TIMEOUT), 0);
@@ -81,20 +81,36 @@ TEST_F(DispatchTest, FailuresThatNoHandlerShowsAreToldAtTheEnd) {
 }
 
 TEST_F(DispatchTest, WhileABoxStandsOnlyTheLatestOtherTextFollows) {
-    core::sslvpn::CLMsgReplyTunnelDisconnectData record;
+    core::sslvpn::CLMsgGatewayDetectStopData record;
     record.profileName = "Head office";
-    auto const disconnect = [this, &record](int reason) {
+    auto const fail = [this, &record](char const* reason) {
         record.reason = reason;
         Receive(record);
     };
     GoOnline();
-    prompts.ExpectBox(Text(MsgCode::UI_WARNING_SERVER_KICKOUT_CLIENT), 0, [&] {
-        disconnect(12);
-        EXPECT_EQ(state.status, ConnectStatus::Disconnected) << "the effect does not wait";
+    prompts.ExpectBox(QStringLiteral("first"), 0, [&] {
+        fail("first");
+        fail("second");
+        fail("third");
         EXPECT_EQ(prompts.Boxes().size(), 1U);
     });
-    prompts.ExpectBox(Text(MsgCode::UI_WARNING_SERVER_FORCE_TIMEOUT), 0);
-    disconnect(5);
+    prompts.ExpectBox(QStringLiteral("third"), 0);
+    fail("first");
+    EXPECT_TRUE(WaitUntil([this] { return prompts.Finished(); }));
+}
+
+TEST_F(DispatchTest, BehindTheBoxOfASessionsEndNothingSaysConnected) {
+    core::sslvpn::CLMsgReplyTunnelDisconnectData record;
+    record.profileName = "Head office";
+    record.reason = 5;
+    GoOnline();
+    prompts.ExpectBox(Text(MsgCode::UI_WARNING_SERVER_KICKOUT_CLIENT), 0, [this] {
+        EXPECT_EQ(state.status, ConnectStatus::Disconnected);
+        // What came in the same write is handled behind the box, not after it.
+        EXPECT_TRUE(WaitUntil([this] { return state.currentProfileName.empty(); }));
+    });
+    service->Deliver(core::sslvpn::CLMsgReplyJson::Build(record));
+    service->Deliver(core::sslvpn::CLMsgReplyJson::Build(Reply(MsgCode::OFFLINE)));
     EXPECT_TRUE(WaitUntil([this] { return prompts.Finished(); }));
     EXPECT_EQ(Sent("stop"), 1);
 }
@@ -126,21 +142,22 @@ TEST_F(DispatchTest, ListsOfGatewaysAreKeptInTheProfile) {
 
 TEST_F(DispatchTest, TheStatusBarSaysTheTruestThing) {
     auto const text = [this] { return viewStateFor(state).statusText; };
-    EXPECT_FALSE(viewStateFor(state).hasStatusText) << "the wait form speaks";
-    state.link = LinkState::kLinked;
+    EXPECT_FALSE(viewStateFor({}).hasStatusText) << "the wait form speaks";
     EXPECT_EQ(text(), MsgCode::UI_TR_STATE_NORMAL);
-    Click("Head office", true);
+    profile->authType = common::SupportedAuthType::kNone;
+    Click();
     EXPECT_EQ(text(), MsgCode::UI_TR_CHECK_AUTH_TYPE);
+    profile->authType = common::SupportedAuthType::kPwd;
     Receive(MsgCode::CONNECTING);
     EXPECT_EQ(text(), MsgCode::CONNECTING);
     Receive(MsgCode::ONLINE);
     EXPECT_EQ(text(), MsgCode::UI_TR_STATE_CONNECTTED);
-    dispatcher.ProcessServiceMsg(core::CLMsgJsonParse::BuildVnicStateReply(false));
+    ReceiveText(core::CLMsgJsonParse::BuildVnicStateReply(false));
     EXPECT_EQ(text(), MsgCode::UI_TR_STATE_VNIC_ERROR);
     state.link = LinkState::kReconnecting;
     EXPECT_EQ(text(), MsgCode::UI_INFO_CONNECTING_SERVICE);
     state.link = LinkState::kLinked;
-    dispatcher.ProcessServiceMsg(core::CLMsgJsonParse::BuildVnicStateReply(true));
+    ReceiveText(core::CLMsgJsonParse::BuildVnicStateReply(true));
     Receive(MsgCode::OFFLINE);
     EXPECT_EQ(text(), MsgCode::UI_TR_STATE_DISCONNECT);
 }

@@ -1,5 +1,5 @@
-// The session without a window: real controllers on a link without a socket, with scripted
-// prompts.
+// The session without a window, on a link without a socket, with scripted prompts. What the service
+// says goes through the link's queue, as in the program.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -8,35 +8,40 @@
 
 #include "app/environment/globals.h"
 #include "core/clmsg_reply_json.h"
-#include "tests/support/fake_ipc.h"
 #include "tests/support/scripted_prompts.h"
 #include "tests/support/stored_login.h"
-#include "tests/support/wait.h"
-#include "ui/session/connect_flow.h"
-#include "ui/session/message_dispatcher.h"
+#include "tools/support/fake_ipc.h"
+#include "tools/support/wait.h"
+#include "ui/session/session.h"
 #include "ui/session/view_state.h"
 #include "ui/text/texts.h"
 
 namespace zorvanelink::test {
 
+// A dialog of a login as the session sees it.
+class FakeConversation : public ui::Conversation {
+  public:
+    std::vector<common::MsgCode> answers;
+    bool outlives = false;
+    int lost = 0;
+    int ended = 0;
+
+    bool OutlivesSession() const override { return outlives; }
+    bool OnAnswer(common::MsgCode code) override {
+        return std::count(answers.begin(), answers.end(), code) > 0;
+    }
+    void OnLost() override { ++lost; }
+    void OnEnded() override { ++ended; }
+};
+
 class SessionFixture : public testing::Test {
   protected:
     SessionFixture() {
-        ui::g_running_client = 0;
-        common::ShowCriticalMsgBox = [this](common::CodeType type, std::string const& text) {
-            failures.ProcessCriticalMsg(type, text);
-        };
-        common::ShowErrorMsgBox = [this](common::CodeType type, std::string const& text) {
-            failures.ProcessErrorMsg(type, text);
-        };
+        ui::g_quit = false;
         link.Start();
-        EXPECT_TRUE(WaitUntil([this] { return link.IsReady(); }));
-        QObject::connect(&link, &ui::ServiceLink::Lost, &flow, &ui::ConnectFlow::StopConnect);
+        EXPECT_TRUE(WaitUntil([this] { return session.state.link == ui::LinkState::kLinked; }));
     }
-    ~SessionFixture() override {
-        common::ShowCriticalMsgBox = nullptr;
-        common::ShowErrorMsgBox = nullptr;
-    }
+    ~SessionFixture() override { ui::g_quit = false; }
 
     std::shared_ptr<ui::Profile> Add(std::string const& name) {
         auto profile = StoredLogin(name);
@@ -44,13 +49,17 @@ class SessionFixture : public testing::Test {
         return profile;
     }
 
-    // What the service would send; true when it was handled.
-    bool Receive(common::MsgCode code, std::string const& name = "Head office") {
-        return Receive(Reply(code, name));
+    // The service says it, and the GUI's thread comes to it.
+    void Receive(common::MsgCode code, std::string const& name = "Head office") {
+        Receive(Reply(code, name));
     }
     template <class Record>
-    bool Receive(Record const& record) {
-        return dispatcher.ProcessServiceMsg(core::sslvpn::CLMsgReplyJson::Build(record));
+    void Receive(Record const& record) {
+        ReceiveText(core::sslvpn::CLMsgReplyJson::Build(record));
+    }
+    void ReceiveText(std::string const& json) {
+        service->Deliver(json);
+        QCoreApplication::processEvents();
     }
     static core::sslvpn::CLMsgCommonReplyData Reply(common::MsgCode code,
                                                     std::string const& name = "Head office") {
@@ -59,13 +68,25 @@ class SessionFixture : public testing::Test {
         data.statusCode = code;
         return data;
     }
-    void Click(char const* name = "Head office", bool query = false) {
-        flow.onStartConnect(QString::fromUtf8(name), query);
-    }
-    void GoOnline() {
+    void Click(char const* name = "Head office") { session.Start(name); }
+    void ClickStop() { session.Stop("Head office"); }
+    void Connect() {
         Click();
         Receive(common::MsgCode::CONNECTING);
+    }
+    void GoOnline() {
+        Connect();
         Receive(common::MsgCode::ONLINE);
+    }
+    void LoseLink() {
+        service_there = false;
+        service->FailRead(2);
+        ASSERT_TRUE(WaitUntil([this] { return !link.IsReady(); }));
+    }
+    void FindLink() {
+        service = std::make_shared<FakeIpc>();  // its threads read it behind the flag
+        service_there = true;
+        ASSERT_TRUE(WaitUntil([this] { return session.state.link == ui::LinkState::kLinked; }));
     }
 
     // How many messages of a type have left.
@@ -77,20 +98,12 @@ class SessionFixture : public testing::Test {
     ScriptedPrompts prompts;
     QWidget window;
     ui::Config config;
-    ui::ConnectionState state;
-    ui::StatusUpdater updater{state};
     ui::ServiceLink link{[this]() -> ui::LinkCore::Link {
                              return service_there ? service : std::make_shared<FakeIpc>(false);
                          },
                          {std::chrono::milliseconds(1), std::chrono::milliseconds(1)}};
-    ui::ConnectFlow flow{
-        {state, updater, config, link, prompts, &window,
-         [this](std::string const& name) { return config.GetProfile().contains(name); }}};
-    ui::SessionDialogs dialogs;
-    ui::FailurePresenter failures{state, flow, prompts, dialogs, &window};
-    ui::StatusHandler statuses{{state, updater, flow, failures, config, prompts, dialogs, &window}};
-    ui::MessageDispatcher dispatcher{state, statuses, failures, config};
-    QSignalSpy notified{&updater, &ui::StatusUpdater::NotifyConnectStatus};
+    ui::Session session{{config, prompts, link, &window}};
+    ui::ConnectionState& state = session.state;
 };
 
 }  // namespace zorvanelink::test

@@ -5,7 +5,6 @@
 #include "app/environment/paths.h"
 #include "core/clmsg_json.h"
 #include "tests/ui/session/session_fixture.h"
-#include "ui/widgets/zvl_message_box.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -15,14 +14,10 @@ using common::SupportedAuthType;
 
 class StatusEffectsTest : public test::SessionFixture {
   protected:
-    void Connect(bool query = false) {
-        Click("Head office", query);
-        Receive(MsgCode::CONNECTING);
-    }
     std::vector<QUrl> const& Opened() const { return prompts.Opened(); }
 
     std::shared_ptr<Profile> profile = Add("Head office");
-    QSignalSpy select{&statuses, &StatusHandler::NeedSelectAuthType};
+    QSignalSpy select{&session, &Session::NeedSelectAuthType};
 };
 
 TEST_F(StatusEffectsTest, ARefusedTypeIsRetriedOnceWithAQuery) {
@@ -41,13 +36,13 @@ TEST_F(StatusEffectsTest, ARefusedTypeIsRetriedOnceWithAQuery) {
 }
 
 TEST_F(StatusEffectsTest, TailsRunOnlyForTheAttemptThatFailed) {
-    // After the user's stop: the text, nothing else.
+    // After the user's stop nothing is told and nothing follows.
     for (MsgCode const code : {MsgCode::ERR_LOGIN_MODE, MsgCode::ERR_AUTH_USER_OR_PASS}) {
         profile->authType = SupportedAuthType::kPwd;
         Connect();
-        flow.onStopConnect(QStringLiteral("Head office"));
-        prompts.ExpectBox(Text(code), 0);
+        ClickStop();
         Receive(code);
+        Receive(MsgCode::OFFLINE);
     }
     // Begun anew behind the box.
     Connect();
@@ -55,6 +50,48 @@ TEST_F(StatusEffectsTest, TailsRunOnlyForTheAttemptThatFailed) {
     Receive(MsgCode::ERR_AUTH_BAD_CERT);
     EXPECT_EQ(Sent("start"), 4);
     EXPECT_EQ(select.count(), 0);
+}
+
+TEST_F(StatusEffectsTest, WhatAFailureLeadsToWaitsForItsOwnText) {
+    core::sslvpn::CLMsgGatewayDetectStopData older;
+    older.profileName = "Head office";
+    older.reason = "No gateway was measured";
+    Connect();
+    prompts.ExpectBox(QString::fromStdString(older.reason), 0, [this] {
+        Receive(MsgCode::ERR_AUTH_USER_OR_PASS);
+        EXPECT_EQ(state.status, ConnectStatus::Disconnected) << "the effect does not wait";
+        EXPECT_EQ(select.count(), 0);
+    });
+    prompts.ExpectBox(Text(MsgCode::ERR_AUTH_USER_OR_PASS), 0,
+                      [this] { EXPECT_EQ(select.count(), 0); });
+    Receive(older);
+    EXPECT_TRUE(test::WaitUntil([this] { return select.count() == 1; }));
+
+    // The user has gone on meanwhile: neither the text nor what it would lead to.
+    Connect();
+    prompts.ExpectBox(QString::fromStdString(older.reason), 0, [this] {
+        Receive(MsgCode::ERR_AUTH_USER_OR_PASS);
+        Receive(MsgCode::OFFLINE);
+        Connect();
+    });
+    Receive(older);
+    Receive(MsgCode::ONLINE);
+    EXPECT_EQ(select.count(), 1);
+    EXPECT_EQ(state.status, ConnectStatus::Connected);
+}
+
+TEST_F(StatusEffectsTest, AnEmptyReasonIsNoBox) {
+    core::sslvpn::CLMsgGatewayDetectStopData record;
+    record.profileName = "Head office";
+    record.reason = "\n";
+    Connect();
+    Receive(record);
+    core::sslvpn::CLMsgNotifyErrorMsgData message;
+    message.profileName = "Head office";
+    message.statusCode = MsgCode::ERR_MSG_BY_SERVER;
+    message.errorMsgEnglish = "\n";
+    prompts.ExpectBox(Text(MsgCode::UI_ERROR_EMPTY_ERR_MSG), 0);
+    Receive(message);
 }
 
 TEST_F(StatusEffectsTest, WrongCredentialsOpenTheSelection) {
@@ -67,14 +104,15 @@ TEST_F(StatusEffectsTest, WrongCredentialsOpenTheSelection) {
         });
         Receive(MsgCode::ERR_AUTH_USER_OR_PASS);
         EXPECT_EQ(select.takeLast().at(0).toBool(), !keep);
-        EXPECT_EQ(flow.RunningProfile(), profile) << "the selection must find it";
+        EXPECT_EQ(session.RunningProfile(), profile) << "the selection must find it";
     }
 }
 
 TEST_F(StatusEffectsTest, TheServersTypesAreOfferedWhenOneIsUsable) {
     auto data = Reply(MsgCode::NEED_SELECT_AUTH_TYPE);
     data.supportedAuthType = {"oauth", "cookie", "what"};
-    Connect(true);
+    profile->authType = SupportedAuthType::kNone;
+    Connect();
     Receive(data);
     ASSERT_EQ(select.count(), 1);
     EXPECT_TRUE(select.at(0).at(0).toBool());
@@ -114,8 +152,9 @@ TEST_F(StatusEffectsTest, PagesOpenOnceAfterALogin) {
     }
     EXPECT_EQ(Opened().size(), 2U) << "a reconnect opens nothing";
 
-    flow.StopConnect();
-    EXPECT_TRUE(profile->context.redirectUrl.empty());
+    ClickStop();
+    Receive(MsgCode::OFFLINE);
+    EXPECT_TRUE(session.context.redirectUrl.empty());
     redirect.redirectUrl = keys.redirectUrl;
     Receive(redirect);
     EXPECT_EQ(Opened().size(), 2U) << "the session is over";
@@ -143,7 +182,8 @@ TEST_F(StatusEffectsTest, OnlyAPressedYesAcceptsACertificate) {
     EXPECT_EQ(answer(0,
                      [this] {
                          Receive(MsgCode::SSL_CERT_EXPIRED);
-                         flow.StopConnect();
+                         Receive(MsgCode::OFFLINE);
+                         EXPECT_EQ(prompts.Closings(), 1) << "it closes with its session";
                      }),
               "");
 }
@@ -167,38 +207,20 @@ TEST_F(StatusEffectsTest, AFailedHostCheckOpensItsPageAfterTheBox) {
 }
 
 TEST_F(StatusEffectsTest, ACriticalStatusLeavesNoBoxAndNoDialog) {
-    QDialog auth;
-    dialogs.authDialog = &auth;
-    ZVLMessageBox other(nullptr, ZVLMsgBoxType::kInformation, QStringLiteral("Info"),
-                        QStringLiteral("Another box"), {QStringLiteral("OK")});
-    other.show();
-    auth.show();
+    test::FakeConversation code;
     Connect();
-    prompts.ExpectBox(Text(MsgCode::ERR_SMS_DEVICE), 0, [&] { EXPECT_TRUE(auth.isVisible()); });
+    session.conversation.Open(code);
+    prompts.ExpectBox(Text(MsgCode::ERR_SMS_DEVICE), 0, [&] { EXPECT_EQ(code.ended, 0); });
     Receive(MsgCode::ERR_SMS_DEVICE);
-    EXPECT_FALSE(other.isVisible());
-    EXPECT_FALSE(auth.isVisible());
-}
-
-TEST_F(StatusEffectsTest, ALostLinkLeavesNoCodeDialogWhateverWasToldBefore) {
-    QDialog auth;
-    dialogs.authDialog = &auth;
-    auth.show();
-    Connect();
-    state.errorShown = true;
-    flow.StopConnect();
-    EXPECT_TRUE(auth.isVisible()) << "it shows its own text";
-    Connect();
-    state.errorShown = true;
-    state.link = LinkState::kReconnecting;
-    flow.StopConnect();
-    EXPECT_FALSE(auth.isVisible());
+    EXPECT_EQ(code.lost, 1);
+    EXPECT_EQ(code.ended, 1);
+    EXPECT_EQ(prompts.Closings(), 1);
 }
 
 TEST_F(StatusEffectsTest, AThirdPartyLoginKeepsItsFirstDeadline) {
     auto data = Reply(MsgCode::OAUTH_PAGE);
     data.oauthPagePath = "https://login.example.com";
-    ThirdPartyLogin& login = statuses.ThirdParty();
+    ThirdPartyLogin& login = session.ThirdParty();
     Connect();
     Receive(data);
     Receive(data);
@@ -217,27 +239,18 @@ TEST_F(StatusEffectsTest, AThirdPartyLoginKeepsItsFirstDeadline) {
 }
 
 TEST_F(StatusEffectsTest, SecondFactorsAndForgottenPasswordsAreKept) {
-    QSignalSpy need(&statuses, &StatusHandler::NeedSendAuthCode);
-    QSignalSpy verdict(&statuses, &StatusHandler::AuthCodeVerifyResult);
+    QSignalSpy need(&session, &Session::NeedSendAuthCode);
     auto data = Reply(MsgCode::NEED_EMAIL_AUTH_CODE);
     data.emailAuthAccount = "a***@example.com";
     Connect();
     Receive(data);
-    QDialog dialog;
-    dialogs.authDialog = &dialog;
-    Receive(MsgCode::NEED_TOKEN_AUTH_CODE);
-    EXPECT_EQ(need.count(), 1) << "one dialog only";
-    Receive(MsgCode::ERR_EMAIL_AUTH_CODE);
-    Receive(MsgCode::EMAIL_AUTH_CODE_CHECK_OK);
-    ASSERT_EQ(verdict.count(), 2);
-    EXPECT_FALSE(verdict.at(0).at(0).toBool());
+    EXPECT_EQ(need.count(), 1);
+    EXPECT_EQ(session.context.authCodeType, 2);
+    EXPECT_EQ(session.context.emailAuthAccount, data.emailAuthAccount);
 
-    QSignalSpy changed(&statuses, &StatusHandler::ProfileChanged);
     auto auth = Reply(MsgCode::AUTH_DATA);
     auth.forgotPasswordUrl = "https://vpn.example.com/forgot";
     Receive(auth);
-    Receive(auth);
-    EXPECT_EQ(changed.count(), 1);
     Config reread;
     reread.Load();
     ASSERT_NE(reread.GetProfile("Head office"), nullptr);

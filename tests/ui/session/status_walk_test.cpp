@@ -1,7 +1,6 @@
 // Every code that the client acts on, from every state, with and without the dialogs of a login.
 #include <gtest/gtest.h>
 
-#include <QDialog>
 #include <set>
 
 #include "components/logger/logger.h"
@@ -23,27 +22,44 @@ struct Outcome {
     int boxes = 0;
     int stops = 0;
     int starts = 0;
+    bool lost = false;  // so the open conversation was told
+    int ended = 0;
     bool operator==(Outcome const&) const = default;
 };
 
 void PrintTo(Outcome const& o, std::ostream* out) {
     *out << "status " << static_cast<int>(o.status) << ", online " << o.online << ", offline "
-         << o.offline << ", boxes " << o.boxes << ", stops " << o.stops << ", starts " << o.starts;
+         << o.offline << ", boxes " << o.boxes << ", stops " << o.stops << ", starts " << o.starts
+         << ", lost " << o.lost << ", ended " << o.ended;
 }
 
-common::ShowHandler const* handlerOf(MsgCode code) {
+common::Show shownAs(MsgCode code) {
     return common::g_IPCMessageMap.Get(code).show;
 }
 
 std::vector<MsgCode> shownCodes() {
     std::vector<MsgCode> codes;
     for (auto const& [number, row] : common::g_IPCMessageMap.All()) {
-        if (row.show != nullptr) {
+        if (row.show != common::Show::kNone) {
             codes.push_back(row.code);
         }
     }
     return codes;
 }
+
+// What the dialogs of a code and of a new password answer themselves.
+std::vector<MsgCode> const kCodeAnswers{MsgCode::SMS_AUTH_CODE_CHECK_OK,
+                                        MsgCode::TOKEN_AUTH_CODE_CHECK_OK,
+                                        MsgCode::EMAIL_AUTH_CODE_CHECK_OK,
+                                        MsgCode::WRONG_AUTH_CODE,
+                                        MsgCode::ERR_SMS_CODE,
+                                        MsgCode::ERR_EMAIL_AUTH_CODE,
+                                        MsgCode::ERR_AUTH_CODE_RETRY_LIMIT,
+                                        MsgCode::ERR_AUTH_CODE_REAPPLY_LIMIT};
+std::vector<MsgCode> const kPasswordAnswers{
+    MsgCode::ERR_HISTORY_PASSWORD, MsgCode::ERR_PASSWORD_COMPLEXITY,
+    MsgCode::ERR_CHANGE_PWD_WITH_CLIENT, MsgCode::CHANGE_PWD_SUCCESS,
+    MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD};
 
 // End a login although the catalogue has no handler for them.
 std::set<MsgCode> const kUnmarkedEnds{
@@ -56,45 +72,52 @@ std::set<MsgCode> const kOneBox{MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD,
                                 MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE,
                                 MsgCode::SSL_CERT_YET_VALID, MsgCode::SSL_CERT_EXPIRED};
 
-Outcome down(Outcome before, int boxes) {
-    return {ConnectStatus::Disconnected, false, true, before.boxes + boxes, 1, 0};
+bool fatal(MsgCode code) {
+    return shownAs(code) == common::Show::kCritical || kUnmarkedEnds.count(code) > 0 ||
+           code == MsgCode::ERR_AUTH_USER_ACCOUNT_LOCK;
 }
 
-bool fatal(MsgCode code) {
-    return handlerOf(code) == &common::ShowCriticalMsgBox || kUnmarkedEnds.count(code) > 0;
+// A dead session leaves no dialog that could still send; a choice of type may go on.
+Outcome down(Outcome before, Open open, int boxes) {
+    bool const told = open != Open::kNothing;
+    bool const closed = boxes > 0 && told && open != Open::kType;
+    return {ConnectStatus::Disconnected, false, true, before.boxes + boxes, 1, 0, told, closed};
 }
 
 Outcome expected(MsgCode code, Outcome o, At at, Open open) {
+    bool const answers = open == Open::kPassword &&
+                         std::count(kPasswordAnswers.begin(), kPasswordAnswers.end(), code) > 0;
+    if (answers) {
+        return o;
+    }
     if (fatal(code)) {
-        o = down(o, 1);
+        o = down(o, open, 1);
         if (code == MsgCode::ERR_LOGIN_MODE) {
             o.starts = 1;
             o.offline = false;
+            o.ended = open != Open::kNothing;
         }
         return o;
     }
-    if (handlerOf(code) != nullptr || kOneBox.count(code) > 0) {
-        bool const dialogs_own =
-            open == Open::kPassword &&
-            (handlerOf(code) != nullptr || code == MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD);
-        o.boxes = dialogs_own ? 0 : 1;
+    if (shownAs(code) != common::Show::kNone || kOneBox.count(code) > 0) {
+        o.boxes = 1;
         return o;
     }
     switch (code) {
-        case MsgCode::ERR_AUTH_USER_ACCOUNT_LOCK:
-            return down(o, 1);
-        case MsgCode::OFFLINE:  // right after a stop it belongs to the attempt before
-            return at == At::kStarting || open == Open::kType
-                       ? o
-                       : down(o, open == Open::kAuth ? 1 : 0);
+        case MsgCode::OFFLINE:  // between stop and first status it belongs to the attempt before
+            return at == At::kStarting || open == Open::kType ? o : down(o, open, 0);
         case MsgCode::CONNECTING:
             return {ConnectStatus::Connecting, false, false};
         case MsgCode::ONLINE:
-            return {ConnectStatus::Connected, true, false};
+            o.ended = open != Open::kNothing;
+            return {ConnectStatus::Connected, true, false, 0, 0, 0, false, o.ended};
         case MsgCode::PREPARE_RECONNECTING:
             return {ConnectStatus::PrepareReconnecting, o.online, false};
         case MsgCode::RECONNECTING:
             return {ConnectStatus::Reconnecting, false, false};
+        case MsgCode::OAUTH_PAGE:  // another step of the login
+            o.ended = open != Open::kNothing;
+            return o;
         default:
             return o;
     }
@@ -104,7 +127,7 @@ class StatusWalkTest : public test::SessionFixture {
   protected:
     void Reach(At at) {
         profile->authType = common::SupportedAuthType::kPwd;
-        flow.StopConnect();
+        session.Flow().StopConnect();
         Click();
         MsgCode const codes[] = {MsgCode::CONNECTING, MsgCode::ONLINE,
                                  MsgCode::PREPARE_RECONNECTING, MsgCode::RECONNECTING};
@@ -116,9 +139,10 @@ class StatusWalkTest : public test::SessionFixture {
     }
 
     Outcome Now() const {
-        return {state.status,  state.online,
-                state.offline, static_cast<int>(prompts.Boxes().size() - boxes_before),
-                Sent("stop"),  Sent("start")};
+        return {state.status,    state.online,
+                state.offline,   static_cast<int>(prompts.Boxes().size() - boxes_before),
+                Sent("stop"),    Sent("start"),
+                dialog.lost > 0, dialog.ended};
     }
 
     // Of another profile, of a name that was not asked for, or broken: nothing moves.
@@ -126,9 +150,9 @@ class StatusWalkTest : public test::SessionFixture {
         Outcome const before = Now();
         Receive(code, "Lab");
         std::string broken = core::sslvpn::CLMsgReplyJson::Build(Reply(code));
-        dispatcher.ProcessServiceMsg(broken.substr(0, broken.size() / 2));
+        ReceiveText(broken.substr(0, broken.size() / 2));
         broken.replace(broken.find("\"statusCode\": "), 14, "\"statusCode\": 0.");
-        dispatcher.ProcessServiceMsg(broken);
+        ReceiveText(broken);
         std::string const asked = std::exchange(state.connectingProfileName, "Another");
         Receive(MsgCode::CONNECTING);
         state.connectingProfileName = asked;
@@ -140,13 +164,14 @@ class StatusWalkTest : public test::SessionFixture {
                      std::to_string(static_cast<int>(at)) + ", open " +
                      std::to_string(static_cast<int>(open)));
         Reach(at);
-        QDialog dialog;
-        QSignalSpy rejected(&dialog, &QDialog::rejected);
-        dialogs = {};
-        (open == Open::kAuth   ? dialogs.authDialog
-         : open == Open::kType ? dialogs.authTypeDialog
-                               : dialogs.changePwdDialog) =
-            open == Open::kNothing ? nullptr : &dialog;
+        dialog = {};
+        dialog.outlives = open == Open::kType;
+        dialog.answers = open == Open::kAuth       ? kCodeAnswers
+                         : open == Open::kPassword ? kPasswordAnswers
+                                                   : std::vector<MsgCode>();
+        if (open != Open::kNothing) {
+            session.conversation.Open(dialog);
+        }
         if (open == Open::kNothing) {
             Disturb(code);
         }
@@ -156,13 +181,10 @@ class StatusWalkTest : public test::SessionFixture {
         data.oauthPagePath = data.redirectUrl = "https://vpn.example.com/";
         Receive(data);
         EXPECT_EQ(Now(), expected(code, before, at, open));
-        bool const closes = (fatal(code) || code == MsgCode::ERR_AUTH_USER_ACCOUNT_LOCK) &&
-                            (open == Open::kAuth || open == Open::kPassword);
-        bool const lost = code == MsgCode::OFFLINE && open == Open::kAuth && at != At::kStarting;
-        EXPECT_EQ(rejected.count(), closes || lost ? 1 : 0);
-        dialogs = {};
+        session.conversation.Close(dialog);
     }
 
+    test::FakeConversation dialog;
     std::shared_ptr<Profile> profile = Add("Head office");
     std::size_t boxes_before = 0;
 };
@@ -171,7 +193,7 @@ TEST_F(StatusWalkTest, EveryCodeFromEveryState) {
     Add("Lab");
     prompts.CloseAnyBox();
     components::logger::Log().setLogLevel(components::logger::LOG_LEVEL::error);
-    std::vector<MsgCode> codes = StatusHandler::Codes();
+    std::vector<MsgCode> codes = StatusTable::Codes();
     std::vector<MsgCode> const shown = shownCodes();
     codes.insert(codes.end(), shown.begin(), shown.end());
     codes.insert(codes.end(), kUnmarkedEnds.begin(), kUnmarkedEnds.end());
@@ -187,11 +209,12 @@ TEST_F(StatusWalkTest, EveryCodeFromEveryState) {
 }
 
 TEST(StatusTables, AreCompleteAndNameNothingTwice) {
-    std::vector<MsgCode> const codes = StatusHandler::Codes();
+    std::vector<MsgCode> const codes = StatusTable::Codes();
     std::set<std::int32_t> numbers;
     for (MsgCode const code : codes) {
         EXPECT_TRUE(numbers.insert(static_cast<std::int32_t>(code)).second);
-        EXPECT_EQ(handlerOf(code), nullptr) << static_cast<int>(code) << " never gets there";
+        EXPECT_EQ(shownAs(code), common::Show::kNone)
+            << static_cast<int>(code) << " never gets there";
     }
     EXPECT_EQ(numbers,
               (std::set<std::int32_t>{-33,   -20,   -19,   -16,   40961, 40962, 40963, 40964,

@@ -7,11 +7,11 @@
 #include "app/environment/globals.h"
 #include "app/environment/paths.h"
 #include "core/clmsg_reply_json.h"
-#include "tests/support/fake_ipc.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/qt_helpers.h"
 #include "tests/support/scripted_prompts.h"
 #include "tests/support/stored_login.h"
+#include "tools/support/fake_ipc.h"
 #include "ui/editor/create_connect_dialog.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/style.h"
@@ -50,7 +50,7 @@ class Shell : public testing::Test {
         service->Deliver(core::sslvpn::CLMsgReplyJson::Build(data));
     }
     void GoOnline() {
-        window->findChild<ProfileTab*>()->onConnButtonTriggered();
+        window->findChild<ProfileTab*>()->Press();
         EXPECT_TRUE(WaitFor([this] { return Sent("start") == 1; }));
         Say(MsgCode::CONNECTING);
         Say(MsgCode::ONLINE);
@@ -94,8 +94,8 @@ TEST_F(Shell, ClosingHidesToTheTrayAndKeepsTheConnection) {
 TEST_F(Shell, PagesOfTheSessionStandInTheTrayUntilItEnds) {
     Add("Head office");
     Open();
-    auto& redirect = Find<QAction>(*window, "tray_redirect_");
-    auto const offered = [&redirect] { return !redirect.associatedWidgets().isEmpty(); };
+    auto const page = [this] { return window->findChild<QAction*>(QStringLiteral("tray_page_")); };
+    auto const offered = [&page] { return page() != nullptr; };
     GoOnline();
     core::sslvpn::CLMsgCommonReplyData data;
     data.profileName = "Head office";
@@ -104,8 +104,8 @@ TEST_F(Shell, PagesOfTheSessionStandInTheTrayUntilItEnds) {
     data.redirectUrlTitle = "Portal";
     service->Deliver(core::sslvpn::CLMsgReplyJson::Build(data));
     EXPECT_TRUE(WaitFor(offered));
-    EXPECT_EQ(redirect.text(), QStringLiteral("Portal"));
-    redirect.trigger();
+    EXPECT_EQ(page()->text(), QStringLiteral("Portal"));
+    page()->trigger();
     EXPECT_TRUE(WaitFor([this] { return prompts.Opened().size() == 1; }));
     EXPECT_EQ(prompts.Opened().front(), QUrl(QStringLiteral("https://portal.example.com/")));
     Say(MsgCode::PREPARE_RECONNECTING);

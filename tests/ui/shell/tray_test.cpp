@@ -125,7 +125,12 @@ TEST_F(Tray, OffersWhatCanBeDone) {
          false},
         {"no adapter", kDisconnected, [](auto& s) { s.adapterUsable = false; }, false, false},
         {"interrupted", kPrepare, [](auto&) {}, false, true},
-        {"a stop is on its way", kConnected, [](auto& s) { s.stopSent = true; }, false, false},
+        {"a stop is on its way", kConnected,
+         [](auto& s) {
+             s.currentProfileName = "Head office";
+             s.stop = UnansweredStop{"Head office"};
+         },
+         false, false},
     };
     for (Case const& c : cases) {
         SCOPED_TRACE(c.name);
@@ -141,16 +146,22 @@ TEST_F(Tray, OffersWhatCanBeDone) {
 
 TEST_F(Tray, MenuHoldsThePagesOfTheSession) {
     Go(kConnected);
-    tray.SetPages(true, QStringLiteral("Staff & guests"), true);
+    Context session;
+    session.redirectUrl = "https://portal.example.com/";
+    session.redirectUrlTitle = "Staff & guests";
+    session.resourceListPagePath = "/tmp/resource_list.html";
+    tray.SetPages(pagesFor(state, session));
     QApplication::processEvents();
     EXPECT_THAT(textsOf(tray.Menu()),
                 ElementsAre("Show Window", "-", "Connect (R&&D)", "Disconnect", "-",
                             "Staff && guests", "Resource List", "-", "Quit"));
-    QSignalSpy const opened(&tray, &TrayController::OpenRedirectUrl);
+    int opened = 0;
+    QObject::connect(&tray, &TrayController::OpenPage, [&opened] { ++opened; });
     tray.Menu().actions().at(5)->trigger();
     QApplication::processEvents();
-    EXPECT_EQ(opened.count(), 1);
-    tray.ClearTrayMenuActions();
+    ASSERT_EQ(opened, 1);
+    state.status = kPrepare;
+    tray.SetPages(pagesFor(state, session));
     QApplication::processEvents();
     EXPECT_THAT(textsOf(tray.Menu()),
                 ElementsAre("Show Window", "-", "Connect (R&&D)", "Disconnect", "-", "Quit"));

@@ -63,7 +63,7 @@ std::unique_ptr<QWidget> online(WindowWorld& world) {
     auto window = mainWindow(world);
     Settle(*window);
     auto const& shown = static_cast<ui::MainWindow&>(*window);
-    window->findChild<ui::ProfileTab*>()->onConnButtonTriggered();
+    window->findChild<ui::ProfileTab*>()->Press();
     EXPECT_TRUE(WaitFor([&world] { return !world.service->Sent().empty(); }));
     for (MsgCode const code : {MsgCode::CONNECTING, MsgCode::ONLINE}) {
         core::sslvpn::CLMsgCommonReplyData data;

@@ -6,8 +6,8 @@
 #include <memory>
 #include <vector>
 
-#include "tests/support/fake_ipc.h"
 #include "tests/support/scripted_prompts.h"
+#include "tools/support/fake_ipc.h"
 #include "ui/cert/client_certs.h"
 #include "ui/config/config.h"
 

@@ -1,9 +1,9 @@
-// Prompts of windows in which nothing is pressed.
+// Prompts where nobody answers: each counts as closed.
 #pragma once
 
 #include "ui/widgets/prompts.h"
 
-namespace zorvanelink::gallery {
+namespace zorvanelink::test {
 
 class NoPrompts : public ui::Prompts {
   public:
@@ -14,4 +14,4 @@ class NoPrompts : public ui::Prompts {
     std::optional<QString> ChooseFile(ui::FileRequest const&) override { return std::nullopt; }
 };
 
-}  // namespace zorvanelink::gallery
+}  // namespace zorvanelink::test

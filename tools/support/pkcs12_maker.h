@@ -6,8 +6,6 @@
 #include <openssl/pkcs12.h>
 #include <openssl/x509.h>
 
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <utility>
@@ -23,16 +21,22 @@ struct Pkcs12Recipe {
     std::string password = "open";
     bool withCertificate = true;
     int certificateCipher = 0;  // NID, 0 the default
+    int iterations = 0;         // of every key, 0 the default
+    OSSL_LIB_CTX* library = nullptr;
 };
 
-inline std::string MakePkcs12(Pkcs12Recipe const& recipe) {
-    std::string const type = recipe.keyType;
-    using Pkey = std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)>;
-    Pkey const key(type == "RSA"  ? EVP_PKEY_Q_keygen(nullptr, nullptr, "RSA", std::size_t{2048})
-                   : type == "EC" ? EVP_PKEY_Q_keygen(nullptr, nullptr, "EC", "P-256")
-                                  : EVP_PKEY_Q_keygen(nullptr, nullptr, "SM2"),
-                   &EVP_PKEY_free);
-    std::unique_ptr<X509, decltype(&X509_free)> const x509(X509_new(), &X509_free);
+using Pkey = std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)>;
+using Cert = std::unique_ptr<X509, decltype(&X509_free)>;
+
+inline Pkey MakeKey(std::string const& type) {
+    return Pkey(type == "RSA"  ? EVP_PKEY_Q_keygen(nullptr, nullptr, "RSA", std::size_t{2048})
+                : type == "EC" ? EVP_PKEY_Q_keygen(nullptr, nullptr, "EC", "P-256")
+                               : EVP_PKEY_Q_keygen(nullptr, nullptr, "SM2"),
+                &EVP_PKEY_free);
+}
+
+inline Cert MakeCert(Pkcs12Recipe const& recipe, EVP_PKEY* key) {
+    Cert x509(X509_new(), &X509_free);
     X509_set_version(x509.get(), X509_VERSION_3);
     ASN1_INTEGER_set(X509_get_serialNumber(x509.get()), 1);
     ASN1_TIME_set_string_X509(X509_getm_notBefore(x509.get()), "20260102030405Z");
@@ -44,30 +48,31 @@ inline std::string MakePkcs12(Pkcs12Recipe const& recipe) {
                                    static_cast<int>(value.size()), -1, 0);
     }
     X509_set_issuer_name(x509.get(), name);
-    X509_set_pubkey(x509.get(), key.get());
-    X509_sign(x509.get(), key.get(), recipe.digest);
+    X509_set_pubkey(x509.get(), key);
+    X509_sign(x509.get(), key, recipe.digest);
+    return x509;
+}
 
-    std::unique_ptr<PKCS12, decltype(&PKCS12_free)> const pkcs12(
-        PKCS12_create(recipe.password.c_str(), "test", key.get(),
-                      recipe.withCertificate ? x509.get() : nullptr, nullptr, 0,
-                      recipe.certificateCipher, 0, 0, 0),
-        &PKCS12_free);
+// What one of OpenSSL's i2d functions makes of the object.
+template <class Object>
+std::string DerOf(int (*encode)(Object const*, unsigned char**), Object const* object) {
     unsigned char* der = nullptr;
-    int const size = pkcs12 ? i2d_PKCS12(pkcs12.get(), &der) : -1;
+    int const size = object != nullptr ? encode(object, &der) : -1;
     std::string bytes(reinterpret_cast<char*>(der), size > 0 ? static_cast<std::size_t>(size) : 0);
     OPENSSL_free(der);
     return bytes;
 }
 
-inline std::string WriteFile(std::filesystem::path const& path, std::string const& bytes) {
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << bytes;
-    return path.string();
-}
-
-inline std::string ReadFile(std::filesystem::path const& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+inline std::string MakePkcs12(Pkcs12Recipe const& recipe) {
+    Pkey const key = MakeKey(recipe.keyType);
+    Cert const x509 = MakeCert(recipe, key.get());
+    std::unique_ptr<PKCS12, decltype(&PKCS12_free)> const pkcs12(
+        PKCS12_create_ex(recipe.password.c_str(), "test", key.get(),
+                         recipe.withCertificate ? x509.get() : nullptr, nullptr, 0,
+                         recipe.certificateCipher, recipe.iterations, recipe.iterations, 0,
+                         recipe.library, nullptr),
+        &PKCS12_free);
+    return DerOf<PKCS12>(&i2d_PKCS12, pkcs12.get());
 }
 
 }  // namespace zorvanelink::test

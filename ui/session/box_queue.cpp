@@ -1,0 +1,98 @@
+#include "ui/session/box_queue.h"
+
+#include <QApplication>
+#include <algorithm>
+
+#include "components/logger/logger.h"
+#include "ui/widgets/bring_into_view.h"
+
+namespace zorvanelink::ui {
+
+using components::logger::Log;
+
+BoxQueue::BoxQueue(SessionCore& core) : core_(core) {
+    connect(&core_, &SessionCore::NotifyConnectStatus, this,
+            [this](QString const&, ConnectStatus status) {
+                if (status == ConnectStatus::Disconnected) {
+                    closeQuestions();
+                }
+            });
+}
+
+void BoxQueue::Tell(BoxRequest request, Then then) {
+    core_.state.errorShown = true;
+    add({std::move(request), std::move(then), core_.Now(), false});
+}
+
+void BoxQueue::Ask(BoxRequest request, Then then) {
+    add({std::move(request), std::move(then), core_.Now(), true});
+}
+
+void BoxQueue::add(Box box) {
+    if (!stands_) {
+        show(box);
+        return;
+    }
+    QString const& text = box.request.text;
+    Log().info("A box stands already, next text: {}", text.toStdString());
+    bool const known =
+        text == standing_ ||
+        (box.question && std::any_of(waiting_.begin(), waiting_.end(), [&text](Box const& other) {
+             return other.request.text == text;
+         }));
+    if (known) {
+        return;
+    }
+    if (!box.question) {
+        std::erase_if(waiting_, [](Box const& other) { return !other.question; });
+    }
+    waiting_.push_back(std::move(box));
+}
+
+void BoxQueue::show(Box const& box) {
+    BoxRequest request = box.request;
+    request.parent = Parent();
+    standing_ = request.text;
+    stands_ = true;
+    asks_ = box.question;
+    BringIntoView(core_.window);
+    int const button = core_.prompts.Box(request);
+    stands_ = asks_ = false;
+    // Queued: who showed this one goes on first.
+    if (!waiting_.empty()) {
+        QMetaObject::invokeMethod(this, &BoxQueue::showNext, Qt::QueuedConnection);
+    }
+    if (box.then) {
+        box.then(button);
+    }
+}
+
+void BoxQueue::showNext() {
+    while (!stands_ && !waiting_.empty()) {
+        Box const next = std::move(waiting_.front());
+        waiting_.pop_front();
+        if (next.question ? next.attempt.Still() : next.attempt.NotBegunAnew()) {
+            show(next);
+        }
+    }
+}
+
+void BoxQueue::closeQuestions() {
+    std::erase_if(waiting_, [](Box const& box) { return box.question; });
+    if (std::exchange(asks_, false)) {
+        core_.prompts.CloseAll();
+    }
+}
+
+QWidget* BoxQueue::Parent() const {
+    // Without the focus of the desktop none of our windows is active, but one may be modal.
+    for (QWidget* const widget :
+         {QApplication::activeWindow(), QApplication::activeModalWidget()}) {
+        if (widget != nullptr) {
+            return widget;
+        }
+    }
+    return core_.window;
+}
+
+}  // namespace zorvanelink::ui

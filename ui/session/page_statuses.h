@@ -1,0 +1,29 @@
+// What the service says about pages of the server: redirect, resource list, portal. GUI thread.
+#pragma once
+
+#include "ui/session/session_core.h"
+
+namespace zorvanelink::ui {
+
+class PageStatuses {
+  public:
+    using Data = core::sslvpn::CLMsgCommonReplyData;
+
+    explicit PageStatuses(SessionCore& core) : core_(core) {}
+
+    void onKeyExchangeData(Data const& data, Profile& profile);
+    void onResourceList(Data const& data, Profile& profile);
+    void onUrlRedirect(Data const& data, Profile& profile);
+    void onPortalFiles(Data const& data, Profile& profile);
+
+    // At the first ONLINE; may run an event loop.
+    void OpenAfterLogin();
+
+  private:
+    SessionCore& core_;
+};
+
+// The address for a forgotten password, kept in the profile for the next time.
+void KeepForgottenPasswordPage(std::string const& url, Profile& profile, SessionCore& core);
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,75 @@
+#include "ui/session/session.h"
+
+#include "app/environment/globals.h"
+#include "components/logger/logger.h"
+#include "core/clmsg_json.h"
+
+namespace zorvanelink::ui {
+
+using components::logger::Log;
+
+Session::Session(Environment const& environment)
+    : SessionCore(environment),
+      flow_(*this),
+      boxes_(*this),
+      failures_(*this, flow_, boxes_),
+      handlers_{PageStatuses(*this),
+                {*this, flow_, failures_, handlers_.pages},
+                {*this, flow_, failures_, boxes_},
+                {}},
+      statuses_(*this, failures_, handlers_),
+      dispatcher_(*this, failures_, handlers_, statuses_, certificates_) {
+    state.link = link.State();
+    connect(&link, &ServiceLink::MessageArrived, this, &Session::Receive);
+    connect(&link, &ServiceLink::StateChanged, this, &Session::onLinkState);
+    connect(&link, &ServiceLink::Lost, this, [this] { flow_.OnLinkLost(); });
+    connect(&certificates_, &CertListRoad::SendCertRequest, this, [this](bool gm) {
+        link.SendToService(QString::fromStdString(core::sslvpn::CLMsgJson::BuildCertRequest(gm)));
+    });
+    connect(this, &SessionCore::Changed, this, &Session::startDueLogin);
+}
+
+void Session::onLinkState() {
+    state.link = link.State();
+    if (state.link == LinkState::kLinked) {
+        state.sessionEnded = false;  // what ended belonged to the link before
+    }
+    Announce();
+}
+
+void Session::AutoLogin() {
+    Log().info("Auto login is {}", config.autoLogin ? "on" : "off");
+    autoLoginDue_ = config.autoLogin;
+    startDueLogin();
+}
+
+void Session::startDueLogin() {
+    if (!autoLoginDue_ || !state.Idle()) {
+        autoLoginDue_ = false;  // who has started one meanwhile has chosen
+        return;
+    }
+    std::string const name = config.GetDefaultProfileName();
+    if (!link.IsReady() || !state.adapterUsable) {
+        return;
+    }
+    autoLoginDue_ = false;
+    Log().info("Enable {} auto login", name);
+    if (!name.empty() && config.GetProfile(name) != nullptr) {
+        state.currentProfileName = name;
+        Log().info("auto login profile_name: {}", name);
+        // Queued: it may ask for a password, and who announces a change does not wait for that.
+        QMetaObject::invokeMethod(
+            this, [this, name] { Start(name); }, Qt::QueuedConnection);
+    }
+}
+
+void Session::Leave() {
+    if (!g_quit) {
+        link.IgnoreLoss();
+        state.errorShown = true;  // who leaves needs no word about an open dialog
+        flow_.StopConnect();
+        g_quit = true;  // what stands behind a box does not go on
+    }
+}
+
+}  // namespace zorvanelink::ui

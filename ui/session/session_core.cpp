@@ -1,0 +1,114 @@
+#include "ui/session/session_core.h"
+
+#include <optional>
+
+#include "app/environment/globals.h"
+#include "components/logger/logger.h"
+#include "components/utils/log_filter.h"
+#include "core/message_log.h"
+#include "ui/text/texts.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+using components::logger::Log;
+using components::logger::LOG_LEVEL;
+namespace utils = components::utils;
+
+// What a status does to the two flags; an empty optional leaves the flag as it is.
+struct Effect {
+    ConnectStatus status;
+    std::optional<bool> online;
+    std::optional<bool> offline;
+};
+
+constexpr Effect kEffects[] = {
+    {ConnectStatus::Disconnected, false, true},      {ConnectStatus::Connecting, false, {}},
+    {ConnectStatus::PrepareReconnecting, {}, false}, {ConnectStatus::Reconnecting, false, false},
+    {ConnectStatus::Connected, true, false},
+};
+
+void apply(ConnectStatus status, ConnectionState& state) {
+    bool const was_idle = state.Idle();
+    state.status = status;
+    state.startingProfileName.clear();
+    for (Effect const& effect : kEffects) {
+        if (effect.status == status) {
+            state.online = effect.online.value_or(state.online);
+            state.offline = effect.offline.value_or(state.offline);
+        }
+    }
+    if (status == ConnectStatus::Disconnected) {
+        state.sessionEnded = state.sessionEnded || !was_idle;
+        state.pendingWarnings.clear();
+        return;
+    }
+    state.reconnectingSeen |= status == ConnectStatus::Reconnecting;
+    if (status == ConnectStatus::Connecting) {
+        state.offline = state.offline && state.StopSent();
+    }
+    if (!state.StopSent()) {
+        state.manualDisconnected = false;  // what the service reports is owed a stop
+    }
+}
+
+}  // namespace
+
+SessionCore::SessionCore(Environment const& environment)
+    : config(environment.config),
+      prompts(environment.prompts),
+      link(environment.link),
+      window(environment.window) {
+    qRegisterMetaType<ConnectStatus>("ConnectStatus");  // as the signal writes it
+}
+
+std::shared_ptr<Profile> SessionCore::RunningProfile() const {
+    // An empty name would stand for the default profile.
+    return state.currentProfileName.empty() ? nullptr : config.GetProfile(state.currentProfileName);
+}
+
+std::shared_ptr<Profile> SessionCore::Addressee(std::string const& profileName) const {
+    std::shared_ptr<Profile> profile = RunningProfile();
+    if (!profile) {
+        Log().error("Can not get client");
+        Log().debug("current client is offline");
+        return nullptr;
+    }
+    if (profile->name != profileName) {
+        Log().debug("current client profile name: {}", profile->name);
+        Log().debug("object client profile name: {}", profileName);
+        Log().debug("result: not match");
+        return nullptr;
+    }
+    return profile;
+}
+
+bool SessionCore::Send(std::string const& json) {
+    bool const sent = link.SendToService(json.data(), json.size());
+    if (Log().level() <= LOG_LEVEL::debug) {
+        Log().debug("send to: {}, length: {}",
+                    utils::FilterJsonStr(utils::g_filter_word, core::MaskSecrets(json)),
+                    json.size());
+    }
+    return sent;
+}
+
+void SessionCore::UpdateConnectStatus(std::string const& name, ConnectStatus status) {
+    apply(status, state);
+    if (!state.pendingWarnings.empty()) {
+        int const code = state.pendingWarnings.front();
+        Log().warning("Recv warning code {} and msg{}", code,
+                      GetTrMsg(static_cast<MsgCode>(code)).toStdString());
+    }
+    Q_EMIT NotifyConnectStatus(QString::fromStdString(name), status);
+    Announce();
+}
+
+void SessionCore::Announce() {
+    g_running_client = state.Idle() ? 0 : 1;
+    g_vnic_state = state.adapterUsable;
+    Q_EMIT Changed();
+}
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,75 @@
+// What every part of a session works with: what it knows, how that moves, and whom it tells. The
+// only place where the connection's state moves. GUI thread.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <memory>
+#include <string>
+
+#include "ui/config/config.h"
+#include "ui/link/service_link.h"
+#include "ui/session/attempt.h"
+#include "ui/session/attempt_secrets.h"
+#include "ui/session/connection_state.h"
+#include "ui/session/context.h"
+#include "ui/session/conversation.h"
+#include "ui/widgets/prompts.h"
+
+namespace zorvanelink::ui {
+
+class SessionCore : public QObject {
+    Q_OBJECT
+
+  public:
+    struct Environment {
+        Config& config;
+        Prompts& prompts;
+        ServiceLink& link;
+        QWidget* window;  // what dialogs and boxes stand over; null without widgets
+    };
+
+    explicit SessionCore(Environment const& environment);
+
+    Config& config;
+    Prompts& prompts;
+    ServiceLink& link;
+    QWidget* const window;
+
+    ConnectionState state;
+    Context context;
+    AttemptSecrets secrets;
+    OpenConversation conversation;
+
+    // For what goes on after a nested event loop.
+    Attempt Now() const { return Attempt(state); }
+    // The profile of the current connection, or null.
+    std::shared_ptr<Profile> RunningProfile() const;
+    // The profile that a record of that name concerns: the running one, or null with the reason
+    // in the log.
+    std::shared_ptr<Profile> Addressee(std::string const& profileName) const;
+    // A message of the conversation with the service; logged without its secrets. False when it
+    // has not left.
+    bool Send(std::string const& json);
+
+    // An unknown number clears the display and is told as it came.
+    void UpdateConnectStatus(std::string const& name, ConnectStatus status);
+    // What the state says besides the status has changed.
+    void Announce();
+
+  Q_SIGNALS:
+    // A status has been applied, before the views are rendered.
+    void NotifyConnectStatus(QString name, ConnectStatus status);
+    // After every change, for the views that follow from state and context.
+    void Changed();
+    // In the Context already; while online.
+    void NetConfigArrived();
+    void ClientAddressChanged(QString address);
+    void DomainRouteArrived(core::sslvpn::DomainRouteAddRouteData const& route);
+    // What the service asks of the user. Who answers may run a dialog at once.
+    void NeedSelectAuthType(bool select);
+    void NeedSendAuthCode();
+    void NeedChangePwd(zorvanelink::core::sslvpn::CLMsgCommonReplyData const& data);
+};
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,25 @@
+#include "ui/session/session_pages.h"
+
+#include "ui/text/texts.h"
+
+namespace zorvanelink::ui {
+
+using common::MsgCode;
+
+std::vector<SessionPage> pagesFor(ConnectionState const& state, Context const& context) {
+    std::vector<SessionPage> pages;
+    bool const reachable =
+        state.status == ConnectStatus::Connecting || state.status == ConnectStatus::Connected;
+    if (reachable && !context.redirectUrl.empty()) {
+        QString const title = QString::fromStdString(context.redirectUrlTitle).simplified();
+        pages.push_back({title.isEmpty() ? GetTrMsg(MsgCode::UI_INFO_REDIRECT_URL) : title,
+                         QString::fromStdString(context.redirectUrl), false});
+    }
+    if (reachable && !context.resourceListPagePath.empty()) {
+        pages.push_back({GetTrMsg(MsgCode::UI_INFO_RESOURCE_LIST),
+                         QString::fromStdString(context.resourceListPagePath), true});
+    }
+    return pages;
+}
+
+}  // namespace zorvanelink::ui

@@ -1,0 +1,23 @@
+// The pages of the server that a session offers to its user. GUI thread.
+#pragma once
+
+#include <QString>
+#include <vector>
+
+#include "ui/session/connection_state.h"
+#include "ui/session/context.h"
+
+namespace zorvanelink::ui {
+
+struct SessionPage {
+    QString title;
+    QString address;
+    bool local = false;  // a file below the data folder, else an address of the web
+
+    bool operator==(SessionPage const&) const = default;
+};
+
+// An interruption takes them away until the tunnel is back; the end of the session for good.
+std::vector<SessionPage> pagesFor(ConnectionState const& state, Context const& context);
+
+}  // namespace zorvanelink::ui
