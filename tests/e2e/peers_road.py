@@ -2,6 +2,7 @@
 file's place."""
 
 import os
+import shutil
 import subprocess
 from pathlib import Path
 
@@ -55,6 +56,7 @@ class Peers(road.Road):
 
     def test_a_folder_in_the_port_files_place(self):
         road.PORT_FILE.mkdir()
+        self.addCleanup(shutil.rmtree, road.PORT_FILE, ignore_errors=True)
         client = self._client_with_automatic_login("client")
         self.sees(client, road.LOOKING)
         self.sees_online_with(self.service(), client)
