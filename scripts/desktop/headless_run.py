@@ -10,6 +10,7 @@ import sys
 from dataclasses import dataclass
 from pathlib import Path
 
+import apart
 from processes import end_on_signals
 from programs import Client, Service
 from steps import Steps
@@ -159,5 +160,8 @@ def _run(binaries, results):
 if __name__ == "__main__":
     if len(sys.argv) != 3:
         sys.exit(__doc__)
+    binaries, results = map(Path, sys.argv[1:])
+    results.mkdir(parents=True, exist_ok=True)
+    apart.enter(Path(__file__).parent, binaries, results)
     end_on_signals()
-    sys.exit(_run(Path(sys.argv[1]), Path(sys.argv[2])))
+    sys.exit(_run(binaries, results))

@@ -11,8 +11,8 @@ _PR_SET_PDEATHSIG = 1
 _libc = ctypes.CDLL(None)
 
 
-def _die_with_parent():
-    # Even a harness that is killed leaves nothing behind.
+def die_with_parent():
+    """Even a harness that is killed leaves nothing behind."""
     _libc.prctl(_PR_SET_PDEATHSIG, signal.SIGTERM)
 
 
@@ -49,7 +49,7 @@ class Processes:
                 stderr=output,
                 env=env,
                 start_new_session=True,
-                preexec_fn=_die_with_parent,
+                preexec_fn=die_with_parent,
                 **options,
             )
         self._started.append(process)

@@ -112,10 +112,14 @@ class Client:
         self.process = None
         self.widgets = None
 
-    def start(self):
+    def start(self, *launcher):
+        """`launcher`: what starts the client as its child, as words ahead of its path."""
         self._earlier = len(self._log_text())
-        self.process = self._desktop.processes.start([str(self.path)], self._output)
-        self.widgets = Program(self.process.pid)
+        self.process = self._desktop.processes.start([*launcher, str(self.path)], self._output)
+        pid = self.process.pid
+        if launcher:
+            pid = wait_for("the launched client", lambda: child_of(self.process.pid), 10)
+        self.widgets = Program(pid)
 
     def stop(self):
         return self._desktop.processes.stop(self.process)
@@ -130,6 +134,11 @@ class Client:
 
     def alive(self):
         return self.process.poll() is None
+
+
+def child_of(pid):
+    children = Path(f"/proc/{pid}/task/{pid}/children").read_text().split()
+    return int(children[0]) if children else None
 
 
 def _place(source, target):

@@ -1,20 +1,29 @@
-"""A second client, odd port files, broken resources."""
+"""Launchers, a second start, odd port files, broken resources."""
 
 import os
 
 import road
+from programs import CLIENT_NAME
 from waiting import wait_for
 
 
 class Environment(road.Road):
-    def test_a_second_client_is_refused(self):
-        _, client = self.online()
+    def test_one_client_whoever_started_it(self):
+        """Neither its launcher nor an editor of its name is taken for a client that runs; a second
+        start brings the first one to the front."""
+        self.service()
+        editor = ["/usr/bin/python3", "-c", "import signal; signal.pause()", CLIENT_NAME]
+        self.desktop.processes.start(editor, self.desktop.log("editor"))
+        client = self.client(start=False)
+        client.start("sh", "-c", '"$0"; true')
+        self.sees(client, "Ready")
+        button = client.widgets.find("push button", "Minimize", road.SECONDS)
+        button.press()
+        wait_for("the first client behind", lambda: not button.in_front(), road.SECONDS)
         second = self.client("second")
-        second.widgets.find("text", "The client is running", road.SECONDS)
-        second.widgets.press("push button", "OK")
-        wait_for("the end of the second client", lambda: not second.alive(), road.SECONDS)
+        wait_for("the end of the second start", lambda: not second.alive(), road.SECONDS)
         self.assertEqual(second.process.returncode, 0)
-        self.sees_online(client)
+        wait_for("the first client in front", button.in_front, road.SECONDS)
 
     def test_odd_port_files_leave_the_standard_port(self):
         self.service("--port-file", str(self.desktop.sockets / "port"))

@@ -9,14 +9,17 @@ import sys
 import unittest
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts" / "desktop"))
+ROOT = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "scripts" / "desktop"))
 
+import apart  # noqa: E402
 from programs import PORT_FILE, Client, Service, tail  # noqa: E402
 from processes import end_on_signals  # noqa: E402
 from virtual_desktop import VirtualDesktop  # noqa: E402
 from waiting import wait_for  # noqa: E402
 
 BINARIES = Path(os.environ["ZVL_BINARIES"])
+FOLDER = Path(os.environ["ZVL_FOLDER"])
 PASSWORDS = ("alice-demo", "bob-demo")  # of the scenarios' users
 # Sanitizers and a busy machine make everything slow.
 SECONDS = 20
@@ -33,7 +36,7 @@ class Road(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         name = Path(sys.argv[0]).stem
-        folder = Path(os.environ["ZVL_FOLDER"], name)
+        folder = FOLDER / name
         shutil.rmtree(folder, ignore_errors=True)
         cls.desktop = VirtualDesktop(folder, tray=cls.tray)
         cls.desktop.__enter__()
@@ -164,5 +167,7 @@ class Road(unittest.TestCase):
 
 
 def main():
+    FOLDER.mkdir(parents=True, exist_ok=True)
+    apart.enter(ROOT, BINARIES, FOLDER)
     end_on_signals()
     unittest.main(verbosity=2)

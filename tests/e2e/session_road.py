@@ -1,5 +1,7 @@
 """Connect, look at the tunnel, disconnect, leave."""
 
+import re
+
 import road
 from waiting import wait_for
 
@@ -28,15 +30,50 @@ class Session(road.Road):
         self.assertEqual(starts[0]["encryptedPassword"], "****")
         self.assertEqual(len(service.messages("stop")), 1)
 
-    def test_leaving_while_online_sends_one_stop(self):
+    def test_a_kick_out_ends_the_session_before_its_box(self):
         service, client = self.online()
+        service.order("hold on")
+        service.order("disconnect 5")
+        service.order("hold off")
+        client.widgets.find("push button", "OK", road.SECONDS)
+        self.sees(client, "Disconnected")
+        texts = client.widgets.texts()
+        self.assertFalse({"Connected", "Online"} & set(texts), texts)
+        self.assertFalse([text for text in texts if re.search(r"\d\d:\d\d", text)], texts)
+        client.widgets.gone("push button", road.DISCONNECT)
+        client.widgets.press("push button", "OK")
+        self.go_online(client)
+
+    def test_leaving_while_online_sends_one_stop(self):
+        self.write_profile()
+        service = self.service()
+        for leave in (self._close, self._terminate, self._close_after_a_come_back):
+            with self.subTest(leave.__name__):
+                client = self.client(leave.__name__)
+                self.go_online(client)
+                stops = len(service.messages("stop"))
+                leave(service, client)
+                wait_for("the client's end", lambda: not client.alive(), road.SECONDS)
+                self.assertEqual(client.process.returncode, 0)
+                quits = "link=down"
+                wait_for("goodbye", lambda: quits in service.order("state"), road.SECONDS)
+                self.assertEqual(len(service.messages("stop")), stops + 1)
+
+    def _close(self, _, client):
         client.widgets.click("push button", "Close")
         client.widgets.find("dialog", ".*", road.SECONDS)
         client.widgets.press("push button", "OK")
-        wait_for("the client's end", lambda: not client.alive(), road.SECONDS)
-        self.assertEqual(client.process.returncode, 0)
-        wait_for("a stop", lambda: service.messages("stop"), road.SECONDS)
-        self.assertEqual(len(service.messages("stop")), 1)
+
+    def _terminate(self, _, client):
+        client.process.terminate()
+
+    def _close_after_a_come_back(self, service, client):
+        service.order("vanish")
+        self.sees(client, "Ready")
+        service.order("status CONNECTING")
+        service.order("status ONLINE")
+        self.sees_online(client)
+        self._close(service, client)
 
 
 if __name__ == "__main__":

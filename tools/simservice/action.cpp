@@ -60,6 +60,8 @@ constexpr std::array kRows{
         "wait MS after every piece; without split a piece is one byte"},
     Row{"silence", ActionKind::kSilence, kSwitch, "silence on|off",
         "answer nothing, no sign of life either"},
+    Row{"hold", ActionKind::kHold, kSwitch, "hold on|off",
+        "keep what is sent, and write it as one piece at the end"},
     Row{"flood",
         ActionKind::kFlood,
         {Argument::kNumber, kGiven, Argument::kCode, kHarmlessStatus},

@@ -14,6 +14,7 @@ enum class ActionKind {
     kSplit,
     kSlow,
     kSilence,
+    kHold,
     kFlood,
     kStatus,
     kMessage,

@@ -54,12 +54,21 @@ void Outbox::push(std::int32_t type, std::string_view payload) {
     std::string frame = junk(junk_);
     frame.append(reinterpret_cast<char const*>(&header), sizeof(header));
     frame.append(payload);
-    waiting_.push_back(std::move(frame));
+    if (hold_ && !waiting_.empty()) {
+        waiting_.back() += frame;
+    } else {
+        waiting_.push_back(std::move(frame));
+    }
+    pump();
+}
+
+void Outbox::SetHold(bool hold) {
+    hold_ = hold;
     pump();
 }
 
 void Outbox::pump() {
-    while (!waiting_.empty() && !piece_pending_) {
+    while (!hold_ && !waiting_.empty() && !piece_pending_) {
         writePiece();
     }
 }

@@ -26,6 +26,8 @@ class Outbox {
 
     // While silent, frames are dropped, not kept.
     void SetSilent(bool silent) { silent_ = silent; }
+    // While held, frames are kept, and leave as one piece at the end.
+    void SetHold(bool hold);
     // 0 switches each of them off.
     void SetJunk(int bytes) { junk_ = bytes; }
     void SetSplit(int bytes) { split_ = bytes; }
@@ -44,6 +46,7 @@ class Outbox {
     // Outlived by no task: a task holds it weakly and does nothing once it was replaced.
     std::shared_ptr<int> connection_ = std::make_shared<int>();
     bool silent_ = false;
+    bool hold_ = false;
     int junk_ = 0;
     int split_ = 0;
     int slow_ = 0;

@@ -249,6 +249,9 @@ std::string Server::perform(Action const& action) {
         case ActionKind::kSilence:
             outbox_.SetSilent(action.first != 0);
             break;
+        case ActionKind::kHold:
+            outbox_.SetHold(action.first != 0);
+            break;
         case ActionKind::kSend:
             outbox_.SendMessage(action.text);
             break;
