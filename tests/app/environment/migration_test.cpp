@@ -141,6 +141,7 @@ TEST_F(Migration, OldSettings) {
 TEST_F(Migration, OldSettingsThatCannotBeClearedAreTakenOverOnce) {
     fs::path const old = GetOldAppConfigFilePath().toStdString();
     std::string const settings = GetAppConfigFilePath().toStdString();
+    // Each value has a length of its own: settings of one size and age count as read already.
     auto const serverAfter = [&settings] {
         if (pid_t const child = fork();
             child == 0) {  // QSettings remembers what it could not write
@@ -161,12 +162,12 @@ TEST_F(Migration, OldSettingsThatCannotBeClearedAreTakenOverOnce) {
     ASSERT_EQ(dup2(file, 9), 9);
     EXPECT_EQ(serverAfter(), "old");
     std::string text = ReadFile(settings);
-    text.replace(text.find("Server=old"), 10, "Server=new");
+    text.replace(text.find("Server=old"), 10, "Server=newer");
     WriteFile(settings, text);
-    EXPECT_EQ(serverAfter(), "new");
+    EXPECT_EQ(serverAfter(), "newer");
     // An older client has run once more.
-    WriteFile("/proc/self/fd/9", "[Home]\nServer=older\n");
-    EXPECT_EQ(serverAfter(), "older");
+    WriteFile("/proc/self/fd/9", "[Home]\nServer=oldest\n");
+    EXPECT_EQ(serverAfter(), "oldest");
     close(9);
     close(file);
 }
