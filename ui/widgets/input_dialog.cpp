@@ -84,9 +84,10 @@ void InputDialog::setPlaceholderText(QString const& text) {
     nameField();
 }
 
-// Its caption, else what is asked for, else what stands in it while it is empty.
+// Named by what is asked for, else by its caption, else by what stands in it while it is empty.
 void InputDialog::nameField() {
-    for (QString const& name : {label2_->text(), label_->text(), edit_->placeholderText()}) {
+    edit_->setAccessibleDescription(label2_->text());
+    for (QString const& name : {label_->text(), label2_->text(), edit_->placeholderText()}) {
         if (!name.isEmpty()) {
             edit_->setAccessibleName(name);
             return;

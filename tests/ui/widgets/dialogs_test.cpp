@@ -92,9 +92,9 @@ TEST(InputDialog, HidesTheSecretAndSaysWhatItAsksFor) {
         EXPECT_EQ(edit.inputMethodHints() & hints, hints);
     }
     dialog.setLabelText(text("Enter the PIN of alice.p12"));
-    EXPECT_EQ(edit.accessibleName(), text("Enter the PIN of alice.p12"));
     dialog.setLabel2Text(text("PIN"));
-    EXPECT_EQ(edit.accessibleName(), text("PIN"));
+    EXPECT_EQ(edit.accessibleName(), text("Enter the PIN of alice.p12"));
+    EXPECT_EQ(edit.accessibleDescription(), text("PIN"));
     dialog.show();
     EXPECT_EQ(dialog.focusWidget(), &edit);
     EXPECT_LT(Find<QLabel>(dialog, "label2_").geometry().bottom(), edit.geometry().top());
