@@ -145,6 +145,7 @@ def follow():
             results["online"] = dict(trace.files)
         if numbers & moments[HANDED_OVER]:
             results["click"] = dict(trace.files)
+    results.setdefault("signals", trace.signals)
     return results
 
 

@@ -111,6 +111,7 @@ class Client:
             (self.resources / "AppCtrl.json").write_text(text)
         self.process = None
         self.widgets = None
+        self._earlier = 0
 
     def start(self, *launcher):
         """`launcher`: what starts the client as its child, as words ahead of its path."""

@@ -134,7 +134,7 @@ void DigitalCertDialog::OnBtnImportClicked() {
         return;
     }
     CertInfo cert;
-    std::optional<int> const result = open(cert, *path);
+    std::optional<int> const result = openContainer(cert, *path);
     if (!result) {
         return;
     }
@@ -145,7 +145,7 @@ void DigitalCertDialog::OnBtnImportClicked() {
     store(cert);
 }
 
-std::optional<int> DigitalCertDialog::open(CertInfo& cert, QString const& path) {
+std::optional<int> DigitalCertDialog::openContainer(CertInfo& cert, QString const& path) {
     QPointer<DigitalCertDialog> const self(this);
     bool closed = false;
     QObject life;  // of the connection below

@@ -35,7 +35,7 @@ class DigitalCertDialog : public ZVLDialog {
     // The password as a sensitive value; none when the user cancels.
     std::optional<std::string> InputPincode(QString const& path);
     // Asks for the password until it fits; none when the user cancels, here or by closing.
-    std::optional<int> open(CertInfo& cert, QString const& path);
+    std::optional<int> openContainer(CertInfo& cert, QString const& path);
     // Opens the container on a thread of its own, while the dialog says so; its key may take long.
     int parse(CertInfo& cert);
     void showBusy(bool busy);
