@@ -231,5 +231,17 @@ BuildID: %2</source>
         <source>and %L1 more</source>
         <translation>另有 %L1 项</translation>
     </message>
+    <message>
+        <source>The service does not answer</source>
+        <translation>后台服务没有响应</translation>
+    </message>
+    <message>
+        <source>No word from the service since %1. What you see may be out of date.</source>
+        <translation>自 %1 起后台服务没有消息，所示内容可能已过时。</translation>
+    </message>
+    <message>
+        <source>The settings could not be saved</source>
+        <translation>设置未能保存</translation>
+    </message>
 </context>
 </TS>

@@ -2,6 +2,7 @@
 // enabled, visible, lit or labelled follows from it.
 #pragma once
 
+#include <QDateTime>
 #include <cstdint>
 #include <list>
 #include <optional>
@@ -41,6 +42,7 @@ struct ConnectionState {
     std::uint64_t starts = 0;   // rises with each start
 
     LinkState link = LinkState::kFirstConnect;
+    std::optional<QDateTime> silentSince;  // a service that spoke all the time says nothing
     bool adapterUsable = true;
 
     bool Idle() const {

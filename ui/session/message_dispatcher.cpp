@@ -122,8 +122,10 @@ bool MessageDispatcher::onTunnelDisconnect(std::string const& json) {
 }
 
 bool MessageDispatcher::onTunnelStatistics(std::string const& json) {
-    return readFor<CLMsgReplyTunnelStatisticsData>(
-        json, [this](auto const& data, Profile&) { core_.context.statistics = data; });
+    return readFor<CLMsgReplyTunnelStatisticsData>(json, [this](auto const& data, Profile&) {
+        core_.context.statistics = data;
+        core_.link.NotePeriodic();
+    });
 }
 
 bool MessageDispatcher::onGatewayList(std::string const& json) {

@@ -22,6 +22,11 @@ Session::Session(Environment const& environment)
     state.link = link.State();
     connect(&link, &ServiceLink::MessageArrived, this, &Session::Receive);
     connect(&link, &ServiceLink::StateChanged, this, &Session::onLinkState);
+    connect(&link, &ServiceLink::SilenceChanged, this,
+            [this](std::optional<QDateTime> const& since) {
+                state.silentSince = since;
+                Announce();
+            });
     connect(&link, &ServiceLink::Lost, this, [this] { flow_.OnLinkLost(); });
     connect(&certificates_, &CertListRoad::SendCertRequest, this, [this](bool gm) {
         link.SendToService(QString::fromStdString(core::sslvpn::CLMsgJson::BuildCertRequest(gm)));

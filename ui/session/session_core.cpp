@@ -108,6 +108,7 @@ void SessionCore::UpdateConnectStatus(std::string const& name, ConnectStatus sta
 void SessionCore::Announce() {
     g_running_client = state.Idle() ? 0 : 1;
     g_vnic_state = state.adapterUsable;
+    link.WatchSilence(state.status != ConnectStatus::Disconnected);
     Q_EMIT Changed();
 }
 

@@ -80,6 +80,7 @@ ViewState viewStateFor(ConnectionState const& state) {
     view.showsTunnel = state.status == ConnectStatus::PrepareReconnecting ||
                        state.status == ConnectStatus::Reconnecting ||
                        state.status == ConnectStatus::Connected;
+    view.silent = view.showsTunnel && state.silentSince.has_value();
     if (!state.pendingWarnings.empty()) {
         view.hasWarning = true;
         view.warning = static_cast<MsgCode>(state.pendingWarnings.front());

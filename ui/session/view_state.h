@@ -13,6 +13,7 @@ struct ViewState {
     char const* statusIcon = "";   // resource path; empty for none
     bool hasStatusText = true;     // false while the wait form speaks instead
     bool showsTunnel = false;      // the tunnel's views, else the large shield
+    bool silent = false;           // the service: what is shown may be out of date
     bool hasWarning = false;
     common::MsgCode warning{};
 

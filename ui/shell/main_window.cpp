@@ -10,6 +10,7 @@
 #include "ui/session/view_state.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/open_url.h"
+#include "ui/widgets/resize_edges.h"
 #include "ui/widgets/round_corners.h"
 #include "ui/widgets/style.h"
 
@@ -36,6 +37,18 @@ LinkCore::LinkFactory linkWith(Config& config, LinkCore::LinkFactory const& give
     return [uuid = config.uuid.toStdString()] {
         return std::make_shared<components::ipc::SocketIPCClient>(uuid, nullptr);
     };
+}
+
+// A silence says more than a warning of the login.
+QString warningText(ViewState const& view, ConnectionState const& state) {
+    if (view.silent) {
+        return Translate(QT_TRANSLATE_NOOP(
+                             "ui",
+                             "No word from the service since %1. What you see may be out of "
+                             "date."))
+            .arg(state.silentSince->toString(QStringLiteral("HH:mm:ss")));
+    }
+    return view.hasWarning ? GetTrMsg(view.warning) : QString();
 }
 
 TrayController::Available allowed(TrayController::Available available) {
@@ -136,6 +149,8 @@ void MainWindow::wireWindow() {
             &MainWindow::on_btn_main_close__clicked);
     connect(ui_.titleBar->MinButton(), &QToolButton::clicked, this,
             &MainWindow::on_btn_main_min__clicked);
+    connect(ui_.titleBar, &TitleBar::MaximiseWanted, this, &MainWindow::on_btn_main_max__clicked);
+    new ResizeEdges(*this);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [](Qt::ApplicationState now) {
         g_is_application_active = now == Qt::ApplicationActive;
     });
@@ -155,18 +170,25 @@ void MainWindow::render() {
                             ? QString()
                             : Translate(QT_TRANSLATE_NOOP(
                                   "ui", "Choose a connection on the left and press Connect.")));
-    ui_.tunnel->SetWarning(view.hasWarning ? GetTrMsg(view.warning) : QString());
+    ui_.tunnel->SetWarning(warningText(view, state));
     cards_.Render();
     SetStatusBarInfo();
     renderTray();
-    if (view.hasStatusText) {
+    renderPages();
+    if (view.silent) {
+        ui_.statusBar->SetStatus(Translate(QT_TRANSLATE_NOOP("ui", "The service does not answer")),
+                                 QStringLiteral(":/assets/images/failed.png"));
+    } else if (view.hasStatusText) {
         ui_.statusBar->SetStatus(GetTrMsg(view.statusText), QLatin1String(view.statusIcon));
     }
 }
 
 void MainWindow::SetStatusBarInfo() {
     int const count = static_cast<int>(session_.config.GetProfile().size());
-    if (count == 0) {
+    if (session_.config.LastSaveFailed()) {
+        ui_.statusBar->SetCountText(
+            Translate(QT_TRANSLATE_NOOP("ui", "The settings could not be saved")));
+    } else if (count == 0) {
         ui_.statusBar->SetCountText(QString());
     } else if (session_.state.online) {
         QString const name = ui_.statusBar->fontMetrics().elidedText(
@@ -212,6 +234,10 @@ void MainWindow::onProfileStored(QString const& name) {
         cards_.Render();
         cards_.SetCurrntProfileTabbyProfileName(name);
     }
+}
+
+void MainWindow::on_btn_main_max__clicked() {
+    isMaximized() ? showNormal() : showMaximized();
 }
 
 void MainWindow::on_btn_main_min__clicked() {

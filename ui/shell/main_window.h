@@ -47,6 +47,7 @@ class MainWindow : public QWidget {
   private Q_SLOTS:
     void on_btn_main_close__clicked();
     void on_btn_main_min__clicked();
+    void on_btn_main_max__clicked();
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -64,6 +65,8 @@ class MainWindow : public QWidget {
 
     void render();
     void renderTray();
+    void renderPages();
+    void openPage(SessionPage const& page);
     void connectFromOutside(std::string const& name);
     void EableUserGuide(bool enable);
     void onProfileStored(QString const& name);

@@ -21,8 +21,12 @@ void MainWindow::wireTray() {
             session_.Stop(session_.state.currentProfileName);
         }
     });
-    connect(&tray_, &TrayController::OpenPage, this, [this](SessionPage const& page) {
-        OpenUrlWithHint(session_.prompts, this, page.address, page.local);
+    connect(&tray_, &TrayController::OpenPage, this, &MainWindow::openPage);
+    connect(ui_.tunnel, &TunnelView::PageWanted, this, [this](int index) {
+        auto const pages = pagesFor(session_.state, session_.context);
+        if (static_cast<std::size_t>(index) < pages.size()) {
+            openPage(pages[static_cast<std::size_t>(index)]);
+        }
     });
 }
 
@@ -32,7 +36,21 @@ void MainWindow::renderTray() {
     tray_.Render(trayViewFor(state, cards_.Has(cards_.SelectedName())),
                  named ? QString::fromStdString(state.currentProfileName) : QString(),
                  QString::fromStdString(cards_.SelectedName()));
-    tray_.SetPages(pagesFor(state, session_.context));
+}
+
+// In the tray and as buttons of the window.
+void MainWindow::renderPages() {
+    std::vector<SessionPage> const pages = pagesFor(session_.state, session_.context);
+    QStringList titles;
+    for (SessionPage const& page : pages) {
+        titles += page.title;
+    }
+    tray_.SetPages(pages);
+    ui_.tunnel->SetPages(titles);
+}
+
+void MainWindow::openPage(SessionPage const& page) {
+    OpenUrlWithHint(session_.prompts, this, page.address, page.local);
 }
 
 // By the tray; what stands open is answered first.

@@ -1,5 +1,6 @@
 #include "ui/tunnel/tunnel_view.h"
 
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "ui/text/texts.h"
@@ -8,6 +9,12 @@
 namespace zorvanelink::ui {
 
 using common::MsgCode;
+
+namespace {
+
+constexpr int kPageWidth = 220;  // pixels of a page's title at most
+
+}  // namespace
 
 TunnelView::TunnelView(QWidget* parent) : QWidget(parent), pages_(new QStackedWidget(this)) {
     auto* column = new QVBoxLayout(this);
@@ -42,6 +49,12 @@ QWidget* TunnelView::buildHero() {
 QWidget* TunnelView::buildDetails() {
     auto* page = new QWidget(pages_);
     header_ = new StateHeader(page);
+    pageRow_ = new QWidget(page);
+    auto* const row = new QHBoxLayout(pageRow_);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(8);
+    row->addStretch();
+    pageRow_->hide();
     warning_ = new WarningStrip(page);
     tabs_ = new TabWidgetPlus(page);
     statistics_ = new StatisticsView(tabs_);
@@ -54,6 +67,7 @@ QWidget* TunnelView::buildDetails() {
     column->setContentsMargins(24, 20, 24, 16);
     column->setSpacing(16);
     column->addWidget(header_);
+    column->addWidget(pageRow_);
     column->addWidget(warning_);
     // The tabs take the room; while they are hidden it stays empty and the header where it is.
     column->addWidget(tabs_, 1000);
@@ -79,6 +93,30 @@ void TunnelView::SetState(ConnectStatus status, QString const& stateText,
 void TunnelView::SetHint(QString const& text) {
     heroHint_->setText(text);
     heroHint_->setVisible(!text.isEmpty());
+}
+
+void TunnelView::SetPages(QStringList const& titles) {
+    if (titles == pageTitles_) {
+        return;
+    }
+    pageTitles_ = titles;
+    qDeleteAll(pageRow_->findChildren<QPushButton*>());
+    auto* const row = static_cast<QHBoxLayout*>(pageRow_->layout());
+    for (int i = 0; i < titles.size(); ++i) {
+        QString const cut = fontMetrics().elidedText(titles[i], Qt::ElideRight, kPageWidth);
+        auto* const button =
+            new QPushButton(QString(cut).replace(QLatin1Char('&'), QStringLiteral("&&")));
+        button->setObjectName(QStringLiteral("page_button_"));
+        button->setProperty("outline", true);
+        button->setAccessibleName(titles[i]);
+        button->setAutoDefault(false);
+        // Queued: what opens may change the pages.
+        connect(
+            button, &QPushButton::clicked, this, [this, i] { Q_EMIT PageWanted(i); },
+            Qt::QueuedConnection);
+        row->insertWidget(i, button);
+    }
+    pageRow_->setVisible(!titles.isEmpty());
 }
 
 void TunnelView::SetDuration(QString const& text) {

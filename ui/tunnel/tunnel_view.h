@@ -27,6 +27,8 @@ class TunnelView : public QWidget {
     void SetState(ConnectStatus status, QString const& stateText, QString const& profileName);
     // The line below the large shield; empty for none.
     void SetHint(QString const& text);
+    // Buttons for the pages that the session offers, by their titles.
+    void SetPages(QStringList const& titles);
     void SetDuration(QString const& text);
     void SetWarning(QString const& text);  // empty hides the strip
     void SetStatistics(Statistics const& values);
@@ -44,6 +46,9 @@ class TunnelView : public QWidget {
 
     RouteView& Routes() { return *routes_; }
 
+  Q_SIGNALS:
+    void PageWanted(int index);
+
   private:
     QWidget* buildHero();
     QWidget* buildDetails();
@@ -53,6 +58,8 @@ class TunnelView : public QWidget {
     QLabel* heroTitle_ = nullptr;
     QLabel* heroHint_ = nullptr;
     StateHeader* header_ = nullptr;
+    QWidget* pageRow_ = nullptr;
+    QStringList pageTitles_;
     WarningStrip* warning_ = nullptr;
     TabWidgetPlus* tabs_ = nullptr;
     StatisticsView* statistics_ = nullptr;

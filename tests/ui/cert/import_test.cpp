@@ -23,8 +23,9 @@ TEST_F(CertDialogTest, ImportRefusals) {
     std::string tooCostly = MakePkcs12(costly);
     tooCostly.replace(tooCostly.rfind(std::string("\x02\x03\x01\x00\x00", 5)) + 2, 1, "\x7F");
     QString const notCostly = Translate(
-        "This file would take too long to open. Export the certificate again with fewer than "
-        "2,000,000 iterations.");
+        QT_TRANSLATE_NOOP("ui",
+                          "This file would take too long to open. Export the certificate again "
+                          "with fewer than 2,000,000 iterations."));
     struct Case {
         char const* name;
         std::string bytes;

@@ -142,6 +142,22 @@ TEST_F(DispatchTest, ListsOfGatewaysAreKeptInTheProfile) {
     EXPECT_TRUE(profile->perferredGatewayName.empty());
 }
 
+TEST_F(DispatchTest, ASilentServiceIsShownUntilItSpeaks) {
+    core::sslvpn::CLMsgReplyTunnelStatisticsData counters;
+    counters.profileName = "Head office";
+    GoOnline();
+    Receive(counters);
+    EXPECT_FALSE(viewStateFor(state).silent);
+    EXPECT_TRUE(WaitUntil([this] { return viewStateFor(state).silent; }));
+    EXPECT_EQ(state.status, ConnectStatus::Connected) << "nothing else changes";
+    service->Deliver("{}");
+    EXPECT_TRUE(WaitUntil([this] { return !viewStateFor(state).silent; }));
+    EXPECT_TRUE(WaitUntil([this] { return viewStateFor(state).silent; }));
+    ClickStop();
+    Receive(MsgCode::OFFLINE);
+    EXPECT_FALSE(state.silentSince) << "nobody waits for a word";
+}
+
 TEST_F(DispatchTest, TheStatusBarSaysTheTruestThing) {
     auto const text = [this] { return viewStateFor(state).statusText; };
     EXPECT_FALSE(viewStateFor({}).hasStatusText) << "the wait form speaks";

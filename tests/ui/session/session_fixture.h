@@ -101,7 +101,8 @@ class SessionFixture : public testing::Test {
     ui::ServiceLink link{[this]() -> ui::LinkCore::Link {
                              return service_there ? service : std::make_shared<FakeIpc>(false);
                          },
-                         {std::chrono::milliseconds(1), std::chrono::milliseconds(1)}};
+                         {std::chrono::milliseconds(1), std::chrono::milliseconds(1),
+                          std::chrono::milliseconds(200)}};
     ui::Session session{{config, prompts, link, &window}};
     ui::ConnectionState& state = session.state;
 };
