@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <random>
 
 namespace zorvanelink::components::ipc {
 namespace {
@@ -17,7 +18,19 @@ constexpr mode_t kPortFileMode = 0644;
 bool isTrusted(int file) {
     struct stat info {};
     return fstat(file, &info) == 0 && S_ISREG(info.st_mode) &&
-           (info.st_uid == 0 || info.st_uid == geteuid());
+           (info.st_uid == 0 || info.st_uid == geteuid()) &&
+           (info.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
+// Anybody may have made a folder of that name, which no file replaces.
+void renameForeign(std::string const& path) {
+    struct stat info {};
+    if (lstat(path.c_str(), &info) != 0 || (S_ISREG(info.st_mode) && info.st_uid == geteuid())) {
+        return;
+    }
+    // A name that nobody can have taken before.
+    auto const aside = fmt::format("{}.old.{:08x}", path, std::random_device()());
+    renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, aside.c_str(), RENAME_NOREPLACE);
 }
 
 }  // namespace
@@ -47,6 +60,7 @@ bool WritePortFile(std::string const& path, std::uint16_t port) {
         write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size()) &&
         fchmod(file, kPortFileMode) == 0;
     close(file);
+    renameForeign(path);
     if (!written || std::rename(temporary.c_str(), path.c_str()) != 0) {
         unlink(temporary.c_str());
         return false;

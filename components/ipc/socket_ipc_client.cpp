@@ -1,6 +1,7 @@
 #include "components/ipc/socket_ipc_client.h"
 
 #include <fmt/format.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <boost/asio/ip/tcp.hpp>
@@ -55,6 +56,11 @@ void SocketIPCClient::readPort() {
     auto const number = ReadPortFile(place_.file);
     if (!number) {
         port_ = place_.port;
+        struct stat info {};
+        if (lstat(place_.file.c_str(), &info) == 0) {
+            texts_->Append(LinkTexts::kError,
+                           fmt::format("Ignored {}, which others may have written\n", place_.file));
+        }
     } else if (*number >= 1 && *number <= kHighestPort) {
         port_ = static_cast<std::uint16_t>(*number);
     }

@@ -19,10 +19,13 @@ listener = socket.create_server(("127.0.0.1", 35421))
 print("listening", flush=True)
 while True:
     client, _ = listener.accept()
-    client.sendall(struct.pack("=4sii", b"deaf", 0, 0))
-    client.sendall(struct.pack("=4sii", b"deaf", 2, len(text)) + text)
-    while sys.argv[1] == "stays" and (heard := client.recv(4096)):
-        print("heard", heard, flush=True)
+    try:
+        client.sendall(struct.pack("=4sii", b"deaf", 0, 0))
+        client.sendall(struct.pack("=4sii", b"deaf", 2, len(text)) + text)
+        while sys.argv[1] == "stays" and (heard := client.recv(4096)):
+            print("heard", heard, flush=True)
+    except OSError:
+        pass  # the other end was faster
     client.close()
     print("closed", flush=True)
 """
