@@ -57,10 +57,6 @@ void AttemptSecrets::Keep(Secret secret, Profile& profile) const {
     }
 }
 
-void AttemptSecrets::Forget() {
-    *this = {};
-}
-
 void AttemptSecrets::Forget(Profile& profile) {
     forgetUnremembered(profile, false);
     Forget();

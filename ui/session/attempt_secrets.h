@@ -19,7 +19,7 @@ class AttemptSecrets {
     // Gives one back to the profile, where it was cleared: it is to be used once more.
     void Keep(Secret secret, Profile& profile) const;
     // The login has succeeded or the attempt is over.
-    void Forget();
+    void Forget() { *this = {}; }
     // The attempt goes no further: what is not to be remembered leaves the profile, too.
     void Forget(Profile& profile);
 

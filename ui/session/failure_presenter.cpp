@@ -74,16 +74,12 @@ FailurePresenter::FailurePresenter(SessionCore& core, ConnectFlow& flow, BoxQueu
     : core_(core), flow_(flow), boxes_(boxes) {
 }
 
-bool FailurePresenter::HandleErrMsg(Data const& data, Then then) {
-    common::IPCMessage const row = common::g_IPCMessageMap.Get(data.statusCode);
-    if (row.show == common::Show::kNone) {
-        return false;
-    }
+void FailurePresenter::HandleErrMsg(Data const& data, common::Show show, Then then) {
     Log().info("Failure {} [{}]", static_cast<int>(data.statusCode),
                common::g_IPCMessageMap.Name(data.statusCode));
     QString const text = firstNonEmpty({textOf(data), GetErrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG)});
     then = withPage(data, std::move(then));
-    if (row.show == common::Show::kCritical) {
+    if (show == common::Show::kCritical) {
         ProcessCriticalMsg(text, std::move(then));
     } else {
         ProcessErrorMsg(text, std::move(then));
@@ -91,7 +87,6 @@ bool FailurePresenter::HandleErrMsg(Data const& data, Then then) {
     if (data.statusCode == MsgCode::ERR_NO_IP_ADDR || data.statusCode == MsgCode::ERR_IP_IN_USE) {
         core_.state.errorShown = true;
     }
-    return true;
 }
 
 // What the check of the host wants can be fetched there.

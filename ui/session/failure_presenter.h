@@ -20,8 +20,8 @@ class FailurePresenter {
 
     FailurePresenter(SessionCore& core, ConnectFlow& flow, BoxQueue& boxes);
 
-    // False for a code that no row of the catalogue shows.
-    bool HandleErrMsg(Data const& data, Then then);
+    // A code that its row of the catalogue shows, in that way.
+    void HandleErrMsg(Data const& data, common::Show show, Then then);
     // The session goes on, or its end is the caller's.
     void ProcessErrorMsg(QString const& text, Then then = {});
     // The session is over, and so is every box and every dialog that could still send.

@@ -31,7 +31,6 @@ Session::Session(Environment const& environment)
     connect(&certificates_, &CertListRoad::SendCertRequest, this, [this](bool gm) {
         link.SendToService(QString::fromStdString(core::sslvpn::CLMsgJson::BuildCertRequest(gm)));
     });
-    connect(this, &SessionCore::Changed, this, &Session::startDueLogin);
 }
 
 void Session::onLinkState() {
@@ -44,27 +43,31 @@ void Session::onLinkState() {
 
 void Session::AutoLogin() {
     Log().info("Auto login is {}", config.autoLogin ? "on" : "off");
-    autoLoginDue_ = config.autoLogin;
-    startDueLogin();
+    if (config.autoLogin && !dueLogin_) {
+        dueLogin_ = connect(this, &SessionCore::Changed, this, &Session::startDueLogin);
+        startDueLogin();
+    }
 }
 
 void Session::startDueLogin() {
-    if (!autoLoginDue_ || !state.Idle()) {
-        autoLoginDue_ = false;  // who has started one meanwhile has chosen
+    if (state.Idle() && (!link.IsReady() || !state.adapterUsable)) {
         return;
     }
+    disconnect(std::exchange(dueLogin_, {}));
+    if (state.Idle()) {  // who has started one meanwhile has chosen
+        startDefault();
+    }
+}
+
+void Session::startDefault() {
     std::string const name = config.GetDefaultProfileName();
-    if (!link.IsReady() || !state.adapterUsable) {
-        return;
-    }
-    autoLoginDue_ = false;
     Log().info("Enable {} auto login", name);
     if (!name.empty() && config.GetProfile(name) != nullptr) {
         state.currentProfileName = name;
         Log().info("auto login profile_name: {}", name);
         // Queued: it may ask for a password, and who announces a change does not wait for that.
         QMetaObject::invokeMethod(
-            this, [this, name] { Start(name); }, Qt::QueuedConnection);
+            this, [this, name] { flow_.Start(name); }, Qt::QueuedConnection);
     }
 }
 

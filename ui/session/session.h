@@ -17,8 +17,8 @@ class Session : public SessionCore {
     explicit Session(Environment const& environment);
 
     // What the user asks for, by a card, the tray or the automatic login.
-    void Start(std::string const& name) { flow_.Start(name); }
-    void Stop(std::string const& name) { flow_.onStopConnect(QString::fromStdString(name)); }
+    void Start(QString const& name) { flow_.Start(name.toStdString()); }
+    void Stop(QString const& name) { flow_.onStopConnect(name); }
     // A text of the service.
     bool Receive(std::string const& json) { return dispatcher_.ProcessServiceMsg(json); }
     // The default connection is started, once the link and the adapter can carry it and unless the
@@ -34,6 +34,7 @@ class Session : public SessionCore {
   private:
     void onLinkState();
     void startDueLogin();
+    void startDefault();
 
     // In the order of dependence.
     CertListRoad certificates_;
@@ -43,7 +44,7 @@ class Session : public SessionCore {
     StatusHandlers handlers_;
     StatusTable statuses_;
     MessageDispatcher dispatcher_;
-    bool autoLoginDue_ = false;
+    QMetaObject::Connection dueLogin_;  // while the automatic login waits for link or adapter
 };
 
 }  // namespace zorvanelink::ui

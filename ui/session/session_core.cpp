@@ -101,6 +101,7 @@ void SessionCore::UpdateConnectStatus(std::string const& name, ConnectStatus sta
         Log().warning("Recv warning code {} and msg{}", code,
                       GetTrMsg(static_cast<MsgCode>(code)).toStdString());
     }
+    link.WatchSilence(status != ConnectStatus::Disconnected);
     Q_EMIT NotifyConnectStatus(QString::fromStdString(name), status);
     Announce();
 }
@@ -108,7 +109,6 @@ void SessionCore::UpdateConnectStatus(std::string const& name, ConnectStatus sta
 void SessionCore::Announce() {
     g_running_client = state.Idle() ? 0 : 1;
     g_vnic_state = state.adapterUsable;
-    link.WatchSilence(state.status != ConnectStatus::Disconnected);
     Q_EMIT Changed();
 }
 

@@ -91,7 +91,9 @@ void StatusTable::HandleCommonReplyData(Data const& data) {
     if (!profile || core_.conversation.OnAnswer(data.statusCode)) {
         return;
     }
-    if (failures_.HandleErrMsg(data, handlers_.login.TailOf(data.statusCode, profile))) {
+    if (common::Show const show = common::g_IPCMessageMap.Get(data.statusCode).show;
+        show != common::Show::kNone) {
+        failures_.HandleErrMsg(data, show, handlers_.login.TailOf(data.statusCode, profile));
         return;
     }
     int const number = static_cast<int>(data.statusCode);

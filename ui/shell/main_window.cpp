@@ -118,10 +118,8 @@ void MainWindow::wireSession() {
 
 void MainWindow::wireCards() {
     cards_.SetMenu({.modify = true, .remove = true, .forgotPassword = true});
-    connect(&cards_, &ConnectionList::StartConnect, &session_,
-            [this](QString const& name) { session_.Start(name.toStdString()); });
-    connect(&cards_, &ConnectionList::StopConnect, &session_,
-            [this](QString const& name) { session_.Stop(name.toStdString()); });
+    connect(&cards_, &ConnectionList::StartConnect, &session_, &Session::Start);
+    connect(&cards_, &ConnectionList::StopConnect, &session_, &Session::Stop);
     connect(&cards_, &ConnectionList::ForgotPassword, this,
             [this](QString const& url) { OpenUrlWithHint(session_.prompts, this, url, false); });
     connect(&cards_, &ConnectionList::EableUserGuide, this, &MainWindow::EableUserGuide);
@@ -140,8 +138,7 @@ void MainWindow::wireEditing() {
         render();
     });
     connect(&editing_, &ProfileEditing::ProfileStored, this, &MainWindow::onProfileStored);
-    connect(&editing_, &ProfileEditing::ConnectWanted, this,
-            [this](QString const& name) { session_.Start(name.toStdString()); });
+    connect(&editing_, &ProfileEditing::ConnectWanted, &session_, &Session::Start);
 }
 
 void MainWindow::wireWindow() {

@@ -18,7 +18,7 @@ void MainWindow::wireTray() {
             [this] { connectFromOutside(cards_.SelectedName()); });
     connect(&tray_, &TrayController::Disconnect, this, [this] {
         if (!session_.state.Idle()) {
-            session_.Stop(session_.state.currentProfileName);
+            session_.Stop(QString::fromStdString(session_.state.currentProfileName));
         }
     });
     connect(&tray_, &TrayController::OpenPage, this, &MainWindow::openPage);
@@ -58,7 +58,7 @@ void MainWindow::connectFromOutside(std::string const& name) {
     if (QApplication::activeModalWidget() != nullptr) {
         BringUp();
     } else if (session_.state.Idle() && session_.state.adapterUsable) {
-        session_.Start(name);
+        session_.Start(QString::fromStdString(name));
     }
 }
 

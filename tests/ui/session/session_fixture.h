@@ -68,8 +68,8 @@ class SessionFixture : public testing::Test {
         data.statusCode = code;
         return data;
     }
-    void Click(char const* name = "Head office") { session.Start(name); }
-    void ClickStop() { session.Stop("Head office"); }
+    void Click(char const* name = "Head office") { session.Start(QString::fromUtf8(name)); }
+    void ClickStop() { session.Stop(QStringLiteral("Head office")); }
     void Connect() {
         Click();
         Receive(common::MsgCode::CONNECTING);
