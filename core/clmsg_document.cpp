@@ -9,13 +9,10 @@
 #include "core/clmsg.h"
 #include "core/json_document.h"
 #include "core/json_sieve.h"
-#include "core/json_text.h"
+#include "core/message_log.h"
 
 namespace zorvanelink::core {
 namespace {
-
-// Bytes of a refused message that the log gets to see.
-constexpr std::size_t kMostLogged = 1024;
 
 // Empty when `document` holds the one object that the text is, else what is wrong with it.
 std::string parse(std::string const& json, rapidjson::Document& document) {
@@ -56,8 +53,7 @@ bool CLMsgDocument::Parse(std::string const& json) {
     }
     content_.reset();
     json_str_ = std::move(fault);
-    CLMsgJsonParse::err_str_ = fmt::format("Failed to parse clmsgjson[{}]",
-                                           json::MaskSecrets(json.substr(0, kMostLogged)));
+    CLMsgJsonParse::err_str_ = fmt::format("Failed to parse clmsgjson[{}]", RefusedMessage(json));
     components::logger::Log().error("{}", CLMsgJsonParse::err_str_);
     return false;
 }

@@ -214,6 +214,17 @@ TEST_F(SessionTest, ListsComeWithTheKeyExchange) {
     EXPECT_THAT(take(), ElementsAre("40976", "40994", "gatewayList", "cluster", "netconfig"));
 }
 
+TEST_F(SessionTest, ALockedAccountIsToldForHowLong) {
+    scenario.users[0].locked_after = 1;
+    session.Receive(CLMsgJson::BuildStart(startOf("alice", "wrong")));
+    scheduler.Advance(5000);
+    core::sslvpn::CLMsgCommonReplyData refusal;
+    ASSERT_EQ(sent.size(), 3U);
+    ASSERT_TRUE(CLMsgReplyJson::Parse(sent[1], &refusal));
+    EXPECT_EQ(refusal.statusCode, MsgCode::ERR_AUTH_USER_ACCOUNT_LOCK);
+    EXPECT_EQ(refusal.accountLockSenconds, 600);
+}
+
 TEST_F(SessionTest, NonsenseIsDropped) {
     for (auto const* const json :
          {"", "{", "[]", "{\"type\":\"start\"}", "{\"type\":\"start\",\"clientType\":\"zlvpn\"}",

@@ -8,10 +8,6 @@
 namespace zorvanelink::simservice {
 namespace {
 
-// The end of a frame travels in one piece: the link takes a frame as complete when its last twelve
-// bytes, and as many as unread junk ahead of it makes up for, have yet to come.
-constexpr std::size_t kTogether = 24;
-
 // Looks like the beginning of a frame again and again without ever being one.
 std::string junk(int bytes) {
     constexpr std::array<char, 5> kPattern{'d', 'e', 'a', '\0', '\xff'};
@@ -76,10 +72,7 @@ void Outbox::pump() {
 void Outbox::writePiece() {
     auto const& frame = waiting_.front();
     bool const pieces = split_ > 0 || slow_ > 0;
-    auto wanted = pieces ? static_cast<std::size_t>(std::max(split_, 1)) : frame.size();
-    if (position_ + wanted + kTogether > frame.size()) {
-        wanted = frame.size();
-    }
+    auto const wanted = pieces ? static_cast<std::size_t>(std::max(split_, 1)) : frame.size();
     auto const piece = std::string_view(frame).substr(position_, wanted);
     write_(piece);
     position_ += piece.size();
