@@ -270,10 +270,19 @@ void AuthTypeDialog::ConnectButtonEnable(bool enable) {
     }
 }
 
+void AuthTypeDialog::AskAgainFor(AttemptSecrets::Secret secret) {
+    CredentialWidgets const& w = form_->Widgets();
+    bool const password = secret == AttemptSecrets::Secret::kPassword;
+    (password ? w.password : w.pin)->clear();
+    first_ = password ? static_cast<QWidget*>(w.password) : w.selectCert;
+}
+
 void AuthTypeDialog::showEvent(QShowEvent* event) {
     AuthConfigBase::showEvent(event);
     CredentialWidgets const& w = form_->Widgets();
-    if (chosen_ == SupportedAuthType::kNone) {
+    if (first_ != nullptr && first_->isVisibleTo(this)) {
+        first_->setFocus();
+    } else if (chosen_ == SupportedAuthType::kNone) {
         thirdParty_->setFocus();
     } else if (!common::NeedsPassword(chosen_)) {
         w.selectCert->setFocus();

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "ui/auth/auth_config_base.h"
+#include "ui/session/attempt_secrets.h"
 #include "ui/widgets/push_button_ext.h"
 
 namespace zorvanelink::ui {
@@ -21,6 +22,8 @@ class AuthTypeDialog : public AuthConfigBase {
                    QWidget* parent = nullptr);
 
     SupportedAuthType ChosenType() const { return chosen_; }
+    // Empties the field of a secret that the gateway has refused, stored or not, and begins there.
+    void AskAgainFor(AttemptSecrets::Secret secret);
 
   Q_SIGNALS:
     // As if the button had been pressed; for automation.
@@ -68,6 +71,7 @@ class AuthTypeDialog : public AuthConfigBase {
     std::vector<SupportedAuthType> offer_;
     SupportedAuthType chosen_ = SupportedAuthType::kNone;
     bool hasRadioButtons_ = false;
+    QWidget* first_ = nullptr;  // where to begin; null: the first field that is empty
     QWidget* radioRow_ = nullptr;
     QRadioButton* userRadio_ = nullptr;
     QRadioButton* userCertRadio_ = nullptr;

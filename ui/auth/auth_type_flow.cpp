@@ -61,6 +61,9 @@ AuthTypeFlow::End AuthTypeFlow::runDialog(std::shared_ptr<Profile> const& profil
     dialog_ = new AuthTypeDialog(profile, select,
                                  {session_.config, session_.prompts, session_.Certificates()},
                                  session_.window);
+    if (auto const refused = session_.secrets.Refused()) {
+        dialog_->AskAgainFor(*refused);
+    }
     session_.conversation.Open(*this);
     bool wanted = false;
     connect(dialog_.data(), &AuthTypeDialog::StartConnect, this, [&wanted] { wanted = true; });

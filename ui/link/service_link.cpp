@@ -1,7 +1,5 @@
 #include "ui/link/service_link.h"
 
-#include <QCoreApplication>
-
 #include "components/logger/logger.h"
 #include "ui/text/texts.h"
 
@@ -184,7 +182,7 @@ void ServiceLink::onServiceUse(bool byAnother) {
     if (byAnother) {
         inUseShown_ = true;
         Q_EMIT Loading(
-            0, QCoreApplication::translate("ui", "Another session is using the backend service"));
+            0, Translate(QT_TRANSLATE_NOOP("ui", "Another session is using the backend service")));
     } else if (std::exchange(inUseShown_, false)) {
         // What the form said before; at a reconnect there was none.
         Q_EMIT Loading(firstUpDue_ ? 0 : 1,

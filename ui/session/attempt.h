@@ -14,8 +14,9 @@ class Attempt {
 
     // Neither a start nor ONLINE nor OFFLINE has come since, and the program goes on.
     bool Still() const { return !g_quit && attempt_ == state_->attempt; }
-    // No start has come since: what an attempt leads to outlives its OFFLINE.
-    bool NotBegunAnew() const { return !g_quit && starts_ == state_->starts; }
+    // No start has come since, and no link has gone: what an attempt leads to outlives its OFFLINE.
+    bool NotBegunAnew() const { return !g_quit && NoStartSince(); }
+    bool NoStartSince() const { return starts_ == state_->starts; }
 
   private:
     ConnectionState const* state_;

@@ -40,6 +40,7 @@ void AttemptSecrets::Begin(Profile& profile, bool query) {
     take(profile.password, password_);
     take(profile.systemCert.pin, systemPin_);
     take(profile.gmCert.pin, gmPin_);
+    refused_.reset();
     forgetUnremembered(profile, query);
 }
 

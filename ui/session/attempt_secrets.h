@@ -2,6 +2,7 @@
 // keep, so that a user whose login is refused corrects only what was wrong. GUI thread.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "ui/config/profile.h"
@@ -18,6 +19,9 @@ class AttemptSecrets {
     void Begin(Profile& profile, bool query);
     // Gives one back to the profile, where it was cleared: it is to be used once more.
     void Keep(Secret secret, Profile& profile) const;
+    // The gateway has refused it: it is to be typed anew, remembered or not.
+    void Refuse(Secret secret) { refused_ = secret; }
+    std::optional<Secret> Refused() const { return refused_; }
     // The login has succeeded or the attempt is over.
     void Forget() { *this = {}; }
     // The attempt goes no further: what is not to be remembered leaves the profile, too.
@@ -27,6 +31,7 @@ class AttemptSecrets {
     std::string password_;
     std::string systemPin_;
     std::string gmPin_;
+    std::optional<Secret> refused_;
 };
 
 }  // namespace zorvanelink::ui

@@ -11,12 +11,11 @@ namespace zorvanelink::ui {
 using components::logger::Log;
 
 BoxQueue::BoxQueue(SessionCore& core) : core_(core) {
-    connect(&core_, &SessionCore::NotifyConnectStatus, this,
-            [this](QString const&, ConnectStatus status) {
-                if (status == ConnectStatus::Disconnected) {
-                    closeQuestions();
-                }
-            });
+    connect(&core_, &SessionCore::Changed, this, [this] {
+        if (!core_.state.SessionStands()) {
+            closeQuestions();
+        }
+    });
 }
 
 void BoxQueue::Tell(BoxRequest request, Then then) {
@@ -36,7 +35,7 @@ void BoxQueue::add(Box box) {
     QString const& text = box.request.text;
     Log().info("A box stands already, next text: {}", text.toStdString());
     bool const known =
-        text == standing_ ||
+        (text == standing_ && standingFor_->NotBegunAnew()) ||
         (box.question && std::any_of(waiting_.begin(), waiting_.end(), [&text](Box const& other) {
              return other.request.text == text;
          }));
@@ -53,17 +52,19 @@ void BoxQueue::show(Box const& box) {
     BoxRequest request = box.request;
     request.parent = Parent();
     standing_ = request.text;
+    standingFor_ = box.attempt;
     stands_ = true;
     asks_ = box.question;
     BringIntoView(core_.window);
     int const button = core_.prompts.Box(request);
     stands_ = asks_ = false;
-    // Queued: who showed this one goes on first.
+    if (box.then && !g_quit) {
+        box.then(button);
+    }
+    // Queued: who showed this one goes on first. Behind what it led to, so that no older text
+    // covers that.
     if (!waiting_.empty()) {
         QMetaObject::invokeMethod(this, &BoxQueue::showNext, Qt::QueuedConnection);
-    }
-    if (box.then) {
-        box.then(button);
     }
 }
 
@@ -71,7 +72,9 @@ void BoxQueue::showNext() {
     while (!stands_ && !waiting_.empty()) {
         Box const next = std::move(waiting_.front());
         waiting_.pop_front();
-        if (next.question ? next.attempt.Still() : next.attempt.NotBegunAnew()) {
+        bool const current = next.question ? next.attempt.Still() && core_.state.SessionStands()
+                                           : next.attempt.NotBegunAnew();
+        if (current) {
             show(next);
         }
     }

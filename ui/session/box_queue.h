@@ -6,6 +6,7 @@
 #include <QString>
 #include <deque>
 #include <functional>
+#include <optional>
 
 #include "ui/session/session_core.h"
 
@@ -48,6 +49,7 @@ class BoxQueue : public QObject {
     std::deque<Box> waiting_;
     QString standing_;  // text of the box that stands
     bool stands_ = false;
+    std::optional<Attempt> standingFor_;
     bool asks_ = false;  // it is a question
 };
 

@@ -105,6 +105,7 @@ void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthT
         ready = CheckProfile(profile);
     }
     if (!here.Still()) {
+        core_.secrets.Forget(*profile);  // what was typed has nowhere to go
         return;
     }
     if (!ready) {
@@ -143,10 +144,10 @@ void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthT
 // Queued: the start that failed is left first.
 void ConnectFlow::selectAnew() {
     auto select = [this, here = core_.Now()] {
-        if (here.Still()) {
+        if (here.NotBegunAnew()) {
             criticalBox(GetErrMsg(MsgCode::UI_ERROR_NO_CERT));
         }
-        if (here.Still()) {
+        if (here.NotBegunAnew()) {
             Q_EMIT core_.NeedSelectAuthType(false);
         }
     };
@@ -155,6 +156,7 @@ void ConnectFlow::selectAnew() {
 
 void ConnectFlow::beginAttempt(Profile& profile, bool queryAuthType) {
     core_.conversation.End();
+    requestTimer_.stop();
     ++state_.attempt;
     ++state_.starts;
     state_.currentProfileName = profile.name;
@@ -213,9 +215,10 @@ void ConnectFlow::refuse(std::string const& name) {
     }
     if (state_.status != ConnectStatus::Disconnected && state_.currentProfileName == name) {
         core_.UpdateConnectStatus(name, ConnectStatus::Disconnected);
-    } else {
-        core_.Announce();
+        return;
     }
+    state_.offline = state_.offline || state_.Idle();
+    core_.Announce();
 }
 
 void ConnectFlow::StopConnect() {
@@ -231,7 +234,7 @@ void ConnectFlow::StopConnect() {
         Log().error("Can not get client");
         return;
     }
-    if (!here.NotBegunAnew()) {
+    if (!here.NoStartSince()) {
         return;
     }
     // The service's own OFFLINE may have come behind the text.
@@ -275,6 +278,7 @@ void ConnectFlow::ClearWebCache() {
 
 void ConnectFlow::OnLinkLost() {
     state_.stop.reset();
+    ++state_.starts;
     StopConnect();
 }
 

@@ -39,7 +39,7 @@ struct ConnectionState {
     bool sessionEnded = false;           // "Offline" stands in the status bar instead of "Ready"
 
     std::uint64_t attempt = 0;  // rises with each start, ONLINE and OFFLINE
-    std::uint64_t starts = 0;   // rises with each start
+    std::uint64_t starts = 0;   // rises with each start and each lost link
 
     LinkState link = LinkState::kFirstConnect;
     std::optional<QDateTime> silentSince;  // a service that spoke all the time says nothing

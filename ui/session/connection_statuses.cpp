@@ -35,9 +35,9 @@ void ConnectionStatuses::onOnline(Data const& data, Profile& profile) {
     core_.context.connectTime = QDateTime::currentDateTime();
     core_.secrets.Forget();
     core_.conversation.End();
-    state.beenOnline = true;
     state.untoldFailure.clear();
-    bool const first = !state.reconnectingSeen && !state.StopSent();
+    bool const again = std::exchange(state.beenOnline, true) || state.reconnectingSeen;
+    bool const first = !again && !state.StopSent();
     core_.UpdateConnectStatus(profile.name, ConnectStatus::Connected);
     Attempt const here = core_.Now();
     if (first) {
@@ -63,8 +63,10 @@ void ConnectionStatuses::onOffline(Data const& /*data*/, Profile& profile) {
         return;
     }
     Log().info("Profile [{}] is offline ", profile.name);
-    // Who chooses a type starts anew, or goes down with the dialog.
+    // Who chooses a type starts anew, or goes down with the dialog; no stop is owed for that.
     if (core_.conversation.OutlivesSession()) {
+        state.stop.reset();
+        state.manualDisconnected = true;
         return;
     }
     ++state.attempt;

@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QString>
 #include <cstdint>
+#include <set>
 #include <string>
 
 #include "core/reply_records.h"
@@ -19,7 +20,7 @@ struct Context {
     std::string hostCheckDownloadUrl;
     std::string redirectUrl;
     std::string redirectUrlTitle;
-    std::string openedRedirectUrl;  // which ONLINE does not open again
+    std::set<std::string> openedPages;  // unasked, in this session
     std::string resourceListPagePath;
     bool needClearWebCacheWhenOffline = false;
     std::string receivedUserName;   // the session's cookie text

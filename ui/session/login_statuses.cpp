@@ -149,6 +149,7 @@ std::function<void()> LoginStatuses::TailOf(MsgCode code, std::shared_ptr<Profil
         // What was right need not be typed again.
         bool const bad_cert = code == MsgCode::ERR_AUTH_BAD_CERT;
         core_.secrets.Keep(bad_cert ? Secret::kPassword : Secret::kPin, *profile);
+        core_.secrets.Refuse(bad_cert ? Secret::kPin : Secret::kPassword);
         core_.state.currentProfileName = profile->name;
         Q_EMIT core_.NeedSelectAuthType(!profile->keepAuthType);
     };

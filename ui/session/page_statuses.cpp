@@ -10,6 +10,10 @@ namespace {
 
 using components::logger::Log;
 
+constexpr std::chrono::seconds kUnaskedPeriod{10};
+constexpr std::size_t kMaxUnasked = 3;       // in that time
+constexpr std::size_t kMaxOpenedPages = 64;  // of one session
+
 // What the record does not have stays as it is.
 void take(std::string const& value, std::string& target) {
     if (!value.empty()) {
@@ -40,12 +44,24 @@ void PageStatuses::onResourceList(Data const& data, Profile& /*profile*/) {
     core_.Announce();
 }
 
+bool PageStatuses::mayOpenUnasked(std::string const& page) {
+    auto const now = std::chrono::steady_clock::now();
+    std::erase_if(opened_, [now](auto const& then) { return now - then > kUnaskedPeriod; });
+    auto& pages = core_.context.openedPages;
+    if (page.empty() || pages.size() >= kMaxOpenedPages || opened_.size() >= kMaxUnasked ||
+        !pages.insert(page).second) {
+        Log().info("A page is not opened unasked");
+        return false;
+    }
+    opened_.push_back(now);
+    return true;
+}
+
 void PageStatuses::onUrlRedirect(Data const& data, Profile& /*profile*/) {
     core_.context.redirectUrl = data.redirectUrl;
     core_.context.redirectUrlTitle = data.redirectUrlTitle;
-    core_.context.openedRedirectUrl = data.redirectUrl;
     core_.Announce();
-    if (!data.redirectUrl.empty()) {
+    if (mayOpenUnasked(data.redirectUrl)) {
         OpenUrlWithHint(core_.prompts, core_.window, QString::fromStdString(data.redirectUrl),
                         false);
     }
@@ -54,12 +70,11 @@ void PageStatuses::onUrlRedirect(Data const& data, Profile& /*profile*/) {
 void PageStatuses::OpenAfterLogin() {
     Attempt const here = core_.Now();
     std::string const redirect = core_.context.redirectUrl;
-    if (!redirect.empty() && redirect != core_.context.openedRedirectUrl) {
-        core_.context.openedRedirectUrl = redirect;
+    if (!redirect.empty() && mayOpenUnasked(redirect)) {
         OpenUrlWithHint(core_.prompts, core_.window, QString::fromStdString(redirect), false);
     }
     std::string const resources = core_.context.resourceListPagePath;
-    if (!resources.empty() && here.Still()) {
+    if (!resources.empty() && here.Still() && mayOpenUnasked(resources)) {
         OpenUrlWithHint(core_.prompts, core_.window, QString::fromStdString(resources), true);
     }
 }

@@ -1,6 +1,9 @@
 // What the service says about pages of the server: redirect, resource list, portal. GUI thread.
 #pragma once
 
+#include <chrono>
+#include <vector>
+
 #include "ui/session/session_core.h"
 
 namespace zorvanelink::ui {
@@ -20,7 +23,11 @@ class PageStatuses {
     void OpenAfterLogin();
 
   private:
+    // A page opens once a session unasked, and three of them in ten seconds at most.
+    bool mayOpenUnasked(std::string const& page);
+
     SessionCore& core_;
+    std::vector<std::chrono::steady_clock::time_point> opened_;  // unasked, lately
 };
 
 // The address for a forgotten password, kept in the profile for the next time.

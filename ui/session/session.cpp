@@ -39,6 +39,15 @@ void Session::onLinkState() {
         state.sessionEnded = false;  // what ended belonged to the link before
     }
     Announce();
+    if (state.link == LinkState::kReconnecting) {
+        // A link that ended at once is not announced as lost, but it may have swallowed a start.
+        auto const give_up = [this] {
+            if (!state.startingProfileName.empty() && !link.IsReady()) {
+                flow_.OnLinkLost();
+            }
+        };
+        QMetaObject::invokeMethod(this, give_up, Qt::QueuedConnection);
+    }
 }
 
 void Session::AutoLogin() {
@@ -67,7 +76,8 @@ void Session::startDefault() {
         Log().info("auto login profile_name: {}", name);
         // Queued: it may ask for a password, and who announces a change does not wait for that.
         QMetaObject::invokeMethod(
-            this, [this, name] { flow_.Start(name); }, Qt::QueuedConnection);
+            this, [this, name] { link.IsReady() ? flow_.Start(name) : AutoLogin(); },
+            Qt::QueuedConnection);
     }
 }
 

@@ -88,6 +88,37 @@ TEST_F(AuthTypeFlowTest, EndsWithoutAWordWhenItsStepIsOver) {
     }
 }
 
+// The gateway's own end of a session leaves nothing to stop behind the dialog.
+TEST_F(AuthTypeFlowTest, CancelAfterTheGatewaysEndSendsNoStop) {
+    test::WhenModal<AuthTypeDialog>([&](AuthTypeDialog& dialog) {
+        Receive(common::MsgCode::OFFLINE);
+        EXPECT_EQ(state.status, ConnectStatus::Connecting);
+        dialog.reject();
+    });
+    types.onNeedSelectAuthType(true);
+    EXPECT_EQ(Sent("stop"), 0);
+    Click();
+    Receive(common::MsgCode::OFFLINE);
+    EXPECT_TRUE(state.Idle()) << "that one was the new attempt's";
+}
+
+TEST_F(AuthTypeFlowTest, ARefusedPasswordIsTypedAnewAlsoWhenItIsRemembered) {
+    Receive(common::MsgCode::OFFLINE);
+    profile->authType = SupportedAuthType::kPwd;
+    std::string const stored = profile->password;
+    Connect();
+    prompts.ExpectBox(Text(common::MsgCode::ERR_AUTH_USER_OR_PASS), 0);
+    test::WhenModal<AuthTypeDialog>([&](AuthTypeDialog& dialog) {
+        auto& password = test::Find<SecretEdit>(dialog, "lineedit_password_");
+        EXPECT_FALSE(password.HoldsMask());
+        EXPECT_EQ(password.text(), QString());
+        EXPECT_EQ(dialog.focusWidget(), &password);
+        dialog.reject();
+    });
+    Receive(common::MsgCode::ERR_AUTH_USER_OR_PASS);
+    EXPECT_EQ(profile->password, stored) << "cancelled: what was remembered stays";
+}
+
 // The retry with a query is the client's own: nobody types twice for it.
 TEST_F(AuthTypeFlowTest, ARefusedTypeKeepsWhatWasTyped) {
     Receive(common::MsgCode::OFFLINE);

@@ -182,6 +182,19 @@ TEST_F(ConnectFlowTest, ASessionThatIsReportedAgainIsOwedAStop) {
     EXPECT_EQ(Sent("stop"), 1);
 }
 
+TEST_F(ConnectFlowTest, AStartThatALostLinkSwallowedMayBeRepeated) {
+    // A link that ends within a second and without a byte is not announced as lost.
+    LoseLink();
+    service = std::make_shared<test::FakeIpc>(true, false);
+    service_there = true;
+    ASSERT_TRUE(WaitUntil([this] { return state.link == LinkState::kLinked; }));
+    Click();
+    ASSERT_EQ(Sent("start"), 1);
+    service_there = false;
+    service->FailRead(2);
+    EXPECT_TRUE(WaitUntil([this] { return state.Idle(); }));
+}
+
 TEST_F(ConnectFlowTest, ALateOfflineEndsOnlyTheAttemptThatWasStopped) {
     // The stop of a cancelled login is answered after the next start.
     Connect();
