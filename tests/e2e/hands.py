@@ -55,7 +55,13 @@ class Keyboard:
         _replace(text)
 
     def close(self):
-        keys("alt+F4")
+        """Again until it is heard: the focus may still be on its way back from a dialog."""
+
+        def closed():
+            keys("alt+F4")
+            return self._widgets.look("push button", "Close") is None
+
+        wait_for("a closed window", closed, road.SECONDS)
 
     def _walk_to(self, roles, name):
         passed = []

@@ -203,7 +203,7 @@ void MainWindow::Wait(int mode, QString const& text) {
     ui_.waitForm->SetDesc(text);
     ui_.waitForm->setVisible(mode == kShow);
     if (mode != kShow) {
-        ui_.connection_listwidget_->setFocus();
+        ui_.Begin()->setFocus();
     }
 }
 

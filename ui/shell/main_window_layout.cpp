@@ -91,6 +91,12 @@ QWidget* MainWindowLayout::buildListPage(QWidget* parent) {
     return page;
 }
 
+QWidget* MainWindowLayout::Begin() const {
+    auto* const button =
+        leftPages->currentWidget()->findChild<QPushButton*>(QStringLiteral("guide_button_"));
+    return button != nullptr ? static_cast<QWidget*>(button) : connection_listwidget_;
+}
+
 // The page is made when it is first needed: most starts never show it.
 UserGuide* MainWindowLayout::ShowGuide(bool show) {
     constexpr int kListPage = 0;

@@ -22,6 +22,8 @@ struct MainWindowLayout {
     // The list of cards, or the first-use page in its place: the page when it was made by this
     // call, else null.
     UserGuide* ShowGuide(bool show);
+    // Where the keyboard begins: the list, or the button of the first-use page.
+    QWidget* Begin() const;
 
     TitleBar* titleBar;
     QStackedWidget* leftPages;
