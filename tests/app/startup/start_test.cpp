@@ -12,6 +12,9 @@ namespace zorvanelink::ui {
 namespace {
 
 TEST(EndSignals, EachLeavesInOrderAndAnIgnoredOneStaysIgnored) {
+    for (int const number : {SIGTERM, SIGHUP}) {
+        std::signal(number, SIG_DFL);  // whatever our own starter says
+    }
     std::signal(SIGINT, SIG_IGN);
     int left = 0;
     {

@@ -2,11 +2,14 @@
 
 #include <gtest/gtest.h>
 #include <spawn.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <thread>
 #include <vector>
 
 #include "tests/support/test_environment.h"
@@ -26,8 +29,14 @@ class Waiting {
             argv.push_back(word.data());
         }
         argv.push_back(nullptr);
-        // Answers when the program is in place.
         EXPECT_EQ(posix_spawn(&pid_, program, nullptr, nullptr, argv.data(), environ), 0);
+        // The table has the command line a moment after the program is in place.
+        auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        std::string const line = "/proc/" + std::to_string(pid_) + "/cmdline";
+        while (!test::ReadFile(line).starts_with(words.front() + '\0') &&
+               std::chrono::steady_clock::now() < deadline) {
+            std::this_thread::yield();
+        }
     }
     ~Waiting() {
         kill(pid_, SIGKILL);
@@ -44,11 +53,13 @@ TEST(ProcessCheck, ByTheNameOfTheProgramOnly) {
     std::string const name = "zvl-x-" + std::to_string(getpid());
     auto const runs = [&name] { return CheckRunningUIProcessByName(name, true); };
     {
-        Waiting const shell({"sh", "-c", "read line; exec " + name}, "/bin/sh");
-        Waiting const launcher({"sudo", "-u", "anna", name}, "/bin/cat");
+        std::string const fifo = test::TestEnvironment::Home() / "fifo";
+        mkfifo(fifo.c_str(), 0600);
+        std::string const wait = "read line <" + fifo;
+        Waiting const shell({"sh", "-c", wait, name}, "/bin/sh");
+        Waiting const launcher({"sudo", "-c", wait, name}, "/bin/sh");
+        Waiting const editor({"vi", "-c", wait, "/usr/bin/" + name}, "/bin/sh");
         Waiting const longer({"/opt/" + name + "y", "100"});
-        std::string const file = test::TestEnvironment::Home() / name;
-        Waiting const editor({"vi", "-f", "/dev/null", file}, "/usr/bin/tail");
         EXPECT_FALSE(runs());
     }
     {
