@@ -8,6 +8,7 @@
 #include "components/logger/logger.h"
 #include "core/clmsg_reply_json.h"
 #include "core/json_fields.h"
+#include "core/message_log.h"
 
 namespace zorvanelink::core::sslvpn {
 
@@ -23,11 +24,13 @@ inline constexpr std::array<json::Field<Record>, 0> kFields{};
 template <class Record>
 inline constexpr auto const& kReadFields = kFields<Record>;
 
-// For records of the service only: none of them holds a secret of the user.
 template <class Record>
 std::string Reply<Record>::Build(Record const& record) {
     std::string text = json::BuildMessage(json::Style::kIndented, kFields<Record>, record);
-    components::logger::Log().verbose("Encode json[{}]", text);
+    auto& log = components::logger::Log();
+    if (log.level() <= components::logger::LOG_LEVEL::verbose) {
+        log.verbose("Encode json[{}]", core::MaskSecrets(text));
+    }
     return text;
 }
 
