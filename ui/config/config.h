@@ -88,6 +88,7 @@ class Config {
     ProfileMap profiles;
     std::string defaultProfile;
     std::int32_t logFilter = 0;           // written, never read
+    QString logLevel;                     // by name, as the user chose it; empty: never
     CertMap clientCerts;                  // by fingerprint
     ClientVersionInfo clientVersion;      // this program; stored
     ClientVersionInfo lastClientVersion;  // the program that wrote the file last

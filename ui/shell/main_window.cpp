@@ -86,7 +86,11 @@ MainWindow::~MainWindow() {
 
 void MainWindow::applyLogLevel() {
     auto& logger = Log();
-    logger.setLogLevel(AppCtrl::Instance().logLevel.toStdString());
+    // "Debug, then start again" is what support asks for; an administrator's word stands above.
+    AppCtrl const& control = AppCtrl::Instance();
+    QString const& chosen = session_.config.logLevel;
+    bool const byUser = !control.namesLogLevel && !chosen.isEmpty();
+    logger.setLogLevel((byUser ? chosen : control.logLevel).toStdString());
     g_log_level = static_cast<int>(logger.level());
 }
 

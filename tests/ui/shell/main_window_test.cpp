@@ -190,8 +190,16 @@ TEST_F(Shell, MoreMenuChangesTheLogLevelAndTellsTheService) {
     EXPECT_EQ(components::logger::Log().level(), components::logger::LOG_LEVEL::error);
     EXPECT_TRUE(WaitFor([this] { return Sent("loglevel") == 1; }));
     EXPECT_NE(service->Sent().back().find("\"logLevel\":\"error\""), std::string::npos);
-    levels->actions().at(2)->trigger();
     menu->close();
+    window.reset();
+    Open();
+    EXPECT_EQ(components::logger::Log().level(), components::logger::LOG_LEVEL::error)
+        << "at the next start as well";
+    AppCtrl::Instance().namesLogLevel = true;
+    window.reset();
+    Open();
+    EXPECT_EQ(components::logger::Log().level(), components::logger::LOG_LEVEL::info);
+    AppCtrl::Instance().namesLogLevel = false;
 }
 
 TEST_F(Shell, MoreMenuOffersNoUpdatesToAPackagedClient) {
