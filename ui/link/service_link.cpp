@@ -72,7 +72,7 @@ ServiceLink::~ServiceLink() {
 }
 
 void ServiceLink::Start() {
-    Q_EMIT Loading(0, GetErrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE));
+    Q_EMIT Loading(0, GetTrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE));
     connectThread_ =
         QThread::create([core = core_, attempts = Attempts{true, false, pauses_.first_connect}] {
             connectLoop(core, attempts);
@@ -186,7 +186,7 @@ void ServiceLink::onServiceUse(bool byAnother) {
     } else if (std::exchange(inUseShown_, false)) {
         // What the form said before; at a reconnect there was none.
         Q_EMIT Loading(firstUpDue_ ? 0 : 1,
-                       firstUpDue_ ? GetErrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE) : QString());
+                       firstUpDue_ ? GetTrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE) : QString());
     }
 }
 

@@ -30,7 +30,7 @@ void ThirdPartyLogin::end() {
 
 void ThirdPartyLogin::OnThirdPartyExpire() {
     end();
-    failures_.EndWith(BoxKind::kCritical, GetErrMsg(MsgCode::SECOND_AUTH_TIMEOUT));
+    failures_.EndWith(BoxKind::kCritical, GetTrMsg(MsgCode::SECOND_AUTH_TIMEOUT));
 }
 
 }  // namespace zorvanelink::ui

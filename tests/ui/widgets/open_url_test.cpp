@@ -59,7 +59,7 @@ TEST(OpenUrl, OpensWebPagesAndFilesOfTheDataFolderOnly) {
          }) {
         test::ScriptedPrompts prompts;
         if (!c.opens) {
-            prompts.ExpectBox(ui::GetErrMsg(common::MsgCode::UI_INFO_INVALID_URL), 0);
+            prompts.ExpectBox(ui::GetTrMsg(common::MsgCode::UI_INFO_INVALID_URL), 0);
         }
         EXPECT_EQ(ui::OpenUrlWithHint(prompts, nullptr, c.text, c.local), c.opens)
             << c.text.toStdString();
@@ -77,7 +77,7 @@ TEST(OpenUrl, NoFileIsLocalWithoutADataFolder) {
 TEST(OpenUrl, ABrowserThatDoesNotStartIsTold) {
     test::ScriptedPrompts prompts;
     prompts.FailToOpen(true);
-    prompts.ExpectBox(ui::GetErrMsg(common::MsgCode::UI_INFO_OPEN_URL_WITH_BROWER_FAIL), 0);
+    prompts.ExpectBox(ui::GetTrMsg(common::MsgCode::UI_INFO_OPEN_URL_WITH_BROWER_FAIL), 0);
     EXPECT_FALSE(ui::OpenUrlWithHint(prompts, nullptr, QStringLiteral("https://a.example"), false));
     EXPECT_FALSE(ui::OpenUrl(prompts, QStringLiteral("https://a.example"), false));
 }
