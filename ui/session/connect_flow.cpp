@@ -15,7 +15,8 @@ using components::logger::Log;
 
 }  // namespace
 
-ConnectFlow::ConnectFlow(SessionCore& core) : core_(core), state_(core.state) {
+ConnectFlow::ConnectFlow(SessionCore& core, BoxQueue& boxes)
+    : core_(core), boxes_(boxes), state_(core.state) {
     requestTimer_.setSingleShot(true);
     requestTimer_.setInterval(kRequestTime);
     connect(&requestTimer_, &QTimer::timeout, this, &ConnectFlow::onRequestTimeout);
@@ -143,15 +144,17 @@ void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthT
 
 // Queued: the start that failed is left first.
 void ConnectFlow::selectAnew() {
-    auto select = [this, here = core_.Now()] {
+    auto tell = [this, here = core_.Now()] {
         if (here.NotBegunAnew()) {
-            criticalBox(GetTrMsg(MsgCode::UI_ERROR_NO_CERT));
-        }
-        if (here.NotBegunAnew()) {
-            Q_EMIT core_.NeedSelectAuthType(false);
+            auto const select = [this, here](int) {
+                if (here.NotBegunAnew()) {
+                    Q_EMIT core_.NeedSelectAuthType(false);
+                }
+            };
+            boxes_.Tell(OkBox(BoxKind::kCritical, GetTrMsg(MsgCode::UI_ERROR_NO_CERT)), select);
         }
     };
-    QMetaObject::invokeMethod(this, std::move(select), Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, std::move(tell), Qt::QueuedConnection);
 }
 
 void ConnectFlow::beginAttempt(Profile& profile, bool queryAuthType) {
@@ -294,8 +297,7 @@ void ConnectFlow::onRequestTimeout() {
 
 void ConnectFlow::criticalBox(QString const& text) {
     BringIntoView(core_.window);
-    core_.prompts.Critical(core_.window, GetTrMsg(MsgCode::UI_ERROR), text,
-                           GetTrMsg(MsgCode::UI_INFO_OK));
+    core_.prompts.Error(core_.window, text);
 }
 
 }  // namespace zorvanelink::ui

@@ -115,18 +115,17 @@ void FailurePresenter::ProcessErrorMsg(QString const& text, Then then) {
     }
     Log().debug("error msg recved");
     Log().debug("get pop up widget1 {}", static_cast<void const*>(boxes_.Parent()));
-    ShowPopMsgBox(BoxKind::kCritical, GetTrMsg(MsgCode::UI_ERROR), text,
-                  [this, then = std::move(then)] {
-                      core_.conversation.StopDeadline();
-                      if (core_.window != nullptr) {
-                          core_.window->showNormal();
-                          core_.window->raise();
-                          core_.window->activateWindow();
-                      }
-                      if (then) {
-                          then();
-                      }
-                  });
+    ShowPopMsgBox(BoxKind::kCritical, text, [this, then = std::move(then)] {
+        core_.conversation.StopDeadline();
+        if (core_.window != nullptr) {
+            core_.window->showNormal();
+            core_.window->raise();
+            core_.window->activateWindow();
+        }
+        if (then) {
+            then();
+        }
+    });
 }
 
 void FailurePresenter::ProcessCriticalMsg(QString const& text, Then then) {
@@ -141,8 +140,7 @@ void FailurePresenter::ProcessCriticalMsg(QString const& text, Then then) {
 void FailurePresenter::EndWith(BoxKind kind, QString const& text, Then then) {
     core_.state.errorShown = true;  // its own text is the only one
     flow_.StopConnect();
-    auto const title = kind == BoxKind::kCritical ? MsgCode::UI_ERROR : MsgCode::UI_WARNING;
-    ShowPopMsgBox(kind, GetTrMsg(title), text, [this, then = std::move(then)] {
+    ShowPopMsgBox(kind, text, [this, then = std::move(then)] {
         // A dead session leaves nothing behind that could still send a code or a password.
         if (core_.state.Idle() && !core_.conversation.OutlivesSession()) {
             core_.prompts.CloseAll();
@@ -171,7 +169,7 @@ bool FailurePresenter::HandleUnmarked(Data const& data) {
 void FailurePresenter::TellUntoldFailure() {
     std::string const text = std::exchange(core_.state.untoldFailure, {});
     if (!text.empty() && !core_.state.errorShown) {
-        ShowPopMsgBox(BoxKind::kCritical, GetTrMsg(MsgCode::UI_ERROR), utf8(text));
+        ShowPopMsgBox(BoxKind::kCritical, utf8(text));
     }
 }
 
@@ -227,22 +225,16 @@ void FailurePresenter::HandleGatewayDetectStop(
     if (text.isEmpty()) {
         Log().warning("Gateway detection ended without a reason");
     } else if (core_.state.SessionStands()) {
-        ShowPopMsgBox(BoxKind::kWarning, GetTrMsg(MsgCode::UI_WARNING), text);
+        ShowPopMsgBox(BoxKind::kWarning, text);
     }
 }
 
-void FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& title, QString const& text,
-                                     Then then) {
+void FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& text, Then then) {
     if (QWidget const* const window = core_.window) {
         Log().info("Show pop msg window, visible {}, hide {}, mini {}", window->isVisible(),
                    window->isHidden(), window->isMinimized());
     }
-    BoxRequest request;
-    request.kind = kind;
-    request.title = title;
-    request.text = text;
-    request.buttons = {GetTrMsg(MsgCode::UI_INFO_OK)};
-    boxes_.Tell(std::move(request), [then = std::move(then)](int) {
+    boxes_.Tell(OkBox(kind, text), [then = std::move(then)](int) {
         if (then) {
             then();
         }

@@ -28,7 +28,11 @@ bool hasControl(SupportedAuthType type) {
 
 LoginStatuses::LoginStatuses(SessionCore& core, ConnectFlow& flow, FailurePresenter& failures,
                              BoxQueue& boxes)
-    : core_(core), flow_(flow), failures_(failures), boxes_(boxes), thirdParty_(core, failures) {
+    : core_(core),
+      flow_(flow),
+      failures_(failures),
+      boxes_(boxes),
+      thirdParty_(core, failures, boxes) {
 }
 
 std::int32_t LoginStatuses::ConvertMsgCodeToAuthCodeType(MsgCode code) {
