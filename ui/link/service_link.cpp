@@ -163,6 +163,9 @@ void ServiceLink::onLinkedUp(bool first) {
     if (core_->Ready()) {
         setState(LinkState::kLinked);
         announceLinkUp();
+        for (; early_ > 0; --early_) {
+            MessageWaiting();
+        }
     }
 }
 
@@ -191,7 +194,7 @@ void ServiceLink::onServiceUse(bool byAnother) {
 }
 
 void ServiceLink::onProcessIPCTimeout(int count, quint64 generation) {
-    if (ignoreLoss_) {
+    if (ignoreLoss_ || !core_->IsCurrent(generation)) {
         return;
     }
     Log().error("ipc timeout num {}", count);
@@ -201,7 +204,7 @@ void ServiceLink::onProcessIPCTimeout(int count, quint64 generation) {
 }
 
 void ServiceLink::onProcessIPCError(int code, quint64 generation) {
-    if (ignoreLoss_) {
+    if (ignoreLoss_ || !core_->IsCurrent(generation)) {
         return;
     }
     Log().error("ipc error with code {}", code);
@@ -228,6 +231,10 @@ void ServiceLink::lose(quint64 generation) {
 // One text a wake-up: what its handler opens (a box runs the event loop) holds up no other text.
 void ServiceLink::onRecvServiceData(QString const& /*wakeUp*/) {
     drainTextsSoon();
+    if (state_ != LinkState::kLinked) {
+        ++early_;
+        return;
+    }
     if (std::string const json = GetServiceData(); !json.empty()) {
         Q_EMIT MessageArrived(json);
         Log().debug("on recv service done ");
