@@ -80,23 +80,38 @@ TEST_F(DispatchTest, FailuresThatNoHandlerShowsAreToldAtTheEnd) {
     EXPECT_EQ(state.status, ConnectStatus::Disconnected);
 }
 
-TEST_F(DispatchTest, WhileABoxStandsOnlyTheLatestOtherTextFollows) {
+TEST_F(DispatchTest, WhileABoxStandsTheOthersWaitAndTheUsersStopEndsThem) {
     core::sslvpn::CLMsgGatewayDetectStopData record;
     record.profileName = "Head office";
     auto const fail = [this, &record](char const* reason) {
         record.reason = reason;
         Receive(record);
     };
+    auto page = Reply(MsgCode::URL_REDIRECT_ENABLE);
+    page.redirectUrl = "https://intranet.example.com";
+    auto login = Reply(MsgCode::OAUTH_PAGE);
+    login.oauthPagePath = "file:///etc/passwd";
+    prompts.FailToOpen(true);
     GoOnline();
     prompts.ExpectBox(QStringLiteral("first"), 0, [&] {
         fail("first");
+        Receive(page);
+        Receive(login);
         fail("second");
         fail("third");
         EXPECT_EQ(prompts.Boxes().size(), 1U);
     });
-    prompts.ExpectBox(QStringLiteral("third"), 0);
+    prompts.ExpectBox(Text(MsgCode::UI_INFO_OPEN_URL_WITH_BROWER_FAIL), 0);
+    prompts.ExpectBox(Text(MsgCode::UI_INFO_INVALID_URL), 0);
+    prompts.ExpectBox(QStringLiteral("third"), 0, [&] {
+        fail("fourth");
+        ClickStop();
+        EXPECT_EQ(prompts.Closings(), 1);
+        Receive(MsgCode::OFFLINE);
+    });
     fail("first");
-    EXPECT_TRUE(WaitUntil([this] { return prompts.Finished(); }));
+    EXPECT_TRUE(WaitUntil([this] { return prompts.Finished() && state.Idle(); }));
+    EXPECT_EQ(Sent("stop"), 1);
 }
 
 TEST_F(DispatchTest, BehindTheBoxOfASessionsEndNothingSaysConnected) {

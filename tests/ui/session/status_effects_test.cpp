@@ -55,30 +55,6 @@ TEST_F(StatusEffectsTest, TailsRunOnlyForTheAttemptThatFailed) {
     EXPECT_EQ(select.count(), 0);
 }
 
-TEST_F(StatusEffectsTest, NoBoxOpensOverAnotherAndTheUsersStopClosesIt) {
-    auto page = Reply(MsgCode::URL_REDIRECT_ENABLE);
-    page.redirectUrl = "https://intranet.example.com";
-    auto login = Reply(MsgCode::OAUTH_PAGE);
-    login.oauthPagePath = "file:///etc/passwd";
-    prompts.FailToOpen(true);
-    GoOnline();
-    prompts.ExpectBox(Text(MsgCode::ERR_HISTORY_PASSWORD), 0, [&] {
-        Receive(page);
-        Receive(login);
-        EXPECT_EQ(prompts.Boxes().size(), 1U);
-    });
-    prompts.ExpectBox(Text(MsgCode::UI_INFO_OPEN_URL_WITH_BROWER_FAIL), 0);
-    prompts.ExpectBox(Text(MsgCode::UI_INFO_INVALID_URL), 0, [this] {
-        Receive(MsgCode::ERR_HISTORY_PASSWORD);
-        ClickStop();
-        EXPECT_EQ(prompts.Closings(), 1);
-        Receive(MsgCode::OFFLINE);
-    });
-    Receive(MsgCode::ERR_HISTORY_PASSWORD);
-    EXPECT_TRUE(test::WaitUntil([this] { return prompts.Finished() && state.Idle(); }));
-    EXPECT_EQ(Sent("stop"), 1);
-}
-
 TEST_F(StatusEffectsTest, WhatAFailureLeadsToWaitsForItsOwnText) {
     core::sslvpn::CLMsgGatewayDetectStopData older;
     older.profileName = "Head office";
