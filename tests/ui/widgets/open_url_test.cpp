@@ -73,11 +73,3 @@ TEST(OpenUrl, NoFileIsLocalWithoutADataFolder) {
     EXPECT_TRUE(ui::PageUrl(page, true).isEmpty());
     ui::AppCtrl::Instance() = ui::AppCtrl();
 }
-
-TEST(OpenUrl, ABrowserThatDoesNotStartIsTold) {
-    test::ScriptedPrompts prompts;
-    prompts.FailToOpen(true);
-    prompts.ExpectBox(ui::GetTrMsg(common::MsgCode::UI_INFO_OPEN_URL_WITH_BROWER_FAIL), 0);
-    EXPECT_FALSE(ui::OpenUrlWithHint(prompts, nullptr, QStringLiteral("https://a.example"), false));
-    EXPECT_FALSE(ui::OpenUrl(prompts, QStringLiteral("https://a.example"), false));
-}
