@@ -126,6 +126,7 @@ bool MessageDispatcher::onTunnelStatistics(Message const& message) {
     return readFor<CLMsgReplyTunnelStatisticsData>(message, [this](auto const& data, Profile&) {
         core_.context.statistics = data;
         core_.link.NotePeriodic();
+        Q_EMIT core_.StatisticsArrived();
     });
 }
 
