@@ -122,9 +122,8 @@ void installTranslators() {
 }
 
 int refuseSecondClient(Prompts& prompts) {
-    prompts.Information(nullptr, GetErrMsg(MsgCode::UI_INFO),
-                        GetErrMsg(MsgCode::UI_TR_PROGRAM_IS_RUNNING),
-                        GetErrMsg(MsgCode::UI_INFO_OK));
+    prompts.Information(nullptr, GetTrMsg(MsgCode::UI_INFO),
+                        GetTrMsg(MsgCode::UI_TR_PROGRAM_IS_RUNNING), GetTrMsg(MsgCode::UI_INFO_OK));
     return 0;
 }
 

@@ -184,6 +184,9 @@ bool Config::AddClientCert(CertInfo const& cert) {
         }
     }
     clientCerts.insert_or_assign(cert.fingerprint, std::move(stored));
+    std::erase_if(keptCerts_, [&cert](KeptKeys const& kept) {  // its file has been replaced
+        return settings::Utf8Of(kept[settings::kFileName]) == cert.fingerprint;
+    });
     return true;
 }
 
