@@ -58,7 +58,10 @@ class ServiceLink : public QObject, private LinkEvents {
     void WatchSilence(bool on) { silence_.Watch(on); }
     // The service's counters have come: it says something all the time. Heartbeats tell that by
     // themselves.
-    void NotePeriodic() { core_->NotePeriodic(); }
+    void NotePeriodic() {
+        core_->NotePeriodic();
+        silence_.Heard();
+    }
     std::optional<QDateTime> SilentSince() const { return silence_.Since(); }
 
     // The oldest text from the service; empty when none waits.

@@ -125,6 +125,7 @@ bool MessageDispatcher::onTunnelStatistics(std::string const& json) {
     return readFor<CLMsgReplyTunnelStatisticsData>(json, [this](auto const& data, Profile&) {
         core_.context.statistics = data;
         core_.link.NotePeriodic();
+        Q_EMIT core_.StatisticsArrived();
     });
 }
 
