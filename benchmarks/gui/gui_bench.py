@@ -17,6 +17,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts" / "desktop"))
 
+from figures import Table  # noqa: E402
 from processes import end_on_signals  # noqa: E402
 from programs import Client, Service  # noqa: E402
 from virtual_desktop import VirtualDesktop  # noqa: E402
@@ -31,29 +32,6 @@ MEMORY_LIMIT = 0.6
 IDLE_WAKE_UPS = 0  # of all threads
 ONLINE_WAKE_UPS = 2  # a second, of the GUI thread: the duration with its question, and the answer
 ONLINE_CPU = 600  # ms a minute: one hundredth of a processor
-
-
-class Table:
-    def __init__(self):
-        self.good = True
-        print("\nStart, memory and idle cost beside an empty Qt program")
-        self._row("name", "figure", "unit", "limit", "ratio", "verdict")
-
-    def add(self, name, figure, unit, limit, base):
-        """Good when not above the limit; the ratio is figure / base."""
-        good = figure <= limit
-        self.good = self.good and good
-        ratio = f"{figure / base:.2f}" if base else ""
-        verdict = "ok" if good else "MISSED"
-        self._row(name, f"{figure:.2f}", unit, f"{limit:.2f}", ratio, verdict)
-
-    def note(self, name, figure, unit):
-        self._row(name, f"{figure:.2f}", unit, "", "", "")
-
-    @staticmethod
-    def _row(name, figure, unit, limit, ratio, verdict):
-        line = f"  {name:<38}  {figure:>10}  {unit:<8}  {limit:>10}  {ratio:>6}  {verdict}"
-        print(line.rstrip(), flush=True)
 
 
 def start_times(watch, programs):
@@ -158,7 +136,7 @@ def main():
     binaries, results = Path(sys.argv[1]), Path(sys.argv[2])
     shutil.rmtree(results, ignore_errors=True)
     with VirtualDesktop(results, accessibility=False) as desktop:
-        table = Table()
+        table = Table("Start, memory and idle cost beside an empty Qt program")
         measure(desktop, binaries, table)
     return 0 if table.good else 1
 

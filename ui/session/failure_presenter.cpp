@@ -4,6 +4,7 @@
 
 #include "app/environment/app_ctrl.h"
 #include "components/logger/logger.h"
+#include "components/utils/text.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/open_url.h"
 #include "ui/widgets/zvl_message_box.h"
@@ -43,8 +44,11 @@ QString firstNonEmpty(std::initializer_list<QString> texts) {
     return {};
 }
 
+// More than a box shows is not even converted.
 QString utf8(std::string const& text) {
-    return QString::fromStdString(text);
+    constexpr std::size_t kMostBytes = 16 * 1024;
+    std::string_view const most = components::utils::CutUtf8(text, kMostBytes);
+    return QString::fromUtf8(most.data(), static_cast<int>(most.size()));
 }
 
 // The service's own words for the code, else ours.
