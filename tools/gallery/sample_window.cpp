@@ -53,6 +53,16 @@ void writeSettings(SampleWindow::Content content) {
                          "a.user.name.that.is.much.longer.than.its.place@example.com")},
             false);
         config.SetDefaultProfile(firstName());
+    } else if (content == SampleWindow::Content::kMany) {
+        config.AddProfiles({makeProfile(firstName(), "vpn.example.com", "alice")}, false);
+        for (int i = 1; i < 20; ++i) {
+            std::string const number = std::to_string(i);
+            auto const site = makeProfile(("Site " + number).c_str(),
+                                          ("gw" + number + ".example.com").c_str(), "alice.chen");
+            site->forgotPwdUrl = "https://vpn.example.com/forgot";
+            config.AddProfiles({site}, false);
+        }
+        config.SetDefaultProfile("Site 11");
     }
     config.Save();
 }

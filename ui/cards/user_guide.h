@@ -1,11 +1,11 @@
-// The first-use page: no connection yet, and a button to add one.
+// The first-use page: no connection yet, and a button to add one, which has the focus of the page.
 #pragma once
 
-#include <QWidget>
+#include <QFrame>
 
 namespace zorvanelink::ui {
 
-class UserGuide : public QWidget {
+class UserGuide : public QFrame {
     Q_OBJECT
 
   public:
