@@ -25,7 +25,7 @@ UserGuide::UserGuide(QWidget* parent) : QFrame(parent) {
     button->setObjectName(QStringLiteral("guide_button_"));
     button->setProperty("primary", true);
     button->setProperty("wide", true);
-    setFocusProxy(button);
+    button_ = button;
     connect(button, &QPushButton::clicked, this, &UserGuide::UserGuideStartConnect);
 
     auto* column = new QVBoxLayout(this);

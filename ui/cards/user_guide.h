@@ -1,4 +1,4 @@
-// The first-use page: no connection yet, and a button to add one, which has the focus of the page.
+// The first-use page: no connection yet, and a button to add one. GUI thread.
 #pragma once
 
 #include <QFrame>
@@ -11,8 +11,13 @@ class UserGuide : public QFrame {
   public:
     explicit UserGuide(QWidget* parent = nullptr);
 
+    QWidget* Button() const { return button_; }
+
   Q_SIGNALS:
     void UserGuideStartConnect();
+
+  private:
+    QWidget* button_;
 };
 
 }  // namespace zorvanelink::ui

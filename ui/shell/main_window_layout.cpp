@@ -64,7 +64,8 @@ QWidget* MainWindowLayout::buildBody() {
 }
 
 QWidget* MainWindowLayout::Begin() const {
-    return pages->currentIndex() == kGuidePage ? pages->currentWidget() : connection_listwidget_;
+    auto const* const guide = qobject_cast<UserGuide*>(pages->currentWidget());
+    return guide != nullptr ? guide->Button() : connection_listwidget_;
 }
 
 // The page is made when it is first needed: most starts never show it.
