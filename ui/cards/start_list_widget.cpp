@@ -108,11 +108,6 @@ void StartListWidget::currentChanged(QModelIndex const& current, QModelIndex con
     markFocus();
 }
 
-// A view makes the item current whose widget gets the focus, and with it selected.
-bool StartListWidget::eventFilter(QObject* watched, QEvent* event) {
-    return event->type() != QEvent::FocusIn && QListWidget::eventFilter(watched, event);
-}
-
 void StartListWidget::focusInEvent(QFocusEvent* event) {
     QListWidget::focusInEvent(event);
     if (CurrentCard() == nullptr) {

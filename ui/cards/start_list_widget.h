@@ -31,7 +31,6 @@ class StartListWidget : public QListWidget {
 
   protected:
     void currentChanged(QModelIndex const& current, QModelIndex const& previous) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

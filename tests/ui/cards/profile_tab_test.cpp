@@ -84,6 +84,7 @@ TEST_F(ProfileTabTest, TheButtonDoesWhatItSays) {
         EXPECT_EQ(button().text(), QLatin1String(c.text));
         EXPECT_EQ(Find<QLabel>(*tab, "state_label_").text(), QLatin1String(c.stateText));
         EXPECT_EQ(Find<QLabel>(*tab, "state_lamp_").isVisible(), *c.stateText != '\0');
+        EXPECT_GE(button().width(), button().fontMetrics().horizontalAdvance(button().text()) + 28);
         EXPECT_EQ(button().isEnabled(), c.enabled);
         EXPECT_EQ(menu().isEnabled(), c.menu);
         bool const connects = button().text() == QLatin1String("Connect");

@@ -164,6 +164,7 @@ TEST_F(Shell, AutomaticLoginStartsTheDefaultConnectionUnlessOneWasChosen) {
     Add("Branch");
     Add("Head office");
     config.autoLogin = true;
+    test::LogCapture const log;
     Open();
     EXPECT_EQ(window->findChild<StatusBarWidget*>()->CountText(),
               GetTrMsg(MsgCode::UI_TR_STATUS_NO_CONNECTED).arg(2));
@@ -171,10 +172,11 @@ TEST_F(Shell, AutomaticLoginStartsTheDefaultConnectionUnlessOneWasChosen) {
     Say(MsgCode::CONNECTING);
     EXPECT_TRUE(WaitFor([this] { return window->State().status == ConnectStatus::Connecting; }));
     EXPECT_EQ(window->State().currentProfileName, "Head office");
+    EXPECT_EQ(log.Count("start connect in profile tab"), 1);
 
-    test::LogCapture const log;
+    int const before = log.Count("Auto login is on");
     window->onSignalAutoLogin();
-    EXPECT_TRUE(WaitFor([&log] { return log.Has("Auto login is on"); }));
+    EXPECT_TRUE(WaitFor([&] { return log.Count("Auto login is on") > before; }));
     EXPECT_EQ(Sent("start"), 1);
 }
 
