@@ -27,6 +27,8 @@ ConnectionPage::ConnectionPage(QWidget* parent)
     build();
     connect(search_, &QLineEdit::textChanged, this, &ConnectionPage::onSearch);
     connect(search_, &QLineEdit::returnPressed, list_, qOverload<>(&QWidget::setFocus));
+    // What has just been added is shown.
+    connect(list_->model(), &QAbstractItemModel::rowsInserted, search_, &QLineEdit::clear);
     connect(list_->model(), &QAbstractItemModel::rowsInserted, this,
             &ConnectionPage::onCountChanged);
     connect(list_->model(), &QAbstractItemModel::rowsRemoved, this,

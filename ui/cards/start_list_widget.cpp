@@ -46,7 +46,6 @@ QListWidgetItem* StartListWidget::AddCard(ProfileTab* card) {
     card->setFocusProxy(this);
     item->setSizeHint(itemSize(*card));
     setItemWidget(item, card);
-    item->setHidden(!card->Matches(search_));
     return item;
 }
 

@@ -286,7 +286,11 @@ TEST_F(ConnectionsTest, ManyAreLowCanBeSearchedAndEachNameIsReadOnce) {
     search.setFocus();
     press(Qt::Key_Escape);
     EXPECT_EQ(list.ListedCards().size(), 20U);
-    for (int i = 7; i <= 20; ++i) {
+    search.setText(QStringLiteral("nowhere"));
+    add("Site 21");
+    cards.RefreshConnList();
+    EXPECT_EQ(list.ListedCards().size(), 21U) << "the new one shows";
+    for (int i = 7; i <= 21; ++i) {
         config.DeleteProfile("Site " + std::to_string(i));
     }
     cards.RefreshConnList();
