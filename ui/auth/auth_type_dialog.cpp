@@ -1,7 +1,6 @@
 #include "ui/auth/auth_type_dialog.h"
 
 #include <QHBoxLayout>
-#include <QScreen>
 #include <algorithm>
 
 #include "app/environment/app_ctrl.h"
@@ -54,22 +53,19 @@ AuthTypeDialog::AuthTypeDialog(std::shared_ptr<Profile> profile, bool select, Se
 }
 
 void AuthTypeDialog::build() {
-    // Follows its content: the groups come and go with the type.
-    FrameLayout()->setSizeConstraint(QLayout::SetFixedSize);
-    Body()->setFixedWidth(kWidth);
+    setFixedWidth(kWidth);
     form_ = new CredentialForm(Body());
     keepType_ = new QCheckBox(GetTrMsg(MsgCode::UI_TR_INFO_REMEMBER_AUTH_TYPE), Body());
     keepType_->setObjectName(QStringLiteral("checkbox_keep_auth_type_"));
     keepType_->setAccessibleName(keepType_->text());
     keepType_->setChecked(EditedProfile().keepAuthType);
     auto* column = new QVBoxLayout(Body());
-    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    column->setContentsMargins(kMargin, kMargin, kMargin, 6);
     column->setSpacing(kSpacing);
     column->addWidget(buildRadios());
     column->addWidget(form_);
     column->addWidget(keepType_, 0, Qt::AlignLeft);
-    column->addSpacing(4);
-    column->addWidget(buildButtons());
+    SetFoot(buildButtons());
 }
 
 QWidget* AuthTypeDialog::buildRadios() {
@@ -92,9 +88,8 @@ QWidget* AuthTypeDialog::buildRadios() {
 }
 
 QWidget* AuthTypeDialog::buildButtons() {
-    auto* bar = new QWidget(Body());
+    auto* bar = new QWidget(Panel());
     auto* column = new QVBoxLayout(bar);
-    column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(12);
     login_ = addButton(*column, "btn_connect_", MsgCode::UI_TR_INFO_BEGIN_LOGIN);
     thirdParty_ = addButton(*column, "btn_third_party_", MsgCode::UI_TR_INFO_THIRD_LOGIN);
@@ -106,7 +101,7 @@ QWidget* AuthTypeDialog::buildButtons() {
 }
 
 QPushButtonExt* AuthTypeDialog::addButton(QLayout& column, char const* name, MsgCode text) {
-    auto* button = new QPushButtonExt(GetTrMsg(text), Body());
+    auto* button = new QPushButtonExt(GetTrMsg(text), Panel());
     button->setObjectName(QLatin1String(name));
     button->setAccessibleName(button->text());
     // The default button stays the one that Enter means, wherever the focus is.
@@ -285,15 +280,6 @@ void AuthTypeDialog::showEvent(QShowEvent* event) {
         w.userName->setFocus();
     } else {
         w.password->setFocus();
-    }
-}
-
-// A group that comes may reach below the screen.
-void AuthTypeDialog::resizeEvent(QResizeEvent* event) {
-    AuthConfigBase::resizeEvent(event);
-    int const excess = geometry().bottom() - screen()->availableGeometry().bottom();
-    if (isVisible() && excess > 0) {
-        move(x(), qMax(screen()->availableGeometry().top(), y() - excess));
     }
 }
 

@@ -41,7 +41,6 @@ class AuthTypeDialog : public AuthConfigBase {
 
   protected:
     void showEvent(QShowEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
   private:
     // A type that the user can pick by a radio button.

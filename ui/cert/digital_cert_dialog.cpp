@@ -21,7 +21,9 @@ using common::MsgCode;
 using components::logger::Log;
 namespace utils = components::utils;
 
-constexpr QSize kBodySize{520, 440};  // pixels
+// Pixels, before scaling.
+constexpr int kWidth = 520;
+constexpr int kBodyHeight = 372;
 
 }  // namespace
 
@@ -37,12 +39,13 @@ DigitalCertDialog::DigitalCertDialog(CertInfo* target, Config& config, Prompts& 
                                               : MsgCode::UI_TR_CLIENT_CERT_MANAGEMENT));
     certBox_->setAccessibleName(windowTitle());
     auto* column = new QVBoxLayout(Body());
-    column->setContentsMargins(20, 16, 20, 20);
+    column->setContentsMargins(20, 16, 20, 4);
     column->setSpacing(16);
     column->addWidget(buildHead());
     column->addWidget(certBox_, 1);
-    column->addWidget(buildFoot());
-    Body()->setFixedSize(kBodySize);
+    SetFoot(buildFoot());
+    Body()->setFixedHeight(kBodyHeight);
+    setFixedWidth(kWidth);
     connect(certBox_, &CertViewBox::SelectCert, this, &DigitalCertDialog::OnSelectCert);
     InitCertView();
 }
@@ -71,7 +74,7 @@ QWidget* DigitalCertDialog::buildHead() {
 }
 
 QWidget* DigitalCertDialog::buildFoot() {
-    auto* foot = new DialogFoot(Body(), "btn_ok_", target_ != nullptr ? "btn_cancel_" : nullptr);
+    auto* foot = new DialogFoot(Panel(), "btn_ok_", target_ != nullptr ? "btn_cancel_" : nullptr);
     connect(foot->Ok(), &QPushButton::clicked, this, &DigitalCertDialog::OnBtnOkClicked);
     if (foot->Cancel() != nullptr) {
         connect(foot->Cancel(), &QPushButton::clicked, this, &QDialog::reject);

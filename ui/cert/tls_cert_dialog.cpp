@@ -15,7 +15,9 @@ namespace {
 using common::MsgCode;
 using components::logger::Log;
 
-constexpr QSize kBodySize{520, 380};  // pixels
+// Pixels, before scaling.
+constexpr int kWidth = 520;
+constexpr int kBodyHeight = 312;
 
 QString shownName(CertInfo const& cert) {
     std::string const& name = cert.certName.empty() ? cert.commonName : cert.certName;
@@ -42,15 +44,16 @@ TLSCertDialog::TLSCertDialog(CertInfo& target, Config& config, Prompts& prompts,
     connect(refresh, &QPushButton::clicked, this, &TLSCertDialog::on_refresh_button__clicked);
     connect(manage, &QPushButton::clicked, this, &TLSCertDialog::manageStore);
     auto* column = new QVBoxLayout(Body());
-    column->setContentsMargins(20, 16, 20, 20);
+    column->setContentsMargins(20, 16, 20, 4);
     column->setSpacing(16);
     column->addWidget(kinds);
     column->addWidget(pages_, 1);
-    auto* foot = new DialogFoot(Body(), "ok_button_", "cancel_button_");
+    auto* foot = new DialogFoot(Panel(), "ok_button_", "cancel_button_");
     connect(foot->Ok(), &QPushButton::clicked, this, &TLSCertDialog::on_ok_button__clicked);
     connect(foot->Cancel(), &QPushButton::clicked, this, &QDialog::reject);
-    column->addWidget(foot);
-    Body()->setFixedSize(kBodySize);
+    SetFoot(foot);
+    Body()->setFixedHeight(kBodyHeight);
+    setFixedWidth(kWidth);
     fillFromStore();
 }
 

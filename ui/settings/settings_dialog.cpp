@@ -52,19 +52,17 @@ SettingsDialog::SettingsDialog(Config& config, Prompts& prompts, QWidget* parent
     setObjectName(QStringLiteral("settings_dialog_"));
     setWindowTitle(GetTrMsg(MsgCode::UI_INFO_SETTING));
     auto* const column = new QVBoxLayout(Body());
-    column->setContentsMargins(20, 20, 20, 20);
+    column->setContentsMargins(20, 20, 20, 12);
     column->setSpacing(8);
     addSwitches(column);
     column->addSpacing(12);
     column->addWidget(buildCertificates());
-    column->addSpacing(16);
-    auto* const foot = new DialogFoot(Body(), "btn_ok_", "btn_cancel_");
+    auto* const foot = new DialogFoot(Panel(), "btn_ok_", "btn_cancel_");
     connect(foot->Ok(), &QPushButton::clicked, this, &QDialog::accept);
     connect(foot->Cancel(), &QPushButton::clicked, this, &QDialog::reject);
-    column->addWidget(foot);
+    SetFoot(foot);
     Body()->setMinimumWidth(kBodyWidth);
     switches_.front().box->setFocus();
-    FrameLayout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void SettingsDialog::addSwitches(QVBoxLayout* column) {

@@ -23,7 +23,7 @@ InputDialog::InputDialog(Prompts& prompts, QWidget* parent)
       label2_(new QLabel(Body())),
       edit_(new QLineEdit(Body())),
       remember_(new QCheckBox(Body())),
-      foot_(new DialogFoot(Body(), "ok_button_", "cancel_button_")) {
+      foot_(new DialogFoot(Panel(), "ok_button_", "cancel_button_")) {
     label_->setObjectName(QStringLiteral("label_"));
     label2_->setObjectName(QStringLiteral("label2_"));
     label2_->setProperty("role", QStringLiteral("label"));
@@ -44,13 +44,12 @@ InputDialog::InputDialog(Prompts& prompts, QWidget* parent)
     field->addWidget(label2_);
     field->addWidget(edit_);
     auto* column = new QVBoxLayout(Body());
-    column->setContentsMargins(20, 20, 20, 20);
+    column->setContentsMargins(20, 20, 20, 8);
     column->setSpacing(12);
     column->addWidget(label_);
     column->addLayout(field);
     column->addWidget(remember_);
-    column->addSpacing(4);
-    column->addWidget(foot_);
+    SetFoot(foot_);
     setFixedWidth(480);
     edit_->setFocus();
 }

@@ -79,23 +79,21 @@ void ZVLMessageBox::init(ZVLMsgBoxType kind, QString const& text, Buttons const&
     top->setSpacing(16);
     top->addWidget(icon, 0, Qt::AlignTop);
     top->addLayout(texts);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(12);
     auto* column = new QVBoxLayout(Body());
-    column->setContentsMargins(20, 20, 20, 20);
-    column->setSpacing(20);
+    column->setContentsMargins(20, 20, 20, 8);
     column->addLayout(top);
-    column->addLayout(row);
-    addButtons(row, buttons);
-    FrameLayout()->setSizeConstraint(QLayout::SetFixedSize);
+    addButtons(buttons);
     setAccessibleDescription(
         (mainLabel_->toPlainText() + QLatin1Char('\n') + detailLabel_->toPlainText()).trimmed());
 }
 
-void ZVLMessageBox::addButtons(QHBoxLayout* row, Buttons const& buttons) {
+void ZVLMessageBox::addButtons(Buttons const& buttons) {
+    auto* foot = new QWidget(Panel());
+    auto* row = new QHBoxLayout(foot);
+    row->setSpacing(12);
     row->addStretch();
     for (std::size_t i = 0; i < buttons.size(); ++i) {
-        auto* button = new QPushButtonExt(buttons[i], Body());
+        auto* button = new QPushButtonExt(buttons[i], foot);
         button->setObjectName(QStringLiteral("button_%1_").arg(i));
         connect(button, &QPushButton::clicked, this, [this, i] {
             answer_ = static_cast<int>(i);
@@ -105,6 +103,7 @@ void ZVLMessageBox::addButtons(QHBoxLayout* row, Buttons const& buttons) {
         row->insertWidget(1, button);
         buttons_.push_back(button);
     }
+    SetFoot(foot);
     SetDefaultButton(0);
 }
 
@@ -243,14 +242,10 @@ void ZVLMessageBoxWithBackground::paintEvent(QPaintEvent*) {
 }
 
 void ZVLMessageBoxWithBackground::Place() {
-    QWidget const* owner = parentWidget() != nullptr ? parentWidget()->window() : nullptr;
-    bool const overOwner = owner != nullptr && owner->isVisible() && !owner->isMinimized();
+    QWidget const* const owner = VisibleOwner();
     fitTexts();
-    FrameLayout()->setSizeConstraint(QLayout::SetNoConstraint);
     FrameLayout()->setAlignment(Panel(), Qt::AlignCenter);
-    setMinimumSize(0, 0);
-    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-    setGeometry(overOwner ? owner->frameGeometry() : screen()->availableGeometry());
+    setGeometry(owner != nullptr ? owner->frameGeometry() : screen()->availableGeometry());
 }
 
 }  // namespace zorvanelink::ui

@@ -67,7 +67,7 @@ class ZVLMessageBox : public ZVLDialog {
 
   private:
     void init(ZVLMsgBoxType kind, QString const& text, Buttons const& buttons);
-    void addButtons(QHBoxLayout* row, Buttons const& buttons);
+    void addButtons(Buttons const& buttons);
     void AutoGetRes();
 
     ZVLMsgBoxType kind_;
@@ -92,6 +92,7 @@ class ZVLMessageBoxWithBackground : public ZVLMessageBox {
   protected:
     void paintEvent(QPaintEvent* event) override;
     void Place() override;
+    void Fit() override {}  // the backdrop is as large as the owner
 };
 
 }  // namespace zorvanelink::ui
