@@ -6,6 +6,7 @@
 #include "app/environment/app_ctrl.h"
 #include "components/logger/logger.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/open_url.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -59,13 +60,29 @@ void AuthTypeDialog::build() {
     keepType_->setObjectName(QStringLiteral("checkbox_keep_auth_type_"));
     keepType_->setAccessibleName(keepType_->text());
     keepType_->setChecked(EditedProfile().keepAuthType);
+    SetSubtitle(QString::fromStdString(EditedProfile().name + " · " + EditedProfile().server));
     auto* column = new QVBoxLayout(Body());
     column->setContentsMargins(kMargin, kMargin, kMargin, 6);
     column->setSpacing(kSpacing);
     column->addWidget(buildRadios());
     column->addWidget(form_);
-    column->addWidget(keepType_, 0, Qt::AlignLeft);
+    auto* last = new QHBoxLayout;
+    last->addWidget(keepType_);
+    last->addStretch();
+    last->addWidget(buildForgotten());
+    column->addLayout(last);
     SetFoot(buildButtons());
+}
+
+QWidget* AuthTypeDialog::buildForgotten() {
+    QString const page = QString::fromStdString(EditedProfile().forgotPwdUrl);
+    forgotten_ = new QPushButtonExt(GetTrMsg(MsgCode::UI_TR_INFO_FORGOT_PWD), Body());
+    forgotten_->setObjectName(QStringLiteral("btn_forgot_pwd_"));
+    forgotten_->setProperty("flat", true);
+    forgotten_->hide();
+    connect(forgotten_, &QPushButton::clicked, this,
+            [this, page] { OpenUrlWithHint(services().prompts, this, page, false); });
+    return forgotten_;
 }
 
 QWidget* AuthTypeDialog::buildRadios() {
@@ -93,6 +110,14 @@ QWidget* AuthTypeDialog::buildButtons() {
     column->setSpacing(12);
     login_ = addButton(*column, "btn_connect_", MsgCode::UI_TR_INFO_BEGIN_LOGIN);
     thirdParty_ = addButton(*column, "btn_third_party_", MsgCode::UI_TR_INFO_THIRD_LOGIN);
+    browserHint_ =
+        new QLabel(Translate(QT_TRANSLATE_NOOP("ui", "Your browser opens to log in.")), bar);
+    browserHint_->setObjectName(QStringLiteral("browser_hint_"));
+    browserHint_->setProperty("role", QStringLiteral("hint"));
+    browserHint_->setAlignment(Qt::AlignCenter);
+    thirdParty_->setAccessibleDescription(browserHint_->text());
+    browserHint_->hide();
+    column->addWidget(browserHint_);
     cancel_ = addButton(*column, "btn_cancel_", MsgCode::UI_INFO_CANCEL);
     cancel_->setProperty("flat", true);
     login_->hide();
@@ -163,6 +188,7 @@ bool AuthTypeDialog::IsNeedAuthTypeRadioButton() const {
 void AuthTypeDialog::InitAuthTypeWidget(SupportedAuthType type) {
     if (type == SupportedAuthType::kOauth) {
         thirdParty_->show();
+        browserHint_->show();
         thirdParty_->setDefault(true);
     }
     for (Choice const& choice : kChoices) {
@@ -190,7 +216,7 @@ void AuthTypeDialog::pressFirstChoice() {
 void AuthTypeDialog::orderTabs() {
     QList<QWidget*> stops{userRadio_, userCertRadio_, certRadio_};
     stops += form_->TabStops();
-    stops += {login_, thirdParty_, keepType_, cancel_};
+    stops += {login_, thirdParty_, keepType_, forgotten_, cancel_};
     for (int i = 1; i < stops.size(); ++i) {
         setTabOrder(stops[i - 1], stops[i]);
     }
@@ -204,6 +230,7 @@ void AuthTypeDialog::onRadio(Choice const& choice, bool checked) {
     chosen_ = choice.type;
     form_->PasswordGroup()->setVisible(common::NeedsPassword(chosen_));
     form_->CertGroup()->setVisible(common::NeedsCertificate(chosen_));
+    forgotten_->setVisible(common::NeedsPassword(chosen_) && !EditedProfile().forgotPwdUrl.empty());
     if (common::NeedsCertificate(chosen_)) {
         RefreshCertInfo();
     }

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "components/logger/logger.h"
+#include "ui/cert/cert_lines.h"
 #include "ui/cert/cert_view_form.h"
 #include "ui/cert/digital_cert_dialog.h"
 #include "ui/text/texts.h"
@@ -89,8 +90,14 @@ QWidget* TLSCertDialog::buildPage(Source& source, char const* viewName, QPushBut
     source.view->setObjectName(QLatin1String(viewName));
     source.view->setAccessibleName(GetTrMsg(MsgCode::UI_INFO_SELECT_CERTIFICATE));
     source.view->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    source.names = new QStringListModel(source.view);
+    source.view->setItemDelegate(new CertLinesDelegate(source.view));
+    source.names = new QStandardItemModel(source.view);
     source.view->setModel(source.names);
+    source.empty = new QLabel(source.view);
+    source.empty->setProperty("role", QStringLiteral("hint"));
+    source.empty->setAlignment(Qt::AlignCenter);
+    source.empty->setWordWrap(true);
+    (new QVBoxLayout(source.view))->addWidget(source.empty);
     connect(source.view, &QListView::doubleClicked, this, &TLSCertDialog::on_ok_button__clicked);
     setTabOrder(source.view, action);
     auto* column = new QVBoxLayout(page);
@@ -148,11 +155,14 @@ void TLSCertDialog::showPage(Source const& source) {
 }
 
 void TLSCertDialog::on_refresh_button__clicked() {
+    service_.empty->setText(Translate(QT_TRANSLATE_NOOP("ui", "Asking for the certificates...")));
     Q_EMIT SendCertRequest(false);
 }
 
 void TLSCertDialog::onRecvCertInfo(std::vector<zorvanelink::CertInfo> const& list) {
     Log().info("on recv cert info");
+    service_.empty->setText(Translate(
+        QT_TRANSLATE_NOOP("ui", "No certificates. Insert the USB key and press Refresh.")));
     fill(service_, list);
 }
 
@@ -163,16 +173,16 @@ void TLSCertDialog::fill(Source& source, std::vector<CertInfo> certs) {
                                    ? source.certs[static_cast<std::size_t>(at.row())].fingerprint
                                    : target_.fingerprint;
     source.certs = std::move(certs);
-    QStringList names;
+    source.names->clear();
     int preset = -1;
     for (CertInfo const& cert : source.certs) {
         if (!wanted.empty() && cert.fingerprint == wanted) {
-            preset = names.size();
+            preset = source.names->rowCount();
         }
-        names.append(ValidityMark(cert) + shownName(cert));
+        source.names->appendRow(CertLinesDelegate::ItemOf(LinesOf(cert)));
     }
-    source.names->setStringList(names);
-    source.view->setCurrentIndex(source.names->index(preset));
+    source.empty->setVisible(source.certs.empty());
+    source.view->setCurrentIndex(source.names->index(preset, 0));
 }
 
 void TLSCertDialog::fillFromStore() {
@@ -182,6 +192,7 @@ void TLSCertDialog::fillFromStore() {
             certs.push_back(cert);
         }
     }
+    store_.empty->setText(NoCertificates());
     fill(store_, std::move(certs));
 }
 
@@ -198,7 +209,7 @@ void TLSCertDialog::manageStore() {
             return cert.fingerprint == store_.certs[row].fingerprint;
         };
         if (std::none_of(before.begin(), before.end(), same)) {
-            store_.view->setCurrentIndex(store_.names->index(static_cast<int>(row)));
+            store_.view->setCurrentIndex(store_.names->index(static_cast<int>(row), 0));
         }
     }
 }

@@ -26,6 +26,8 @@ class ZVLDialog : public QDialog {
 
     // The area below the title bar, without a layout of its own and without margins.
     QWidget* Body() const { return body_; }
+    // A second line of the title: whom or what the dialog is about.
+    void SetSubtitle(QString const& text) { titleBar_->SetSubtitle(text); }
     // What stays in sight above and below the body. The foot's layout gets the dialog's margins.
     void SetHead(QWidget* head);
     void SetFoot(QWidget* foot);

@@ -9,6 +9,7 @@
 
 #include "components/logger/logger.h"
 #include "ui/text/bounded_text.h"
+#include "ui/text/texts.h"
 #include "ui/widgets/automation_hooks.h"
 #include "ui/widgets/style.h"
 
@@ -91,7 +92,11 @@ void ZVLMessageBox::addButtons(Buttons const& buttons) {
     auto* foot = new QWidget(Panel());
     auto* row = new QHBoxLayout(foot);
     row->setSpacing(12);
-    row->addStretch();
+    timeLeft_ = new QLabel(foot);
+    timeLeft_->setObjectName(QStringLiteral("time_left_"));
+    timeLeft_->setProperty("role", QStringLiteral("hint"));
+    timeLeft_->hide();
+    row->addWidget(timeLeft_, 1);
     for (std::size_t i = 0; i < buttons.size(); ++i) {
         auto* button = new QPushButtonExt(buttons[i], foot);
         button->setObjectName(QStringLiteral("button_%1_").arg(i));
@@ -119,12 +124,22 @@ void ZVLMessageBox::SetDefaultButton(int index) {
 void ZVLMessageBox::SetTimeout(std::chrono::milliseconds timeout, std::function<void()> onTimeout) {
     timeout_.setSingleShot(true);
     timeout_.setInterval(timeout);
+    timeLeft_->show();
+    second_.setInterval(1000);
+    connect(&second_, &QTimer::timeout, this, &ZVLMessageBox::showTimeLeft);
+    showTimeLeft();
     connect(&timeout_, &QTimer::timeout, this, [this, onTimeout = std::move(onTimeout)] {
         reject();
         if (onTimeout) {
             onTimeout();
         }
     });
+}
+
+void ZVLMessageBox::showTimeLeft() {
+    int const left = timeout_.isActive() ? timeout_.remainingTime() : timeout_.interval();
+    timeLeft_->setText(
+        Translate(QT_TRANSLATE_NOOP("ui", "Closes in %1 s")).arg((left + 999) / 1000));
 }
 
 void ZVLMessageBox::AllowLink(std::function<void(QString const& url)> onLink) {
@@ -137,9 +152,11 @@ int ZVLMessageBox::Ask() {
     answer_ = -1;
     if (timeout_.interval() > 0) {
         timeout_.start();
+        second_.start();
     }
     exec();
     timeout_.stop();
+    second_.stop();
     return answer_;
 }
 
