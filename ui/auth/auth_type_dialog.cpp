@@ -221,12 +221,12 @@ void AuthTypeDialog::onRadio(Choice const& choice, bool checked) {
 
 void AuthTypeDialog::onClickedConnectButton() {
     Log().info("click start login button");
-    SaveSSLConfig();
     if (!CheckInput()) {
         return;
     }
     EditedProfile().authType = chosen_;
     EditedProfile().keepAuthType = keepType_->isChecked();
+    SaveSSLConfig();
     SaveAuthConfig();
     ConnectButtonEnable(false);
     accept();

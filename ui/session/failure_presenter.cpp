@@ -4,6 +4,7 @@
 
 #include "app/environment/app_ctrl.h"
 #include "components/logger/logger.h"
+#include "components/utils/text.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/open_url.h"
 #include "ui/widgets/zvl_message_box.h"
@@ -43,17 +44,20 @@ QString firstNonEmpty(std::initializer_list<QString> texts) {
     return {};
 }
 
+// More than a box shows is not even converted.
 QString utf8(std::string const& text) {
-    return QString::fromStdString(text);
+    constexpr std::size_t kMostBytes = 16 * 1024;
+    std::string_view const most = components::utils::CutUtf8(text, kMostBytes);
+    return QString::fromUtf8(most.data(), static_cast<int>(most.size()));
 }
 
 // The service's own words for the code, else ours.
 QString textOf(CLMsgCommonReplyData const& data) {
     QString const sent = utf8(IsChineseDisplayLangguage() ? data.errMsgInCn : data.errMsgInEn);
-    QString text = firstNonEmpty({sent, GetErrMsg(data.statusCode)});
+    QString text = firstNonEmpty({sent, GetTrMsg(data.statusCode)});
     if (data.statusCode == MsgCode::UI_TR_VERITY_SERVER_CERTIFICATE_FAILED) {
         return text + QLatin1String(kMessageSeparator) +
-               GetErrMsg(MsgCode::UI_TR_IMPORT_TRUSTED_CERT_TIPS);
+               GetTrMsg(MsgCode::UI_TR_IMPORT_TRUSTED_CERT_TIPS);
     }
     return text;
 }
@@ -77,7 +81,7 @@ FailurePresenter::FailurePresenter(SessionCore& core, ConnectFlow& flow, BoxQueu
 void FailurePresenter::HandleErrMsg(Data const& data, common::Show show, Then then) {
     Log().info("Failure {} [{}]", static_cast<int>(data.statusCode),
                common::g_IPCMessageMap.Name(data.statusCode));
-    QString const text = firstNonEmpty({textOf(data), GetErrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG)});
+    QString const text = firstNonEmpty({textOf(data), GetTrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG)});
     then = withPage(data, std::move(then));
     if (show == common::Show::kCritical) {
         ProcessCriticalMsg(text, std::move(then));
@@ -115,18 +119,17 @@ void FailurePresenter::ProcessErrorMsg(QString const& text, Then then) {
     }
     Log().debug("error msg recved");
     Log().debug("get pop up widget1 {}", static_cast<void const*>(boxes_.Parent()));
-    ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), text,
-                  [this, then = std::move(then)] {
-                      core_.conversation.StopDeadline();
-                      if (core_.window != nullptr) {
-                          core_.window->showNormal();
-                          core_.window->raise();
-                          core_.window->activateWindow();
-                      }
-                      if (then) {
-                          then();
-                      }
-                  });
+    ShowPopMsgBox(BoxKind::kCritical, text, [this, then = std::move(then)] {
+        core_.conversation.StopDeadline();
+        if (core_.window != nullptr) {
+            core_.window->showNormal();
+            core_.window->raise();
+            core_.window->activateWindow();
+        }
+        if (then) {
+            then();
+        }
+    });
 }
 
 void FailurePresenter::ProcessCriticalMsg(QString const& text, Then then) {
@@ -141,8 +144,7 @@ void FailurePresenter::ProcessCriticalMsg(QString const& text, Then then) {
 void FailurePresenter::EndWith(BoxKind kind, QString const& text, Then then) {
     core_.state.errorShown = true;  // its own text is the only one
     flow_.StopConnect();
-    auto const title = kind == BoxKind::kCritical ? MsgCode::UI_ERROR : MsgCode::UI_WARNING;
-    ShowPopMsgBox(kind, GetErrMsg(title), text, [this, then = std::move(then)] {
+    ShowPopMsgBox(kind, text, [this, then = std::move(then)] {
         // A dead session leaves nothing behind that could still send a code or a password.
         if (core_.state.Idle() && !core_.conversation.OutlivesSession()) {
             core_.prompts.CloseAll();
@@ -158,7 +160,7 @@ bool FailurePresenter::HandleUnmarked(Data const& data) {
     int const type = static_cast<int>(common::g_IPCMessageMap.Get(data.statusCode).type);
     QString const text = textOf(data);
     if (std::count(std::begin(kEndsOfLogin), std::end(kEndsOfLogin), data.statusCode) > 0) {
-        ProcessCriticalMsg(firstNonEmpty({text, GetErrMsg(MsgCode::SECOND_AUTH_TIMEOUT)}));
+        ProcessCriticalMsg(firstNonEmpty({text, GetTrMsg(MsgCode::SECOND_AUTH_TIMEOUT)}));
         return true;
     }
     bool const failure = std::count(std::begin(kFailureTypes), std::end(kFailureTypes), type) > 0;
@@ -171,7 +173,7 @@ bool FailurePresenter::HandleUnmarked(Data const& data) {
 void FailurePresenter::TellUntoldFailure() {
     std::string const text = std::exchange(core_.state.untoldFailure, {});
     if (!text.empty() && !core_.state.errorShown) {
-        ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), utf8(text));
+        ShowPopMsgBox(BoxKind::kCritical, utf8(text));
     }
 }
 
@@ -190,12 +192,11 @@ void FailurePresenter::HandleTunnelDisconnect(
         return;
     }
     Log().info("{}", row->log_line);
-    EndWith(BoxKind::kWarning, GetErrMsg(row->text));
+    EndWith(BoxKind::kWarning, GetTrMsg(row->text));
 }
 
 void FailurePresenter::HandleDisconnectReason(Data const& data) {
-    Log().info("Client will disconnect due to reason: {}",
-               GetErrMsg(data.statusCode).toStdString());
+    Log().info("Client will disconnect due to reason: {}", GetTrMsg(data.statusCode).toStdString());
 }
 
 void FailurePresenter::HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgData const& data) {
@@ -206,13 +207,13 @@ void FailurePresenter::HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgDat
     }
     QString text =
         firstNonEmpty({IsChineseDisplayLangguage() ? utf8(data.errorMsgChinese) : QString(),
-                       utf8(data.errorMsgEnglish), GetErrMsg(data.statusCode)});
+                       utf8(data.errorMsgEnglish), GetTrMsg(data.statusCode)});
     if (text.endsWith(QLatin1Char('\n'))) {
         text.chop(1);
     }
     if (text.trimmed().isEmpty()) {
         Log().warning("Recv server custom error msg, but is empty");
-        text = GetErrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG);
+        text = GetTrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG);
     }
     Log().info("Incompatible server and client, stop the connect");
     if (core_.state.SessionStands()) {
@@ -228,22 +229,16 @@ void FailurePresenter::HandleGatewayDetectStop(
     if (text.isEmpty()) {
         Log().warning("Gateway detection ended without a reason");
     } else if (core_.state.SessionStands()) {
-        ShowPopMsgBox(BoxKind::kWarning, GetErrMsg(MsgCode::UI_WARNING), text);
+        ShowPopMsgBox(BoxKind::kWarning, text);
     }
 }
 
-void FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& title, QString const& text,
-                                     Then then) {
+void FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& text, Then then) {
     if (QWidget const* const window = core_.window) {
         Log().info("Show pop msg window, visible {}, hide {}, mini {}", window->isVisible(),
                    window->isHidden(), window->isMinimized());
     }
-    BoxRequest request;
-    request.kind = kind;
-    request.title = title;
-    request.text = text;
-    request.buttons = {GetErrMsg(MsgCode::UI_INFO_OK)};
-    boxes_.Tell(std::move(request), [then = std::move(then)](int) {
+    boxes_.Tell(OkBox(kind, text), [then = std::move(then)](int) {
         if (then) {
             then();
         }

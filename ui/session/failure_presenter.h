@@ -43,7 +43,7 @@ class FailurePresenter {
   private:
     bool mayTell(char const* logLine) const;
     Then withPage(Data const& data, Then then);
-    void ShowPopMsgBox(BoxKind kind, QString const& title, QString const& text, Then then = {});
+    void ShowPopMsgBox(BoxKind kind, QString const& text, Then then = {});
 
     SessionCore& core_;
     ConnectFlow& flow_;

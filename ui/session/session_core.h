@@ -64,6 +64,7 @@ class SessionCore : public QObject {
     void Changed();
     // In the Context already; while online.
     void NetConfigArrived();
+    void StatisticsArrived();
     void ClientAddressChanged(QString address);
     void DomainRouteArrived(core::sslvpn::DomainRouteAddRouteData const& route);
     // What the service asks of the user. Who answers may run a dialog at once.

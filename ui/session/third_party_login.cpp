@@ -7,8 +7,8 @@ namespace zorvanelink::ui {
 
 using common::MsgCode;
 
-ThirdPartyLogin::ThirdPartyLogin(SessionCore& core, FailurePresenter& failures)
-    : core_(core), failures_(failures) {
+ThirdPartyLogin::ThirdPartyLogin(SessionCore& core, FailurePresenter& failures, BoxQueue& boxes)
+    : core_(core), failures_(failures), boxes_(boxes) {
     timer_.setInterval(kDeadline);
     timer_.setSingleShot(true);
     connect(&timer_, &QTimer::timeout, this, &ThirdPartyLogin::OnThirdPartyExpire);
@@ -20,7 +20,9 @@ void ThirdPartyLogin::Open(std::string const& path) {
     if (!timer_.isActive()) {
         timer_.start();
     }
-    OpenUrlWithHint(core_.prompts, core_.window, QString::fromStdString(path), true);
+    if (auto const failure = TryOpenUrl(core_.prompts, QString::fromStdString(path), true)) {
+        boxes_.Hint(*failure);
+    }
 }
 
 void ThirdPartyLogin::end() {
@@ -30,7 +32,7 @@ void ThirdPartyLogin::end() {
 
 void ThirdPartyLogin::OnThirdPartyExpire() {
     end();
-    failures_.EndWith(BoxKind::kCritical, GetErrMsg(MsgCode::SECOND_AUTH_TIMEOUT));
+    failures_.EndWith(BoxKind::kCritical, GetTrMsg(MsgCode::SECOND_AUTH_TIMEOUT));
 }
 
 }  // namespace zorvanelink::ui

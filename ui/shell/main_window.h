@@ -2,7 +2,6 @@
 // What a thing does stands in its own folder. GUI thread.
 #pragma once
 
-#include <QWidget>
 #include <string>
 
 #include "ui/auth/auth_type_flow.h"
@@ -13,10 +12,11 @@
 #include "ui/shell/more_menu.h"
 #include "ui/shell/tray_controller.h"
 #include "ui/tunnel/tunnel_controller.h"
+#include "ui/widgets/frameless_window.h"
 
 namespace zorvanelink::ui {
 
-class MainWindow : public QWidget {
+class MainWindow : public FramelessWindow {
     Q_OBJECT
 
   public:
@@ -26,6 +26,7 @@ class MainWindow : public QWidget {
         Prompts& prompts;
         LinkCore::LinkFactory link;  // null: the socket link to the service
         TrayController::Available trayAvailable = TrayWatch::DesktopHasTray;
+        Opening opening = Opening::kByShow;
     };
 
     explicit MainWindow(Environment environment, QWidget* parent = nullptr);
@@ -52,11 +53,9 @@ class MainWindow : public QWidget {
   protected:
     void closeEvent(QCloseEvent* event) override;
     bool event(QEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void applyLogLevel();
-    void shapeWindow();
     void wireSession();
     void wireCards();
     void wireEditing();

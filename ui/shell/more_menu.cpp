@@ -100,6 +100,7 @@ void MoreMenu::onLogLevelChosen(QAction const* action) {
     g_log_level = action->data().toInt();
     Log().setLogLevel(static_cast<LOG_LEVEL>(g_log_level));
     config_.logFilter = g_log_level;
+    config_.logLevel = QString::fromStdString(Int2LogString(g_log_level));
     config_.Save();
     SendLogLevelToService(Int2LogString(g_log_level));
 }

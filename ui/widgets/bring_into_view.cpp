@@ -6,7 +6,9 @@ void BringIntoView(QWidget* widget) {
     QWidget* const window = widget != nullptr ? widget->window() : nullptr;
     if (window != nullptr && (window->isHidden() || window->isMinimized())) {
         window->raise();
-        window->showNormal();
+        // Not showNormal: a maximised one stays so.
+        window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+        window->show();
         window->activateWindow();
     }
 }

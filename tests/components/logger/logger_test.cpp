@@ -134,6 +134,12 @@ TEST_F(LoggerTest, NoTextPassesForALineOfOurs) {
     EXPECT_THAT(texts(), ElementsAre(escaped));
     log->binary("{}", std::string("x"));
     EXPECT_THAT(got, ElementsAre("2 " + escaped, "0 Binary output is not supported for sdk"));
+    // Of a text that is too long, the whole characters that fit.
+    std::string const most(16 * 1024 - 2, 'x');
+    log->info("{}\xE5\xBC\xA0{}", most, std::string(15 << 20, 'y'));
+    EXPECT_EQ(got.back(), "2 " + most + "… (15728643 bytes more)");
+    log->info("{}\xE5", most);
+    EXPECT_EQ(got.back(), "2 " + most + "\xE5");
 }
 
 TEST_F(LoggerTest, ALineReachesTheFileByItself) {
