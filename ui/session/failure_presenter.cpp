@@ -6,6 +6,7 @@
 #include "components/logger/logger.h"
 #include "components/utils/text.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/bring_into_view.h"
 #include "ui/widgets/open_url.h"
 #include "ui/widgets/zvl_message_box.h"
 
@@ -122,9 +123,7 @@ void FailurePresenter::ProcessErrorMsg(QString const& text, Then then) {
     ShowPopMsgBox(BoxKind::kCritical, text, [this, then = std::move(then)] {
         core_.conversation.StopDeadline();
         if (core_.window != nullptr) {
-            core_.window->showNormal();
-            core_.window->raise();
-            core_.window->activateWindow();
+            BringToFront(*core_.window);
         }
         if (then) {
             then();

@@ -18,12 +18,6 @@ using Secret = AttemptSecrets::Secret;
 
 constexpr int kCertificateQuestionSeconds = 30;
 
-// The types that a user can log in with here.
-bool hasControl(SupportedAuthType type) {
-    return common::NeedsPassword(type) || common::NeedsCertificate(type) ||
-           type == SupportedAuthType::kOauth;
-}
-
 }  // namespace
 
 LoginStatuses::LoginStatuses(SessionCore& core, ConnectFlow& flow, FailurePresenter& failures,
@@ -110,8 +104,10 @@ void LoginStatuses::onNeedSelectAuthType(Data const& data, Profile& profile) {
         return;
     }
     auto const list = components::utils::ConvertStrListToSupportedAuthType(data.supportedAuthType);
-    if (profile.GetSupportedAuthType(list) && std::any_of(list.begin(), list.end(), hasControl)) {
+    if (profile.GetSupportedAuthType(list) &&
+        std::any_of(list.begin(), list.end(), common::HasControl)) {
         core_.secrets.Keep(Secret::kPassword, profile);  // typed, and not yet tried
+        core_.secrets.Keep(Secret::kPin, profile);
         Q_EMIT core_.NeedSelectAuthType(true);
         return;
     }

@@ -66,7 +66,9 @@ bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
     bool const understood = CLMsgJsonParse::Parse(json, &type, &subtype, &status, &message);
     Log().debug("recv {} from service", CLMsg::SubTypeToString(subtype));
     if (!understood || type != CLMsg::Type::kReply) {
-        Log().error("Not supported type, json: {}", core::RefusedMessage(json));
+        if (message.Get() != nullptr) {  // else it has been logged as no message at all
+            Log().error("Not supported type, json: {}", core::RefusedMessage(json));
+        }
         return false;
     }
     auto const* const row = std::find_if(std::begin(kRows), std::end(kRows),

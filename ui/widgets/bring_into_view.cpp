@@ -2,14 +2,17 @@
 
 namespace zorvanelink::ui {
 
+void BringToFront(QWidget& window) {
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
 void BringIntoView(QWidget* widget) {
     QWidget* const window = widget != nullptr ? widget->window() : nullptr;
     if (window != nullptr && (window->isHidden() || window->isMinimized())) {
-        window->raise();
-        // Not showNormal: a maximised one stays so.
-        window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
-        window->show();
-        window->activateWindow();
+        BringToFront(*window);
     }
 }
 

@@ -5,7 +5,10 @@
 
 namespace zorvanelink::ui {
 
-// Shows and raises the widget's window when it is hidden or minimised; else, or with null, nothing.
+// Out of hiding or the task bar, to the front; one that is maximised stays so.
+void BringToFront(QWidget& window);
+
+// Does so with the widget's window when it is hidden or minimised; else, or with null, nothing.
 void BringIntoView(QWidget* widget);
 
 }  // namespace zorvanelink::ui

@@ -61,8 +61,11 @@ void ZVLMessageBox::init(ZVLMsgBoxType kind, QString const& text, Buttons const&
 
     QLatin1String const separator(kMessageSeparator);
     int const at = text.indexOf(separator);
-    mainLabel_->setPlainText(BoundedText(text.left(at)));
-    detailLabel_->setPlainText(at < 0 ? QString() : BoundedText(text.mid(at + separator.size())));
+    // Cut before it is broken: a mark inside the separator would hide it.
+    QString const main = BoundedText(text.left(at));
+    QString const detail = at < 0 ? QString() : text.mid(at + separator.size());
+    mainLabel_->setPlainText(main);
+    detailLabel_->setPlainText(BoundedText(detail, kUnbrokenRun, kMaxBoxText - main.size()));
     mainLabel_->setProperty("headline", at >= 0);
     mainLabel_->setAccessibleName(mainLabel_->toPlainText());
     detailLabel_->setAccessibleName(detailLabel_->toPlainText());
