@@ -73,6 +73,11 @@ constexpr MsgCode kEndsOfLogin[] = {
 // Types of codes that speak of a failure.
 constexpr int kFailureTypes[] = {5, 7};
 
+// Support asks for the number, whatever language the text is in.
+void logCode(MsgCode code) {
+    Log().info("Failure {} [{}]", static_cast<int>(code), common::g_IPCMessageMap.Name(code));
+}
+
 }  // namespace
 
 FailurePresenter::FailurePresenter(SessionCore& core, ConnectFlow& flow, BoxQueue& boxes)
@@ -80,8 +85,7 @@ FailurePresenter::FailurePresenter(SessionCore& core, ConnectFlow& flow, BoxQueu
 }
 
 void FailurePresenter::HandleErrMsg(Data const& data, common::Show show, Then then) {
-    Log().info("Failure {} [{}]", static_cast<int>(data.statusCode),
-               common::g_IPCMessageMap.Name(data.statusCode));
+    logCode(data.statusCode);
     QString const text = firstNonEmpty({textOf(data), GetTrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG)});
     then = withPage(data, std::move(then));
     if (show == common::Show::kCritical) {
@@ -214,6 +218,7 @@ void FailurePresenter::HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgDat
         Log().warning("Recv server custom error msg, but is empty");
         text = GetTrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG);
     }
+    logCode(data.statusCode);
     Log().info("Incompatible server and client, stop the connect");
     if (core_.state.SessionStands()) {
         EndWith(BoxKind::kWarning, text);

@@ -295,6 +295,18 @@ TEST_F(ConnectFlowTest, AfterTheUsersStopNothingOpens) {
     EXPECT_EQ(Sent("stop"), 1);
 }
 
+TEST_F(ConnectFlowTest, TheUsersStopClosesThePromptOfALogin) {
+    Connect();
+    profile->password.clear();
+    prompts.ExpectSecret(test::SecretOf("typed"), [this] { ClickStop(); });
+    session.Flow().StartChosen("Head office");
+    EXPECT_EQ(prompts.Closings(), 1);
+    EXPECT_EQ(Sent("stop"), 1);
+    EXPECT_EQ(Sent("start"), 1);
+    Receive(MsgCode::OFFLINE);
+    EXPECT_TRUE(state.Idle());
+}
+
 TEST_F(ConnectFlowTest, WhatHappensBehindAPromptCounts) {
     profile->password.clear();
     // The link goes while the user types: no start leaves, one box says why.
