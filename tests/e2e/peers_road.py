@@ -1,6 +1,8 @@
-"""Who is at the other end: another user on the port, peers that leave at once."""
+"""Who is at the other end: another user on the port, peers that leave at once, a folder in the port
+file's place."""
 
 import os
+import shutil
 import subprocess
 from pathlib import Path
 
@@ -55,6 +57,13 @@ class Peers(road.Road):
         wait_for("two tries", lambda: log.read_text().count("closed") > 1, road.SECONDS)
         # One of our own may be believed as far as it is heard.
         self._is_replaced(peer, client, believed=True)
+
+    def test_a_folder_in_the_port_files_place(self):
+        road.PORT_FILE.mkdir()
+        self.addCleanup(shutil.rmtree, road.PORT_FILE, ignore_errors=True)
+        client = self._client_with_automatic_login("client")
+        self.sees(client, road.LOOKING)
+        self.sees_online_with(self.service(), client)
 
     def _needs_another_user(self):
         if subprocess.run([*_NOBODY, "true"], check=False, capture_output=True).returncode == 0:
