@@ -139,19 +139,43 @@ void FailurePresenter::ProcessCriticalMsg(QString const& text, Then then) {
 }
 
 void FailurePresenter::EndWith(BoxKind kind, QString const& text, Then then) {
+    EndWith(kind, kind == BoxKind::kCritical ? MsgCode::UI_ERROR : MsgCode::UI_WARNING, text,
+            std::move(then));
+}
+
+void FailurePresenter::EndWith(BoxKind kind, MsgCode title, QString const& text, Then then) {
     core_.state.errorShown = true;  // its own text is the only one
+    auto behind = core_.conversation.EndBehind();
     flow_.StopConnect();
-    auto const title = kind == BoxKind::kCritical ? MsgCode::UI_ERROR : MsgCode::UI_WARNING;
-    ShowPopMsgBox(kind, GetErrMsg(title), text, [this, then = std::move(then)] {
-        // A dead session leaves nothing behind that could still send a code or a password.
-        if (core_.state.Idle() && !core_.conversation.OutlivesSession()) {
-            core_.prompts.CloseAll();
-            core_.conversation.End();
-        }
-        if (then) {
-            then();
-        }
-    });
+    tellEnd(std::move(behind), kind, title, text, std::move(then));
+}
+
+void FailurePresenter::EndConversation(BoxKind kind, MsgCode title, QString const& text,
+                                       Then then) {
+    // Queued: what is going down has gone before its text is read.
+    QMetaObject::invokeMethod(
+        &core_,
+        [this, behind = core_.conversation.EndBehind(), kind, title, text,
+         then = std::move(then)]() mutable {
+            tellEnd(std::move(behind), kind, title, text, std::move(then));
+        },
+        Qt::QueuedConnection);
+}
+
+void FailurePresenter::tellEnd(std::shared_ptr<void> behind, BoxKind kind, MsgCode title,
+                               QString const& text, Then then) {
+    ShowPopMsgBox(kind, GetErrMsg(title), text,
+                  [this, behind = std::move(behind), then = std::move(then)]() mutable {
+                      // A dead session leaves nothing behind that could still send a code or a
+                      // password.
+                      if (core_.state.Idle() && !core_.conversation.OutlivesSession()) {
+                          core_.prompts.CloseAll();
+                      }
+                      behind.reset();
+                      if (then) {
+                          then();
+                      }
+                  });
 }
 
 bool FailurePresenter::HandleUnmarked(Data const& data) {

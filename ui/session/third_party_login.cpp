@@ -8,23 +8,21 @@ namespace zorvanelink::ui {
 using common::MsgCode;
 
 ThirdPartyLogin::ThirdPartyLogin(SessionCore& core, FailurePresenter& failures)
-    : core_(core), failures_(failures) {
-    timer_.setInterval(kDeadline);
-    timer_.setSingleShot(true);
-    connect(&timer_, &QTimer::timeout, this, &ThirdPartyLogin::OnThirdPartyExpire);
+    : core_(core), failures_(failures), deadline_(core.clock) {
+    connect(&deadline_, &Deadline::Passed, this, &ThirdPartyLogin::OnThirdPartyExpire);
 }
 
 void ThirdPartyLogin::Open(std::string const& path) {
     core_.conversation.Open(*this);
     // Before the page: what ends the login behind a hint must find the timer.
-    if (!timer_.isActive()) {
-        timer_.start();
+    if (!Waits()) {
+        deadline_.Start(kDeadline);
     }
     OpenUrlWithHint(core_.prompts, core_.window, QString::fromStdString(path), true);
 }
 
 void ThirdPartyLogin::end() {
-    timer_.stop();
+    deadline_.Stop();
     core_.conversation.Close(*this);
 }
 

@@ -5,6 +5,7 @@
 #include "ui/session/session_pages.h"
 #include "ui/shell/main_window.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/bring_into_view.h"
 #include "ui/widgets/open_url.h"
 
 namespace zorvanelink::ui {
@@ -75,10 +76,7 @@ void MainWindow::on_btn_main_close__clicked() {
 }
 
 void MainWindow::BringUp() {
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
+    BringForward(this);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
