@@ -32,6 +32,11 @@ constexpr bool NeedsPassword(SupportedAuthType type) {
 constexpr bool NeedsCertificate(SupportedAuthType type) {
     return ((static_cast<std::int32_t>(type) - 3) & ~2) == 0;
 }
+
+// Whether a user can choose it to log in with.
+constexpr bool HasControl(SupportedAuthType type) {
+    return NeedsPassword(type) || NeedsCertificate(type) || type == SupportedAuthType::kOauth;
+}
 // Whether the type may stand in a list of offered types.
 constexpr bool IsListableAuthType(std::int32_t value) {
     return value >= 1 && value <= 6;

@@ -15,7 +15,8 @@ class CLMsgDocument {
     CLMsgDocument(CLMsgDocument&& other) noexcept;
     CLMsgDocument& operator=(CLMsgDocument&& other) noexcept;
 
-    // False, logged and empty when the text is no JSON object or something follows the object.
+    // False, logged and empty when the text is no JSON object, something follows the object, or
+    // millions of values would have to be dropped.
     bool Parse(std::string const& json);
 
     struct Content;  // the JSON library's; known to core alone

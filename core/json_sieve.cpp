@@ -86,11 +86,11 @@ bool Sieve::close() {
 }
 
 bool Sieve::StartObject() {
-    return !open(false, kMostMembers) || kept_.StartObject();
+    return open(false, kMostMembers) ? kept_.StartObject() : drop();
 }
 
 bool Sieve::StartArray() {
-    return !open(true, std::exchange(most_elements_, kMostElements)) || kept_.StartArray();
+    return open(true, std::exchange(most_elements_, kMostElements)) ? kept_.StartArray() : drop();
 }
 
 }  // namespace zorvanelink::core::json

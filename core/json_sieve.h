@@ -16,18 +16,18 @@ class Sieve {
     explicit Sieve(rapidjson::Document& kept) : kept_(kept) {}
 
     // The parser's events.
-    bool Null() { return !admit() || kept_.Null(); }
-    bool Bool(bool value) { return !admit() || kept_.Bool(value); }
-    bool Int(int value) { return !admit() || kept_.Int(value); }
-    bool Uint(unsigned value) { return !admit() || kept_.Uint(value); }
-    bool Int64(std::int64_t value) { return !admit() || kept_.Int64(value); }
-    bool Uint64(std::uint64_t value) { return !admit() || kept_.Uint64(value); }
-    bool Double(double value) { return !admit() || kept_.Double(value); }
+    bool Null() { return admit() ? kept_.Null() : drop(); }
+    bool Bool(bool value) { return admit() ? kept_.Bool(value) : drop(); }
+    bool Int(int value) { return admit() ? kept_.Int(value) : drop(); }
+    bool Uint(unsigned value) { return admit() ? kept_.Uint(value) : drop(); }
+    bool Int64(std::int64_t value) { return admit() ? kept_.Int64(value) : drop(); }
+    bool Uint64(std::uint64_t value) { return admit() ? kept_.Uint64(value) : drop(); }
+    bool Double(double value) { return admit() ? kept_.Double(value) : drop(); }
     bool RawNumber(char const* text, Size length, bool copy) {
-        return !admit() || kept_.RawNumber(text, length, copy);
+        return admit() ? kept_.RawNumber(text, length, copy) : drop();
     }
     bool String(char const* text, Size length, bool copy) {
-        return !admit() || kept_.String(text, length, copy);
+        return admit() ? kept_.String(text, length, copy) : drop();
     }
     bool Key(char const* text, Size length, bool copy);
     bool StartObject();
@@ -38,6 +38,7 @@ class Sieve {
   private:
     // Of the tree of USB keys, the deepest record, with one to spare.
     static constexpr std::size_t kDeepest = 8;
+    static constexpr std::size_t kMostDropped = 2'000'000;  // values; some 50 ms
 
     // An open container that is kept.
     struct Level {
@@ -48,6 +49,8 @@ class Sieve {
 
     // Whether the value that begins here is kept.
     bool admit();
+    // False once so much was dropped that reading on would hold up the reader.
+    bool drop() { return ++dropped_ <= kMostDropped; }
     bool open(bool array, Size most);
     // Whether the container that ends here was kept.
     bool close();
@@ -55,6 +58,7 @@ class Sieve {
     rapidjson::Document& kept_;
     std::array<Level, kDeepest> levels_{};
     std::size_t depth_ = 0;     // open levels
+    std::size_t dropped_ = 0;   // values
     std::size_t dropping_ = 0;  // open containers that are not kept
     bool drop_value_ = false;   // of a member that was one too many
     Size most_elements_ = 0;    // of a list that is the value of the key read last

@@ -74,6 +74,7 @@ bool AppCtrl::Init(QString const& file_path) {
     msiVersion = flag("MSI_VERSION");
     disableTray = flag("DISABLE_TRAY");
     logLevel = ParseValue(map, QStringLiteral("LOG_LEVEL"), QStringLiteral("info")).toString();
+    namesLogLevel = map.value(QStringLiteral("LOG_LEVEL")).type() == QVariant::String;
     dataPath = absoluteOrNone(ParseValue(map, QStringLiteral("DATA_PATH"), QString()).toString());
     Log().info(
         "App control config [{}]: language {}, require admin {}, oversea {}, msi {}, no tray {}, "

@@ -27,6 +27,7 @@ class AppCtrl {
     bool msiVersion = false;
     bool disableTray = false;
     QString logLevel = QStringLiteral("info");
+    bool namesLogLevel = false;  // the file has one, rather than the default
     QString dataPath;  // absolute or empty
     QJsonObject document;
 

@@ -209,8 +209,7 @@ class TreeCopy {
         if (!source.open(QIODevice::ReadOnly) || !copy.open(QIODevice::WriteOnly)) {
             return false;
         }
-        copy.setPermissions(taken_ == Taken::kMovesAside ? kOwnerOnly
-                                                         : entry.permissions() | kOwnerOnly);
+        copy.setPermissions(kOwnerOnly | (entry.permissions() & QFileDevice::ExeOwner));
         while (!source.atEnd()) {
             QByteArray const piece = source.read(kPiece);
             if (piece.isEmpty() || copy.write(piece) != piece.size()) {
@@ -335,6 +334,9 @@ void MigrateOldAppConfigFile() {
     old_settings.setIniCodec("UTF-8");
     // Sections are parsed when they are first asked for; only then does the status count.
     bool const empty = old_settings.allKeys().isEmpty();
+    if (QFileInfo const target(new_path); target.exists() && !target.isFile()) {
+        return;  // reading a pipe would hold up the start; what stands there is told at the load
+    }
     QString const mark = markOf(old_path);
     if (old_settings.status() != QSettings::NoError || empty ||
         QSettings(new_path, QSettings::IniFormat).value(kCopiedSettingsKey) == mark) {

@@ -126,11 +126,12 @@ bool RewriteSettings(QString const& path, std::function<bool(QSettings&)> const&
 void RemoveSettingsDrafts(QString const& path) {
     QFileInfo const target(resolved(path));
     QDir const folder = target.dir();
-    QStringList const drafts =
-        folder.entryList({target.fileName() + kDraftSuffix + QLatin1Char('*')},
-                         QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
-    for (QString const& draft : drafts) {
-        QDir(folder.filePath(draft)).removeRecursively();
+    QString const prefix = target.fileName() + kDraftSuffix;
+    // Looked at here: a pattern would load the library of regular expressions at every start.
+    for (QString const& entry : folder.entryList(QDir::Dirs | QDir::Hidden | QDir::NoSymLinks)) {
+        if (entry.startsWith(prefix)) {
+            QDir(folder.filePath(entry)).removeRecursively();
+        }
     }
 }
 

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QIcon>
+#include <QPixmapCache>
 #include <QTranslator>
 #include <csignal>
 #include <thread>
@@ -121,9 +122,8 @@ void installTranslators() {
 }
 
 int refuseSecondClient(Prompts& prompts) {
-    prompts.Information(nullptr, GetErrMsg(MsgCode::UI_INFO),
-                        GetErrMsg(MsgCode::UI_TR_PROGRAM_IS_RUNNING),
-                        GetErrMsg(MsgCode::UI_INFO_OK));
+    prompts.Information(nullptr, GetTrMsg(MsgCode::UI_INFO),
+                        GetTrMsg(MsgCode::UI_TR_PROGRAM_IS_RUNNING), GetTrMsg(MsgCode::UI_INFO_OK));
     return 0;
 }
 
@@ -131,13 +131,15 @@ int runMainWindow(Prompts& prompts, SingleInstance const& instance) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
     // It would close the window, which may be in the tray, and hold up the user's logout.
     QGuiApplication::setFallbackSessionManagementEnabled(false);
-    MainWindow window({Config::Instance(), prompts, nullptr});
+    MainWindow window({.config = Config::Instance(),
+                       .prompts = prompts,
+                       .link = nullptr,
+                       .opening = MainWindow::Opening::kAtOnce});
     g_mainwindow = &window;
     LeaveOnSignals(window, [&window] { window.close(); });
     instance.Serve(window, [&window](std::string const& request) {
         return AnswerShow(request, window, [&window] { window.BringUp(); });
     });
-    window.show();
     window.activateWindow();
     window.raise();
     int const exit_code = QApplication::exec();
@@ -170,6 +172,8 @@ int LogicMain(int argc, char** argv, std::vector<std::string> args) {
     // icon.
     QGuiApplication::setDesktopSettingsAware(false);
     QApplication const application(argc, argv);
+    // What is shown is held by its widget; the cache would only wake an idle client to shrink.
+    QPixmapCache::setCacheLimit(0);
     font_list.join();
 
     // What the user's machine and the packager say.

@@ -247,5 +247,13 @@ BuildID: %2</source>
         <source>The settings could not be saved</source>
         <translation>设置未能保存</translation>
     </message>
+    <message>
+        <source>A name cannot contain &quot;%1&quot;.</source>
+        <translation>名称中不能包含“%1”。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is reserved.</source>
+        <translation>“%1”为保留名称。</translation>
+    </message>
 </context>
 </TS>

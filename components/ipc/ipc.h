@@ -25,6 +25,7 @@ enum IPCMsgType : std::int32_t {
     kIPCAck = 3,        // acknowledgement
 };
 
+inline constexpr int kHighestPort = 65534;  // that a server takes
 inline constexpr std::size_t kIPCMsgPreableLen = 4;
 inline constexpr char kIPCMsgPreable[kIPCMsgPreableLen] = {'d', 'e', 'a', 'f'};
 

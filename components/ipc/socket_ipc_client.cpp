@@ -18,7 +18,6 @@ namespace {
 using components::logger::Log;
 
 constexpr unsigned int kQuitTimeoutMs = 100;
-constexpr long kHighestPort = 65534;
 constexpr auto kLookPause = std::chrono::milliseconds(20);
 constexpr auto kLookLimit = std::chrono::seconds(1);
 constexpr auto kRefusalPeriod = std::chrono::minutes(1);

@@ -13,7 +13,6 @@ namespace zorvanelink::components::ipc {
 namespace {
 
 constexpr int kMaxOffset = 1000;
-constexpr int kHighestPort = 65534;
 constexpr int kBacklog = 1000;
 constexpr auto kAcceptRetry = std::chrono::milliseconds(100);
 

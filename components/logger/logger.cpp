@@ -21,6 +21,7 @@ constexpr char kFilePattern[] = "%Y/%m/%d %H:%M:%S.%e %5l@%n[%5P:%5t] %v";
 constexpr char kConsolePattern[] = "%Y/%m/%d %H:%M:%S.%e %^%5l%$@%n[%5P:%5t] %v";
 constexpr unsigned kBacktraceLines = 30;
 constexpr unsigned kHexBytesPerLine = 32;
+constexpr std::size_t kLongestLine = 16 * 1024;  // bytes; of a longer text the rest is counted
 constexpr auto kFlushDelay = std::chrono::seconds(1);  // of what was written
 
 struct LevelRow {
@@ -107,7 +108,7 @@ Flusher& g_flusher = *new Flusher;
 
 // What a peer sends may hold line ends, which would make a line of ours out of it, and the control
 // sequences of a terminal, in the one byte or (C1, in UTF-8) the two.
-void appendEscaped(fmt::memory_buffer const& text, fmt::format_context& context) {
+void appendEscaped(std::string_view text, fmt::format_context& context) {
     auto out = context.out();
     for (std::size_t i = 0; i < text.size(); ++i) {
         auto const byte = static_cast<unsigned char>(text[i]);
@@ -141,9 +142,21 @@ struct fmt::formatter<zorvanelink::components::logger::DeferredText> {
     constexpr auto parse(fmt::format_parse_context& context) { return context.begin(); }
     auto format(zorvanelink::components::logger::DeferredText const& text,
                 fmt::format_context& context) const {
-        fmt::memory_buffer line;
-        fmt::vformat_to(fmt::appender(line), text.format, text.args);
-        zorvanelink::components::logger::appendEscaped(line, context);
+        using namespace zorvanelink::components::logger;
+        std::array<char, kLongestLine + 1> line;
+        std::size_t const whole =
+            fmt::vformat_to_n(line.data(), line.size(), text.format, text.args).size;
+        std::size_t kept = whole;
+        if (whole > kLongestLine) {
+            kept = kLongestLine;
+            while (kept > 0 && (static_cast<unsigned char>(line[kept]) & 0xC0U) == 0x80) {
+                --kept;  // not inside a character
+            }
+        }
+        appendEscaped({line.data(), kept}, context);
+        if (kept < whole) {
+            context.advance_to(fmt::format_to(context.out(), "… ({} bytes more)", whole - kept));
+        }
         return context.out();
     }
 };

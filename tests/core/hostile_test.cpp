@@ -136,6 +136,8 @@ TEST(Hostile, ListsHoldSoMuchAndTheRestIsReadOver) {
     EXPECT_EQ(common.receivedUserName, "behind");
     ASSERT_TRUE(CLMsgReplyJson::Parse(list("more", R"([{"a":[1]}])", 2000), &common));
     EXPECT_EQ(common.receivedUserName, "behind");
+    EXPECT_TRUE(CLMsgReplyJson::Parse(list("more", "1", 2'000'000), &common));
+    EXPECT_FALSE(CLMsgReplyJson::Parse(list("more", "1", 2'001'000), &common));
 
     ALMsgCertRespondData certs;
     std::string const huge(64 * 1024 + 1, 'A');

@@ -1,68 +1,7 @@
-"""A peer that may be the service, by its user, and sends what no service does."""
-
-import json
-import socket
-import struct
-import threading
+"""A peer that may be the service sends what no service does."""
 
 import road
-from waiting import wait_for
-
-_PORT = 35421
-_HEARTBEAT, _COMMON = 0, 2
-_CONNECTING, _ONLINE, _OFFLINE, _KEY_EXCHANGE = 40976, 40971, 40973, 40994
-_MIB = 1 << 20
-
-
-def frame(kind, payload=b"", length=None):
-    """`length`: what the header says, where it lies."""
-    told = len(payload) if length is None else length
-    return struct.pack("=4sii", b"deaf", kind, told) + payload
-
-
-def reply(subtype, **keys):
-    message = {"profileName": "Head office", "type": "reply", "subtype": subtype, **keys}
-    return frame(_COMMON, json.dumps(message).encode())
-
-
-def status(code, **keys):
-    return reply("connectStatus", statusCode=code, **keys)
-
-
-class Peer:
-    """The service's end of the wire; shows signs of life between two sends."""
-
-    def __init__(self):
-        self._listener = socket.create_server(("127.0.0.1", _PORT))
-        self._lock = threading.Lock()
-        self._over = threading.Event()
-        self._client, _ = self._listener.accept()
-        threading.Thread(target=self._live, daemon=True).start()
-        threading.Thread(target=self._read, daemon=True).start()
-
-    def send(self, *parts):
-        with self._lock:
-            for part in parts:
-                self._client.sendall(part)
-
-    def close(self):
-        self._over.set()
-        self._client.close()
-        self._listener.close()
-
-    def _live(self):
-        try:
-            while not self._over.wait(0.2):
-                self.send(frame(_HEARTBEAT))
-        except OSError:
-            pass
-
-    def _read(self):
-        try:
-            while self._client.recv(65536):
-                pass
-        except OSError:
-            pass
+from hostile_peer import Peer, floods
 
 
 class Hostile(road.Road):
@@ -73,41 +12,13 @@ class Hostile(road.Road):
         peer = Peer()
         self.addCleanup(peer.close)
         self.sees(client, "Ready")
-        many = {"name": "g", "addr": "192.0.2.1", "detectPort": "1", "sslPort": "1"}
-        pages = [status(_KEY_EXCHANGE, redirectUrl=f"http://127.0.0.1/{n}") for n in range(300)]
-        for meaning, parts in {
-            "a frame of 30 MB of junk": [frame(_COMMON, b"de\0a\xff" * (6 * _MIB))],
-            "a list of 700,000 gateways": self._big_list(many, 700_000),
-            "a text of 1 MB": [reply("errmsgbyServer", errorMsgEnglish="x" * _MIB)],
-            "300 redirects": pages,
-            "a false header of 15 MB": [frame(_COMMON, b"junk" * 1000, length=15 * _MIB)],
-        }.items():
+        for meaning, parts in floods().items():
             with self.subTest(meaning):
-                self._go_online(client, peer)
+                peer.go_online(client, road.SECONDS)
                 peer.send(*parts)
-                self._until(client, peer, "Disconnected", status(_OFFLINE))
-        self._go_online(client, peer)
+                peer.go_offline(client, road.SECONDS)
+        peer.go_online(client, road.SECONDS)
         self.assertLessEqual(len(opened()), 4)
-
-    def _big_list(self, entry, count):
-        text = json.dumps(entry).encode()
-        head = b'{"profileName":"Head office","type":"reply","subtype":"gatewayList","gatewayList":['
-        return [frame(_COMMON, head + b",".join([text] * count) + b"]}")]
-
-    def _go_online(self, client, peer):
-        client.widgets.press("push button", "Connect Head office", road.SECONDS)
-        self._until(client, peer, "Connected", status(_CONNECTING), status(_ONLINE))
-
-    def _until(self, client, peer, text, *messages):
-        """Says it until the client shows it, whatever stands in the way."""
-
-        def probe():
-            if button := client.widgets.look("push button", "OK"):  # of a box
-                button.press()
-            peer.send(*messages)
-            return text in client.widgets.texts()
-
-        wait_for(text, probe, road.SECONDS)
 
 
 if __name__ == "__main__":

@@ -19,6 +19,12 @@ using core::sslvpn::SetType;
 // By the context's kind of code.
 constexpr SetType kCodes[] = {SetType::kTokenCode, SetType::kSmsCode, SetType::kEmailCode};
 
+BoxRequest warningBox(MsgCode text) {
+    BoxRequest request = OkBox(BoxKind::kCritical, GetTrMsg(text));
+    request.title = GetTrMsg(MsgCode::UI_WARNING);
+    return request;
+}
+
 }  // namespace
 
 AuthCodeFlow::AuthCodeFlow(Session& session) : session_(session), deadline_(session.clock) {
@@ -115,8 +121,7 @@ void AuthCodeFlow::onRequestAuthCode() {
 
 void AuthCodeFlow::onAuthCodeRetryLimit() {
     session_.Failures().EndWith(
-        BoxKind::kCritical, MsgCode::UI_WARNING,
-        GetErrMsg(MsgCode::UI_WARNING_REACH_MAXIMUM_RETRY_TIMES_LOGIN_AGAIN));
+        warningBox(MsgCode::UI_WARNING_REACH_MAXIMUM_RETRY_TIMES_LOGIN_AGAIN));
 }
 
 void AuthCodeFlow::onAuthTimerTimeout() {
@@ -124,8 +129,7 @@ void AuthCodeFlow::onAuthTimerTimeout() {
         return;  // it has ended, and stands behind its text
     }
     Log().info("Auth timeout and peer has already disconnected");
-    session_.Failures().EndWith(BoxKind::kCritical, MsgCode::UI_WARNING,
-                                GetErrMsg(MsgCode::UI_WARNING_CONNECT_TIMEOUT_LOGIN_AGAIN));
+    session_.Failures().EndWith(warningBox(MsgCode::UI_WARNING_CONNECT_TIMEOUT_LOGIN_AGAIN));
 }
 
 // The user's own end: its stop comes first, and no text.
@@ -142,8 +146,8 @@ void AuthCodeFlow::OnLost() {
         close();
         return;
     }
-    session_.Failures().EndConversation(BoxKind::kCritical, MsgCode::UI_ERROR,
-                                        GetErrMsg(MsgCode::UI_INFO_CONNECTION_TERMINATED));
+    session_.Failures().EndConversation(
+        OkBox(BoxKind::kCritical, GetTrMsg(MsgCode::UI_INFO_CONNECTION_TERMINATED)));
 }
 
 void AuthCodeFlow::close() {

@@ -4,6 +4,7 @@
 #include "ui/cert/cert_view_form.h"
 #include "ui/cert/tls_cert_dialog.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/zvl_message_box.h"
 #include "ui/widgets/elide.h"
 #include "ui/widgets/secret_field.h"
 #include "ui/widgets/style.h"
@@ -52,8 +53,9 @@ void AuthConfigBase::InitAuthConfig() {
     RefreshCertInfo();
 }
 
-bool AuthConfigBase::refuse(MsgCode text, QWidget* field) {
-    services_.prompts.Error(this, GetTrMsg(text));
+bool AuthConfigBase::refuse(MsgCode text, QWidget* field, QString const& reason) {
+    QString const detail = reason.isEmpty() ? QString() : QLatin1String(kMessageSeparator) + reason;
+    services_.prompts.Error(this, GetTrMsg(text) + detail);
     field->setFocus();
     return false;
 }

@@ -69,8 +69,8 @@ class AuthConfigBase : public ZVLDialog {
     // The certificates and the choice among them.
     void SaveSSLConfig();
 
-    // The box for wrong input, then the focus on the field.
-    bool refuse(common::MsgCode text, QWidget* field);
+    // The box for wrong input, with what exactly is wrong below it, then the focus on the field.
+    bool refuse(common::MsgCode text, QWidget* field, QString const& reason = {});
     // The record being edited.
     Profile& EditedProfile() const { return *profile_; }
     std::shared_ptr<Profile> const& SharedProfile() const { return profile_; }

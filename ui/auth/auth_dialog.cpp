@@ -186,7 +186,7 @@ void AuthDialog::on_verify_button__clicked() {
     if (code.size() >= kMinCodeLength && code.size() <= kMaxCodeLength) {
         Q_EMIT SendAuthCode(code);
     } else {
-        refuse(GetErrMsg(MsgCode::UI_ERROR), GetErrMsg(MsgCode::UI_INFO_WRONG_AUTH_CODE_LENGTH));
+        refuse(GetTrMsg(MsgCode::UI_ERROR), GetTrMsg(MsgCode::UI_INFO_WRONG_AUTH_CODE_LENGTH));
     }
     code.fill(QChar(u'\0'));
 }
@@ -209,8 +209,8 @@ void AuthDialog::onAuthCodeVerifyResult(bool ok) {
     if (answer) {
         answer(-1, QStringLiteral("UNLUCKY"));
     }
-    refuse(GetErrMsg(answer ? MsgCode::UI_INFO : MsgCode::UI_ERROR),
-           GetErrMsg(MsgCode::UI_INFO_FAIL_VARIFY_AUTH_CODE_INPUT_AGAIN));
+    refuse(GetTrMsg(answer ? MsgCode::UI_INFO : MsgCode::UI_ERROR),
+           GetTrMsg(MsgCode::UI_INFO_FAIL_VARIFY_AUTH_CODE_INPUT_AGAIN));
 }
 
 // Once, however often it is said while the box stands.
@@ -219,7 +219,7 @@ void AuthDialog::refuse(QString const& title, QString const& text) {
     code_->setFocus();
     if (!refusing_) {
         QScopedValueRollback<bool> const guard(refusing_, true);
-        prompts_.Critical(this, title, text, GetErrMsg(MsgCode::UI_INFO_OK));
+        prompts_.Critical(this, title, text, GetTrMsg(MsgCode::UI_INFO_OK));
     }
 }
 

@@ -29,11 +29,6 @@ bool contains(std::vector<SupportedAuthType> const& types, SupportedAuthType typ
     return std::find(types.begin(), types.end(), type) != types.end();
 }
 
-bool hasControl(SupportedAuthType type) {
-    return common::NeedsPassword(type) || common::NeedsCertificate(type) ||
-           type == SupportedAuthType::kOauth;
-}
-
 }  // namespace
 
 // In the order of preference, which is also the order shown.
@@ -126,7 +121,7 @@ void AuthTypeDialog::completeKnownTypes() {
     if (known.empty()) {
         known = EditedProfile().lastSupportedAuthTypes;
     }
-    if (std::none_of(known.begin(), known.end(), hasControl)) {
+    if (std::none_of(known.begin(), known.end(), common::HasControl)) {
         known = {SupportedAuthType::kPwd, SupportedAuthType::kPwdWithCert,
                  SupportedAuthType::kOnlyUkey};
     }
@@ -134,7 +129,7 @@ void AuthTypeDialog::completeKnownTypes() {
 
 void AuthTypeDialog::Init(bool select) {
     Profile const& profile = EditedProfile();
-    bool const reduced = !select && hasControl(profile.authType);
+    bool const reduced = !select && common::HasControl(profile.authType);
     offer_ = reduced ? std::vector{profile.authType} : profile.supportedAuthTypes;
     hasRadioButtons_ = IsNeedAuthTypeRadioButton();
     radioRow_->setVisible(hasRadioButtons_);
@@ -221,12 +216,12 @@ void AuthTypeDialog::onRadio(Choice const& choice, bool checked) {
 
 void AuthTypeDialog::onClickedConnectButton() {
     Log().info("click start login button");
-    SaveSSLConfig();
     if (!CheckInput()) {
         return;
     }
     EditedProfile().authType = chosen_;
     EditedProfile().keepAuthType = keepType_->isChecked();
+    SaveSSLConfig();
     SaveAuthConfig();
     ConnectButtonEnable(false);
     accept();

@@ -29,10 +29,10 @@ bool SelectTlsCert(CertInfo& target, CertListRoad& road, Config& config, Prompts
     return dialog.exec() == QDialog::Accepted;
 }
 
-std::optional<std::vector<CertInfo>> ReadCertRespond(std::string const& json) {
+std::optional<std::vector<CertInfo>> ReadCertRespond(core::CLMsgDocument const& message) {
     Log().info("Handle certificate respond");
     core::sslvpn::ALMsgCertRespondData reply;
-    if (!core::sslvpn::CLMsgReplyJson::Parse(json, &reply)) {
+    if (!core::sslvpn::CLMsgReplyJson::Parse(message, &reply)) {
         Log().error("Failed to handle certificate respond");
         return std::nullopt;
     }

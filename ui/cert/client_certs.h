@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "core/clmsg_document.h"
 #include "ui/config/config.h"
 #include "ui/widgets/prompts.h"
 
@@ -37,6 +38,6 @@ bool SelectTlsCert(CertInfo& target, CertListRoad& road, Config& config, Prompts
 
 // The certificates of a "certRespond" reply, those that cannot be read left out; none, with a line
 // in the log, for a reply that is no such list.
-std::optional<std::vector<CertInfo>> ReadCertRespond(std::string const& json);
+std::optional<std::vector<CertInfo>> ReadCertRespond(core::CLMsgDocument const& message);
 
 }  // namespace zorvanelink::ui

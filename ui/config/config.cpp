@@ -48,6 +48,7 @@ std::string CertFileName(CertInfo const& cert) {
 std::vector<Row<Config>> const& SwitchRows() {
     static std::vector<Row<Config>> const rows{
         {"LogFilter", &Config::logFilter, 0, Use::kWriteOnly},
+        {"LogLevel", &Config::logLevel, QString()},
         {"DefaultProfile", &Config::defaultProfile, QString()},
         {"DnsServers", &Config::dnsServers, QString(), Use::kBoth, Trim::kYes},
         {"OldDefGateway", &Config::oldDefGateway, QVariant(), Use::kBoth, Trim::kYes},
@@ -183,6 +184,9 @@ bool Config::AddClientCert(CertInfo const& cert) {
         }
     }
     clientCerts.insert_or_assign(cert.fingerprint, std::move(stored));
+    std::erase_if(keptCerts_, [&cert](KeptKeys const& kept) {  // its file has been replaced
+        return settings::Utf8Of(kept[settings::kFileName]) == cert.fingerprint;
+    });
     return true;
 }
 

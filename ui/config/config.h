@@ -88,20 +88,24 @@ class Config {
     ProfileMap profiles;
     std::string defaultProfile;
     std::int32_t logFilter = 0;           // written, never read
+    QString logLevel;                     // by name, as the user chose it; empty: never
     CertMap clientCerts;                  // by fingerprint
     ClientVersionInfo clientVersion;      // this program; stored
     ClientVersionInfo lastClientVersion;  // the program that wrote the file last
 
   private:
-    // A connection behind the limit: not read, and written back as the file had it.
+    // What is not read is written back as the file had it.
+    using KeptKeys = QMap<QString, QVariant>;
+    // A connection behind the limit.
     struct KeptProfile {
         QString name;
-        QMap<QString, QVariant> keys;
+        KeptKeys keys;
     };
 
     // config_load.cpp
     void loadClientCerts(QSettings& settings);
     bool loadClientCert(QSettings& settings);
+    void keepClientCert(QSettings const& settings);
     void loadProfiles(QSettings& settings);
     void keepProfile(QSettings& settings, QString const& key, QString const& name);
     void loadFileCert(QSettings& settings, Profile& profile) const;
@@ -116,6 +120,7 @@ class Config {
     bool clearPending_ = false;  // a profile was deleted since the last good save
     QStringList renamedGroups_;  // of profiles read under another name; gone with the next save
     std::vector<KeptProfile> kept_;
+    std::vector<KeptKeys> keptCerts_;  // behind the limit, or of a file that cannot be read
     bool saveFailed_ = false;
 };
 

@@ -2,6 +2,7 @@
 #include <QSet>
 #include <QUuid>
 #include <algorithm>
+#include <filesystem>
 
 #include "app/environment/migration.h"
 #include "app/environment/paths.h"
@@ -140,6 +141,17 @@ void loadLogin(QSettings const& file, unsigned savedFormMode, Profile& profile) 
     }
 }
 
+// Of the group that is open.
+QMap<QString, QVariant> keysOf(QSettings const& file) {
+    QMap<QString, QVariant> keys;
+    for (QString const& key : file.allKeys()) {
+        if (!key.isEmpty()) {
+            keys[key] = file.value(key);
+        }
+    }
+    return keys;
+}
+
 void loadOfferedTypes(QSettings const& file, Profile& profile) {
     for (QString const& part : TextOf(file.value(kSupportedAuthType)).split(QLatin1Char(','))) {
         int const type = part.toInt();
@@ -198,12 +210,23 @@ void Config::loadClientCerts(QSettings& file) {
         if (file.childKeys().isEmpty()) {
             break;
         }
-        if (loadClientCert(file) && clientCerts.size() == kMaxClientCertNum) {
+        bool const full = clientCerts.size() >= kMaxClientCertNum;
+        if (full || !loadClientCert(file)) {
+            keepClientCert(file);
+        } else if (clientCerts.size() == kMaxClientCertNum) {
             Log().error("Client cert reach limit, now import {}/{}", index, clientCerts.size());
-            break;
         }
     }
     file.endArray();
+}
+
+// One whose file has gone is worth nothing any more.
+void Config::keepClientCert(QSettings const& file) {
+    std::error_code error;
+    std::filesystem::path const path = CertFilePath(Utf8Of(file.value(kFileName)));
+    if (symlink_status(path, error).type() != std::filesystem::file_type::not_found) {
+        keptCerts_.push_back(keysOf(file));
+    }
 }
 
 bool Config::loadClientCert(QSettings& file) {
@@ -267,12 +290,7 @@ void Config::keepProfile(QSettings& file, QString const& key, QString const& nam
     }
     file.beginGroup(GroupOf(key));
     if (TextOf(file.value(kConnectionName)) == key) {
-        KeptProfile kept{name, {}};
-        for (QString const& entry : file.allKeys()) {
-            if (!entry.isEmpty()) {
-                kept.keys[entry] = file.value(entry);
-            }
-        }
+        KeptProfile kept{name, keysOf(file)};
         kept.keys[kConnectionName] = name;
         kept_.push_back(std::move(kept));
         if (name != key) {

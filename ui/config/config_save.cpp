@@ -32,6 +32,12 @@ void clearGroup(QSettings& file, QLatin1String name) {
     file.endGroup();
 }
 
+void writeKeys(QSettings& file, QMap<QString, QVariant> const& keys) {
+    for (auto key = keys.begin(); key != keys.end(); ++key) {
+        file.setValue(key.key(), key.value());
+    }
+}
+
 void saveBasics(QSettings& file, Profile& profile) {
     file.setValue(kConnectionName, qText(profile.name));
     file.setValue(kServer, qText(profile.server));
@@ -182,9 +188,7 @@ void Config::saveKeptProfiles(QSettings& file, QStringList& names) const {
         }
         names.push_back(kept.name);
         file.beginGroup(GroupOf(kept.name));
-        for (auto key = kept.keys.begin(); key != kept.keys.end(); ++key) {
-            file.setValue(key.key(), key.value());
-        }
+        writeKeys(file, kept.keys);
         file.endGroup();
     }
 }
@@ -197,6 +201,11 @@ void Config::saveClientCerts(QSettings& file) const {
         file.setValue(kSubject, qText(cert.subject));
         file.setValue(kPinCode, systemEncrypted(cert.pin));
         file.setValue(kFileName, qText(CertFileName(cert)));
+    }
+    for (KeptKeys const& kept : keptCerts_) {
+        file.setArrayIndex(index++);
+        file.remove(QString());  // of the entry that stood here
+        writeKeys(file, kept);
     }
     file.endArray();
     // The PIN of a deleted certificate must not stay behind in the file.

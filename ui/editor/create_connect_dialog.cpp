@@ -23,7 +23,6 @@ constexpr int kWidth = 480;
 constexpr int kCollapsedHeight = 328;
 constexpr int kOpenHeight = 560;
 constexpr int kScreenMargin = 20;
-constexpr int kTitleBarHeight = 44;
 
 constexpr std::uint16_t kLastMode = 2;
 
@@ -245,7 +244,7 @@ void CreateConnectDialog::fitHeight() {
     QWidget const* const owner = parentWidget() != nullptr ? parentWidget()->window() : this;
     int const limit = owner->screen()->availableGeometry().height() - kScreenMargin;
     int const base = advancedOpen_ ? kOpenHeight : kCollapsedHeight;
-    setFixedHeight(qMin(limit, qMax(base, kTitleBarHeight + form_.Height())));
+    setFixedHeight(qMin(limit, qMax(base, TitleBar::kHeight + form_.Height())));
 }
 
 void CreateConnectDialog::SetCurrentAtParentCenter() {

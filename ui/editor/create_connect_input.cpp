@@ -2,6 +2,7 @@
 #include <QRegularExpression>
 
 #include "ui/editor/create_connect_dialog.h"
+#include "ui/text/texts.h"
 #include "ui/widgets/automation_hooks.h"
 
 namespace zorvanelink::ui {
@@ -14,10 +15,18 @@ constexpr int kMaxServerBytes = 511;
 constexpr int kSmallestSpaPort = 1025;
 constexpr int kLargestPort = 65535;
 
-// Names that the settings file cannot keep apart: its separators, and its own group.
-bool keepsApart(QString const& name) {
-    return !name.contains(QLatin1Char(';')) && !name.contains(QLatin1Char('/')) &&
-           name.compare(QLatin1String("general"), Qt::CaseInsensitive) != 0;
+// Why the settings file could not keep the name apart from others: its separators, and its own
+// group. Empty when it can.
+QString faultOf(QString const& name) {
+    for (char const* const sign : {";", "/"}) {
+        if (name.contains(QLatin1String(sign))) {
+            return Translate(QT_TRANSLATE_NOOP("ui", "A name cannot contain \"%1\"."))
+                .arg(QLatin1String(sign));
+        }
+    }
+    return name.compare(QLatin1String("general"), Qt::CaseInsensitive) == 0
+               ? Translate(QT_TRANSLATE_NOOP("ui", "\"%1\" is reserved.")).arg(name)
+               : QString();
 }
 
 bool hasControls(QString const& text) {
@@ -65,8 +74,8 @@ bool CreateConnectDialog::checkName() {
     if (modifying_) {
         return true;  // it cannot be changed
     }
-    if (!keepsApart(edit->text())) {
-        return refuse(MsgCode::UI_TR_ERR_INVALID_INPUT, edit);
+    if (QString const fault = faultOf(edit->text()); !fault.isEmpty()) {
+        return refuse(MsgCode::UI_TR_ERR_INVALID_INPUT, edit, fault);
     }
     return !isProfileNameExist() || refuse(MsgCode::UI_INFO_CONNECTION_ALREADY_EXIST, edit);
 }

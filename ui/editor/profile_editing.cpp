@@ -53,7 +53,7 @@ void ProfileEditing::add() {
     Q_EMIT ProfileStored(name);
     if (!services_.state.Idle()) {
         Log().info("Runing client num is {}", g_running_client);
-        critical(GetErrMsg(MsgCode::UI_TR_STOP_CONNECTION_FIRST));
+        critical(GetTrMsg(MsgCode::UI_TR_STOP_CONNECTION_FIRST));
     } else if (services_.state.adapterUsable) {
         Q_EMIT ConnectWanted(name);
     }
@@ -66,7 +66,7 @@ void ProfileEditing::modify(QString const& name) {
         return;
     }
     if (runs(key)) {
-        critical(GetErrMsg(MsgCode::UI_TR_STOP_CONNECTION_FIRST));
+        critical(GetTrMsg(MsgCode::UI_TR_STOP_CONNECTION_FIRST));
         return;
     }
     CreateConnectDialog dialog(services_.config.GetProfile(key),
@@ -89,7 +89,7 @@ void ProfileEditing::remove(std::string const& name) {
         return;
     }
     if (runs(name)) {  // it may have been started behind the question
-        critical(GetErrMsg(MsgCode::UI_ERROR_PROFILE_IS_RUNNING));
+        critical(GetTrMsg(MsgCode::UI_ERROR_PROFILE_IS_RUNNING));
         return;
     }
     Log().info("Delete profile: [{}]", name);
@@ -105,8 +105,8 @@ bool ProfileEditing::reachedLimit() {
         return false;
     }
     Log().warning("Config num over limit, will lock operation");
-    critical(GetErrMsg(count > Config::kMaxConfigNum ? MsgCode::UI_ERROR_CONFIG_OVERLIMIT
-                                                     : MsgCode::UI_ERROR_CONFIG_REACH_LIMIT)
+    critical(GetTrMsg(count > Config::kMaxConfigNum ? MsgCode::UI_ERROR_CONFIG_OVERLIMIT
+                                                    : MsgCode::UI_ERROR_CONFIG_REACH_LIMIT)
                  .arg(Config::kMaxConfigNum));
     return true;
 }
@@ -117,7 +117,7 @@ bool ProfileEditing::exists(std::string const& name, char const* action) {
         return true;
     }
     Log().error("Can not find profile tab by name [{}] when try to {}", name, action);
-    critical(GetErrMsg(MsgCode::UI_ERROR_PROFILE_NOT_EXIST));
+    critical(GetTrMsg(MsgCode::UI_ERROR_PROFILE_NOT_EXIST));
     return false;
 }
 
@@ -126,10 +126,10 @@ bool ProfileEditing::runs(std::string const& name) const {
 }
 
 bool ProfileEditing::sure() {
-    return services_.prompts.Question(services_.dialog_parent, GetErrMsg(MsgCode::UI_WARNING),
-                                      GetErrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION),
-                                      GetErrMsg(MsgCode::UI_INFO_YES),
-                                      GetErrMsg(MsgCode::UI_INFO_NO), Prompts::Default::kNo);
+    return services_.prompts.Question(services_.dialog_parent, GetTrMsg(MsgCode::UI_WARNING),
+                                      GetTrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION),
+                                      GetTrMsg(MsgCode::UI_INFO_YES), GetTrMsg(MsgCode::UI_INFO_NO),
+                                      Prompts::Default::kNo);
 }
 
 void ProfileEditing::critical(QString const& text) {

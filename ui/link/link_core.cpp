@@ -186,6 +186,11 @@ void LinkCore::ReportLinkUp(bool first) {
     }
 }
 
+bool LinkCore::IsCurrent(std::uint64_t generation) const {
+    std::lock_guard lock(mutex_);
+    return generation == generation_ && link_;
+}
+
 bool LinkCore::Ready() const {
     std::lock_guard lock(mutex_);
     return ready_;

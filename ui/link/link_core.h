@@ -74,6 +74,8 @@ class LinkCore : public std::enable_shared_from_this<LinkCore> {
     void Quit();
     void StopLink();
 
+    // Whether that link is the current one.
+    bool IsCurrent(std::uint64_t generation) const;
     bool Ready() const;
     bool Quitting() const;
 

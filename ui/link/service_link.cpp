@@ -72,7 +72,7 @@ ServiceLink::~ServiceLink() {
 }
 
 void ServiceLink::Start() {
-    Q_EMIT Loading(0, GetErrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE));
+    Q_EMIT Loading(0, GetTrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE));
     connectThread_ =
         QThread::create([core = core_, attempts = Attempts{true, false, pauses_.first_connect}] {
             connectLoop(core, attempts);
@@ -163,6 +163,9 @@ void ServiceLink::onLinkedUp(bool first) {
     if (core_->Ready()) {
         setState(LinkState::kLinked);
         announceLinkUp();
+        for (; early_ > 0; --early_) {
+            MessageWaiting();
+        }
     }
 }
 
@@ -186,12 +189,12 @@ void ServiceLink::onServiceUse(bool byAnother) {
     } else if (std::exchange(inUseShown_, false)) {
         // What the form said before; at a reconnect there was none.
         Q_EMIT Loading(firstUpDue_ ? 0 : 1,
-                       firstUpDue_ ? GetErrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE) : QString());
+                       firstUpDue_ ? GetTrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE) : QString());
     }
 }
 
 void ServiceLink::onProcessIPCTimeout(int count, quint64 generation) {
-    if (ignoreLoss_) {
+    if (ignoreLoss_ || !core_->IsCurrent(generation)) {
         return;
     }
     Log().error("ipc timeout num {}", count);
@@ -201,7 +204,7 @@ void ServiceLink::onProcessIPCTimeout(int count, quint64 generation) {
 }
 
 void ServiceLink::onProcessIPCError(int code, quint64 generation) {
-    if (ignoreLoss_) {
+    if (ignoreLoss_ || !core_->IsCurrent(generation)) {
         return;
     }
     Log().error("ipc error with code {}", code);
@@ -228,6 +231,10 @@ void ServiceLink::lose(quint64 generation) {
 // One text a wake-up: what its handler opens (a box runs the event loop) holds up no other text.
 void ServiceLink::onRecvServiceData(QString const& /*wakeUp*/) {
     drainTextsSoon();
+    if (state_ != LinkState::kLinked) {
+        ++early_;
+        return;
+    }
     if (std::string const json = GetServiceData(); !json.empty()) {
         Q_EMIT MessageArrived(json);
         Log().debug("on recv service done ");

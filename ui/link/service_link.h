@@ -58,7 +58,10 @@ class ServiceLink : public QObject, private LinkEvents {
     void WatchSilence(bool on) { silence_.Watch(on); }
     // The service's counters have come: it says something all the time. Heartbeats tell that by
     // themselves.
-    void NotePeriodic() { core_->NotePeriodic(); }
+    void NotePeriodic() {
+        core_->NotePeriodic();
+        silence_.Heard();
+    }
     std::optional<QDateTime> SilentSince() const { return silence_.Since(); }
 
     // The oldest text from the service; empty when none waits.
@@ -82,6 +85,7 @@ class ServiceLink : public QObject, private LinkEvents {
     void SignalAutoLogin();
     // After the reconnect has been started. Not of a link that the service closed at once.
     void Lost();
+    // Of a link that is up: what it says before that waits until everything of the link-up is told.
     void MessageArrived(std::string const& json);
     // Since when the service has said nothing; nothing when it speaks again, the link has gone or
     // nobody watches any more.
@@ -121,6 +125,7 @@ class ServiceLink : public QObject, private LinkEvents {
     bool firstUpDue_ = true;    // what the first link leads to is still to be told
     bool firstUpTold_ = false;  // on the current link
     bool inUseShown_ = false;
+    int early_ = 0;  // wake-ups before the link was up
     SilenceWatch silence_;
     QTimer ipcLogTimer_;
 };

@@ -22,6 +22,12 @@ void SilenceWatch::Watch(bool on) {
     }
 }
 
+void SilenceWatch::Heard() {
+    if (timer_.isActive()) {
+        timer_.start(limit_);
+    }
+}
+
 void SilenceWatch::End() {
     if (!since_) {
         return;

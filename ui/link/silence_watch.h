@@ -21,6 +21,8 @@ class SilenceWatch : public QObject {
     SilenceWatch(LinkCore& core, std::chrono::milliseconds limit);
 
     void Watch(bool on);
+    // Puts off the next look; a service whose texts arrive costs none.
+    void Heard();
     // The silence is over, by a byte or because the link has gone.
     void End();
     std::optional<QDateTime> Since() const { return since_; }

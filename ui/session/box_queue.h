@@ -12,6 +12,9 @@
 
 namespace zorvanelink::ui {
 
+// A box with the button "OK" and the title of its kind, warning or critical.
+BoxRequest OkBox(BoxKind kind, QString const& text);
+
 class BoxQueue : public QObject {
     Q_OBJECT
 
@@ -25,19 +28,26 @@ class BoxQueue : public QObject {
     // Tells a failure. While a box stands, the latest failure that differs waits for its turn, and
     // is told then unless another attempt has begun.
     void Tell(BoxRequest request, Then then = {});
+    // Tells what did not succeed beside the login: no failure of it, so the text waits its turn and
+    // takes no other's place.
+    void Hint(common::MsgCode text);
     // Asks a question of the session: every one waits for its turn, is asked once, and closes with
     // the session.
     void Ask(BoxRequest request, Then then);
+
+    // The user has ended the session: what stands of it closes, and leads to nothing any more.
+    void Overtake();
 
     // The window that a box belongs over.
     QWidget* Parent() const;
 
   private:
+    enum class Kind { kFailure, kHint, kQuestion };
     struct Box {
         BoxRequest request;
         Then then;
         Attempt attempt;
-        bool question;
+        Kind kind;
     };
 
     void add(Box box);
@@ -50,7 +60,8 @@ class BoxQueue : public QObject {
     QString standing_;  // text of the box that stands
     bool stands_ = false;
     std::optional<Attempt> standingFor_;
-    bool asks_ = false;  // it is a question
+    bool asks_ = false;       // it is a question
+    bool overtaken_ = false;  // it closes without an effect
 };
 
 }  // namespace zorvanelink::ui

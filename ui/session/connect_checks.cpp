@@ -38,16 +38,16 @@ bool ConnectFlow::CheckProfile(std::shared_ptr<Profile> const& profile) {
 std::optional<SecretAnswer> ConnectFlow::askFor(SecretTexts const& texts) {
     SecretRequest request;
     request.parent = core_.window;
-    request.title = GetErrMsg(texts.title);
-    request.label = GetErrMsg(texts.label);
-    request.label2 = GetErrMsg(texts.name);
+    request.title = GetTrMsg(texts.title);
+    request.label = GetTrMsg(texts.label);
+    request.label2 = GetTrMsg(texts.name);
     request.placeholder = request.label;
-    request.okButton = GetErrMsg(MsgCode::UI_INFO_OK);
-    request.cancelButton = GetErrMsg(MsgCode::UI_INFO_NO);
-    request.rememberText = GetErrMsg(texts.remember);
+    request.okButton = GetTrMsg(MsgCode::UI_INFO_OK);
+    request.cancelButton = GetTrMsg(MsgCode::UI_INFO_NO);
+    request.rememberText = GetTrMsg(texts.remember);
     request.remember = texts.remembered;
     request.maxUtf8Length = texts.max_bytes;
-    request.tooLongMessage = GetErrMsg(texts.too_long);
+    request.tooLongMessage = GetTrMsg(texts.too_long);
     request.emptyMessage = request.label;
     BringIntoView(core_.window);
     std::optional<SecretAnswer> answer = core_.prompts.InputSecret(request);
@@ -108,7 +108,7 @@ bool ConnectFlow::CheckCert(std::shared_ptr<Profile> const& profile) {
         profile->credentialPrompted = false;
     }
     if (profile->certIsFile || name.empty()) {
-        criticalBox(GetErrMsg(MsgCode::UI_ERROR_NO_CERT));
+        criticalBox(GetTrMsg(MsgCode::UI_ERROR_NO_CERT));
         return false;
     }
     if (type != kCertTypeNeedsPin || stored(pin) || CheckPincode(profile)) {

@@ -15,7 +15,8 @@ using components::logger::Log;
 
 }  // namespace
 
-ConnectFlow::ConnectFlow(SessionCore& core) : core_(core), state_(core.state) {
+ConnectFlow::ConnectFlow(SessionCore& core, BoxQueue& boxes)
+    : core_(core), boxes_(boxes), state_(core.state) {
     requestTimer_.setSingleShot(true);
     requestTimer_.setInterval(kRequestTime);
     connect(&requestTimer_, &QTimer::timeout, this, &ConnectFlow::onRequestTimeout);
@@ -58,14 +59,14 @@ void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool qu
     std::string const key = name.toStdString();
     Config& config = core_.config;
     if (start_it && config.GetProfile().size() > Config::kMaxConfigNum) {
-        criticalBox(GetErrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(Config::kMaxConfigNum));
+        criticalBox(GetTrMsg(MsgCode::UI_ERROR_CONFIG_OVERLIMIT).arg(Config::kMaxConfigNum));
         refuse(key);
         return;
     }
     std::shared_ptr<Profile> const profile = key.empty() ? nullptr : config.GetProfile(key);
     if (!profile) {
         Log().error("Can not find the profile by name [{}]", key);
-        criticalBox(GetErrMsg(MsgCode::UI_ERROR_PROFILE_NOT_EXIST));
+        criticalBox(GetTrMsg(MsgCode::UI_ERROR_PROFILE_NOT_EXIST));
         refuse(key);
         return;
     }
@@ -77,6 +78,9 @@ void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool qu
     } else if (!start_it) {
         core_.conversation.End();  // who stops has nothing to choose any more
         stop(profile);
+        if (prompting_) {
+            core_.prompts.CloseAll();  // nor to type
+        }
     } else if (mayStart(key)) {
         start(profile, queryAuthType);
     }
@@ -89,7 +93,7 @@ bool ConnectFlow::mayStart(std::string const& name) {
     }
     bool const other_runs = !state_.Idle() && state_.currentProfileName != name;
     if (other_runs) {
-        criticalBox(GetErrMsg(MsgCode::UI_ERROR_RUNNING_PROFILE_ALREADY_EXISTS));
+        criticalBox(GetTrMsg(MsgCode::UI_ERROR_RUNNING_PROFILE_ALREADY_EXISTS));
         refuse(name);
     }
     return !other_runs;
@@ -143,15 +147,17 @@ void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthT
 
 // Queued: the start that failed is left first.
 void ConnectFlow::selectAnew() {
-    auto select = [this, here = core_.Now()] {
+    auto tell = [this, here = core_.Now()] {
         if (here.NotBegunAnew()) {
-            criticalBox(GetErrMsg(MsgCode::UI_ERROR_NO_CERT));
-        }
-        if (here.NotBegunAnew()) {
-            Q_EMIT core_.NeedSelectAuthType(false);
+            auto const select = [this, here](int) {
+                if (here.NotBegunAnew()) {
+                    Q_EMIT core_.NeedSelectAuthType(false);
+                }
+            };
+            boxes_.Tell(OkBox(BoxKind::kCritical, GetTrMsg(MsgCode::UI_ERROR_NO_CERT)), select);
         }
     };
-    QMetaObject::invokeMethod(this, std::move(select), Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, std::move(tell), Qt::QueuedConnection);
 }
 
 void ConnectFlow::beginAttempt(Profile& profile, bool queryAuthType) {
@@ -203,7 +209,7 @@ void ConnectFlow::refuseLinkDown(std::string const& name) {
     // However often the user clicks while the box stands.
     if (!telling_link_down_) {
         QScopedValueRollback<bool> const guard(telling_link_down_, true);
-        criticalBox(GetErrMsg(MsgCode::UI_INFO_CONNECT_SERVER_FAIL));
+        criticalBox(GetTrMsg(MsgCode::UI_INFO_CONNECT_SERVER_FAIL));
         Log().info("Update profile {} status to disconnect", name);
     }
     refuse(name);
@@ -294,8 +300,7 @@ void ConnectFlow::onRequestTimeout() {
 
 void ConnectFlow::criticalBox(QString const& text) {
     BringIntoView(core_.window);
-    core_.prompts.Critical(core_.window, GetErrMsg(MsgCode::UI_ERROR), text,
-                           GetErrMsg(MsgCode::UI_INFO_OK));
+    core_.prompts.Error(core_.window, text);
 }
 
 }  // namespace zorvanelink::ui

@@ -10,7 +10,7 @@
 #include <optional>
 #include <string>
 
-#include "ui/session/session_core.h"
+#include "ui/session/box_queue.h"
 
 namespace zorvanelink::ui {
 
@@ -21,7 +21,7 @@ class ConnectFlow : public QObject {
     // How long a request may wait for a status before it may be repeated.
     static constexpr std::chrono::milliseconds kRequestTime{60000};
 
-    explicit ConnectFlow(SessionCore& core);
+    ConnectFlow(SessionCore& core, BoxQueue& boxes);
 
     // What the user asks for, by a card, the tray or the automatic login. Nothing when that
     // connection is on its way or up already.
@@ -55,6 +55,7 @@ class ConnectFlow : public QObject {
     void PopDisconnectErrorForDialog();
     void ClearWebCache();
     void onRequestTimeout();
+    // For what the user has clicked.
     void criticalBox(QString const& text);
 
     // What differs between the two secrets that are asked for.
@@ -78,6 +79,7 @@ class ConnectFlow : public QObject {
     QString Profile2JsonString(QString const& type, std::shared_ptr<Profile> const& profile);
 
     SessionCore& core_;
+    BoxQueue& boxes_;
     ConnectionState& state_;
     QTimer requestTimer_;
     bool prompting_ = false;  // a prompt of an attempt stands

@@ -4,7 +4,9 @@
 
 #include "app/environment/app_ctrl.h"
 #include "components/logger/logger.h"
+#include "components/utils/text.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/bring_into_view.h"
 #include "ui/widgets/open_url.h"
 #include "ui/widgets/zvl_message_box.h"
 
@@ -43,17 +45,20 @@ QString firstNonEmpty(std::initializer_list<QString> texts) {
     return {};
 }
 
+// More than a box shows is not even converted.
 QString utf8(std::string const& text) {
-    return QString::fromStdString(text);
+    constexpr std::size_t kMostBytes = 16 * 1024;
+    std::string_view const most = components::utils::CutUtf8(text, kMostBytes);
+    return QString::fromUtf8(most.data(), static_cast<int>(most.size()));
 }
 
 // The service's own words for the code, else ours.
 QString textOf(CLMsgCommonReplyData const& data) {
     QString const sent = utf8(IsChineseDisplayLangguage() ? data.errMsgInCn : data.errMsgInEn);
-    QString text = firstNonEmpty({sent, GetErrMsg(data.statusCode)});
+    QString text = firstNonEmpty({sent, GetTrMsg(data.statusCode)});
     if (data.statusCode == MsgCode::UI_TR_VERITY_SERVER_CERTIFICATE_FAILED) {
         return text + QLatin1String(kMessageSeparator) +
-               GetErrMsg(MsgCode::UI_TR_IMPORT_TRUSTED_CERT_TIPS);
+               GetTrMsg(MsgCode::UI_TR_IMPORT_TRUSTED_CERT_TIPS);
     }
     return text;
 }
@@ -68,6 +73,11 @@ constexpr MsgCode kEndsOfLogin[] = {
 // Types of codes that speak of a failure.
 constexpr int kFailureTypes[] = {5, 7};
 
+// Support asks for the number, whatever language the text is in.
+void logCode(MsgCode code) {
+    Log().info("Failure {} [{}]", static_cast<int>(code), common::g_IPCMessageMap.Name(code));
+}
+
 }  // namespace
 
 FailurePresenter::FailurePresenter(SessionCore& core, ConnectFlow& flow, BoxQueue& boxes)
@@ -75,9 +85,8 @@ FailurePresenter::FailurePresenter(SessionCore& core, ConnectFlow& flow, BoxQueu
 }
 
 void FailurePresenter::HandleErrMsg(Data const& data, common::Show show, Then then) {
-    Log().info("Failure {} [{}]", static_cast<int>(data.statusCode),
-               common::g_IPCMessageMap.Name(data.statusCode));
-    QString const text = firstNonEmpty({textOf(data), GetErrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG)});
+    logCode(data.statusCode);
+    QString const text = firstNonEmpty({textOf(data), GetTrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG)});
     then = withPage(data, std::move(then));
     if (show == common::Show::kCritical) {
         ProcessCriticalMsg(text, std::move(then));
@@ -115,18 +124,15 @@ void FailurePresenter::ProcessErrorMsg(QString const& text, Then then) {
     }
     Log().debug("error msg recved");
     Log().debug("get pop up widget1 {}", static_cast<void const*>(boxes_.Parent()));
-    ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), text,
-                  [this, then = std::move(then)] {
-                      core_.conversation.StopDeadline();
-                      if (core_.window != nullptr) {
-                          core_.window->showNormal();
-                          core_.window->raise();
-                          core_.window->activateWindow();
-                      }
-                      if (then) {
-                          then();
-                      }
-                  });
+    ShowPopMsgBox(OkBox(BoxKind::kCritical, text), [this, then = std::move(then)] {
+        core_.conversation.StopDeadline();
+        if (core_.window != nullptr) {
+            BringToFront(*core_.window);
+        }
+        if (then) {
+            then();
+        }
+    });
 }
 
 void FailurePresenter::ProcessCriticalMsg(QString const& text, Then then) {
@@ -139,32 +145,28 @@ void FailurePresenter::ProcessCriticalMsg(QString const& text, Then then) {
 }
 
 void FailurePresenter::EndWith(BoxKind kind, QString const& text, Then then) {
-    EndWith(kind, kind == BoxKind::kCritical ? MsgCode::UI_ERROR : MsgCode::UI_WARNING, text,
-            std::move(then));
+    EndWith(OkBox(kind, text), std::move(then));
 }
 
-void FailurePresenter::EndWith(BoxKind kind, MsgCode title, QString const& text, Then then) {
+void FailurePresenter::EndWith(BoxRequest request, Then then) {
     core_.state.errorShown = true;  // its own text is the only one
     auto behind = core_.conversation.EndBehind();
     flow_.StopConnect();
-    tellEnd(std::move(behind), kind, title, text, std::move(then));
+    tellEnd(std::move(behind), std::move(request), std::move(then));
 }
 
-void FailurePresenter::EndConversation(BoxKind kind, MsgCode title, QString const& text,
-                                       Then then) {
+void FailurePresenter::EndConversation(BoxRequest request) {
     // Queued: what is going down has gone before its text is read.
     QMetaObject::invokeMethod(
         &core_,
-        [this, behind = core_.conversation.EndBehind(), kind, title, text,
-         then = std::move(then)]() mutable {
-            tellEnd(std::move(behind), kind, title, text, std::move(then));
+        [this, behind = core_.conversation.EndBehind(), request = std::move(request)]() mutable {
+            tellEnd(std::move(behind), std::move(request), {});
         },
         Qt::QueuedConnection);
 }
 
-void FailurePresenter::tellEnd(std::shared_ptr<void> behind, BoxKind kind, MsgCode title,
-                               QString const& text, Then then) {
-    ShowPopMsgBox(kind, GetErrMsg(title), text,
+void FailurePresenter::tellEnd(std::shared_ptr<void> behind, BoxRequest request, Then then) {
+    ShowPopMsgBox(std::move(request),
                   [this, behind = std::move(behind), then = std::move(then)]() mutable {
                       // A dead session leaves nothing behind that could still send a code or a
                       // password.
@@ -182,7 +184,7 @@ bool FailurePresenter::HandleUnmarked(Data const& data) {
     int const type = static_cast<int>(common::g_IPCMessageMap.Get(data.statusCode).type);
     QString const text = textOf(data);
     if (std::count(std::begin(kEndsOfLogin), std::end(kEndsOfLogin), data.statusCode) > 0) {
-        ProcessCriticalMsg(firstNonEmpty({text, GetErrMsg(MsgCode::SECOND_AUTH_TIMEOUT)}));
+        ProcessCriticalMsg(firstNonEmpty({text, GetTrMsg(MsgCode::SECOND_AUTH_TIMEOUT)}));
         return true;
     }
     bool const failure = std::count(std::begin(kFailureTypes), std::end(kFailureTypes), type) > 0;
@@ -195,7 +197,7 @@ bool FailurePresenter::HandleUnmarked(Data const& data) {
 void FailurePresenter::TellUntoldFailure() {
     std::string const text = std::exchange(core_.state.untoldFailure, {});
     if (!text.empty() && !core_.state.errorShown) {
-        ShowPopMsgBox(BoxKind::kCritical, GetErrMsg(MsgCode::UI_ERROR), utf8(text));
+        ShowPopMsgBox(OkBox(BoxKind::kCritical, utf8(text)));
     }
 }
 
@@ -214,12 +216,11 @@ void FailurePresenter::HandleTunnelDisconnect(
         return;
     }
     Log().info("{}", row->log_line);
-    EndWith(BoxKind::kWarning, GetErrMsg(row->text));
+    EndWith(BoxKind::kWarning, GetTrMsg(row->text));
 }
 
 void FailurePresenter::HandleDisconnectReason(Data const& data) {
-    Log().info("Client will disconnect due to reason: {}",
-               GetErrMsg(data.statusCode).toStdString());
+    Log().info("Client will disconnect due to reason: {}", GetTrMsg(data.statusCode).toStdString());
 }
 
 void FailurePresenter::HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgData const& data) {
@@ -230,14 +231,15 @@ void FailurePresenter::HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgDat
     }
     QString text =
         firstNonEmpty({IsChineseDisplayLangguage() ? utf8(data.errorMsgChinese) : QString(),
-                       utf8(data.errorMsgEnglish), GetErrMsg(data.statusCode)});
+                       utf8(data.errorMsgEnglish), GetTrMsg(data.statusCode)});
     if (text.endsWith(QLatin1Char('\n'))) {
         text.chop(1);
     }
     if (text.trimmed().isEmpty()) {
         Log().warning("Recv server custom error msg, but is empty");
-        text = GetErrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG);
+        text = GetTrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG);
     }
+    logCode(data.statusCode);
     Log().info("Incompatible server and client, stop the connect");
     if (core_.state.SessionStands()) {
         EndWith(BoxKind::kWarning, text);
@@ -252,21 +254,15 @@ void FailurePresenter::HandleGatewayDetectStop(
     if (text.isEmpty()) {
         Log().warning("Gateway detection ended without a reason");
     } else if (core_.state.SessionStands()) {
-        ShowPopMsgBox(BoxKind::kWarning, GetErrMsg(MsgCode::UI_WARNING), text);
+        ShowPopMsgBox(OkBox(BoxKind::kWarning, text));
     }
 }
 
-void FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& title, QString const& text,
-                                     Then then) {
+void FailurePresenter::ShowPopMsgBox(BoxRequest request, Then then) {
     if (QWidget const* const window = core_.window) {
         Log().info("Show pop msg window, visible {}, hide {}, mini {}", window->isVisible(),
                    window->isHidden(), window->isMinimized());
     }
-    BoxRequest request;
-    request.kind = kind;
-    request.title = title;
-    request.text = text;
-    request.buttons = {GetErrMsg(MsgCode::UI_INFO_OK)};
     boxes_.Tell(std::move(request), [then = std::move(then)](int) {
         if (then) {
             then();

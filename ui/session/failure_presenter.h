@@ -28,9 +28,9 @@ class FailurePresenter {
     void ProcessCriticalMsg(QString const& text, Then then = {});
     // The way down, the box that says why, and with it the end of the open conversation.
     void EndWith(BoxKind kind, QString const& text, Then then = {});
-    void EndWith(BoxKind kind, common::MsgCode title, QString const& text, Then then = {});
+    void EndWith(BoxRequest request, Then then = {});
     // The same for a conversation whose session is going down by itself, or goes on without it.
-    void EndConversation(BoxKind kind, common::MsgCode title, QString const& text, Then then = {});
+    void EndConversation(BoxRequest request);
 
     // A code that no row of the catalogue shows. True when it ends the login, which has happened
     // then; another failure's text is kept for TellUntoldFailure.
@@ -46,9 +46,8 @@ class FailurePresenter {
   private:
     bool mayTell(char const* logLine) const;
     Then withPage(Data const& data, Then then);
-    void tellEnd(std::shared_ptr<void> behind, BoxKind kind, common::MsgCode title,
-                 QString const& text, Then then);
-    void ShowPopMsgBox(BoxKind kind, QString const& title, QString const& text, Then then = {});
+    void tellEnd(std::shared_ptr<void> behind, BoxRequest request, Then then);
+    void ShowPopMsgBox(BoxRequest request, Then then = {});
 
     SessionCore& core_;
     ConnectFlow& flow_;

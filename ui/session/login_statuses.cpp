@@ -18,17 +18,15 @@ using Secret = AttemptSecrets::Secret;
 
 constexpr int kCertificateQuestionSeconds = 30;
 
-// The types that a user can log in with here.
-bool hasControl(SupportedAuthType type) {
-    return common::NeedsPassword(type) || common::NeedsCertificate(type) ||
-           type == SupportedAuthType::kOauth;
-}
-
 }  // namespace
 
 LoginStatuses::LoginStatuses(SessionCore& core, ConnectFlow& flow, FailurePresenter& failures,
                              BoxQueue& boxes)
-    : core_(core), flow_(flow), failures_(failures), boxes_(boxes), thirdParty_(core, failures) {
+    : core_(core),
+      flow_(flow),
+      failures_(failures),
+      boxes_(boxes),
+      thirdParty_(core, failures, boxes) {
 }
 
 std::int32_t LoginStatuses::ConvertMsgCodeToAuthCodeType(MsgCode code) {
@@ -69,7 +67,7 @@ void LoginStatuses::onPasswordRefused(Data const& data, Profile& /*profile*/) {
     Log().debug("stop change pwd response timer");
     core_.conversation.StopDeadline();
     core_.state.errorShown = true;
-    failures_.ProcessErrorMsg(GetErrMsg(data.statusCode));
+    failures_.ProcessErrorMsg(GetTrMsg(data.statusCode));
 }
 
 void LoginStatuses::HandleAuthData(Data const& data, Profile& profile) {
@@ -82,10 +80,10 @@ void LoginStatuses::HandleAuthData(Data const& data, Profile& profile) {
 void LoginStatuses::onServerCertificate(Data const& data, Profile& profile) {
     BoxRequest request;
     request.kind = BoxKind::kQuestion;
-    request.title = GetErrMsg(MsgCode::UI_WARNING);
-    request.text = GetErrMsg(data.statusCode);
-    request.buttons = {GetErrMsg(MsgCode::UI_INFO_REQUEST_YES),
-                       GetErrMsg(MsgCode::UI_INFO_REQUEST_NO)};
+    request.title = GetTrMsg(MsgCode::UI_WARNING);
+    request.text = GetTrMsg(data.statusCode);
+    request.buttons = {GetTrMsg(MsgCode::UI_INFO_REQUEST_YES),
+                       GetTrMsg(MsgCode::UI_INFO_REQUEST_NO)};
     request.defaultButton = 1;
     request.timeoutSeconds = kCertificateQuestionSeconds;
     boxes_.Ask(request, [this, here = core_.Now(), name = profile.name](int button) {
@@ -106,14 +104,16 @@ void LoginStatuses::onNeedSelectAuthType(Data const& data, Profile& profile) {
         return;
     }
     auto const list = components::utils::ConvertStrListToSupportedAuthType(data.supportedAuthType);
-    if (profile.GetSupportedAuthType(list) && std::any_of(list.begin(), list.end(), hasControl)) {
+    if (profile.GetSupportedAuthType(list) &&
+        std::any_of(list.begin(), list.end(), common::HasControl)) {
         core_.secrets.Keep(Secret::kPassword, profile);  // typed, and not yet tried
+        core_.secrets.Keep(Secret::kPin, profile);
         Q_EMIT core_.NeedSelectAuthType(true);
         return;
     }
     profile.supportedAuthTypes.clear();  // nothing of it may be offered later
     Log().error("No supported auth type in select auth type status for profile[{}]", profile.name);
-    failures_.EndWith(BoxKind::kCritical, GetErrMsg(MsgCode::ERR_NO_SUPPORTED_AUTH_TYPE));
+    failures_.EndWith(BoxKind::kCritical, GetTrMsg(MsgCode::ERR_NO_SUPPORTED_AUTH_TYPE));
 }
 
 void LoginStatuses::onAccountLocked(Data const& data, Profile& /*profile*/) {
@@ -121,7 +121,7 @@ void LoginStatuses::onAccountLocked(Data const& data, Profile& /*profile*/) {
                               .addSecs(data.accountLockSenconds)
                               .toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
     failures_.EndWith(BoxKind::kCritical,
-                      GetErrMsg(MsgCode::UI_INFO_ACCOUNT_ABNORMAL_AND_LOCKED).arg(until));
+                      GetTrMsg(MsgCode::UI_INFO_ACCOUNT_ABNORMAL_AND_LOCKED).arg(until));
 }
 
 void LoginStatuses::onOauthPage(Data const& data, Profile& /*profile*/) {

@@ -17,9 +17,9 @@ using namespace core::sslvpn;  // the records
 constexpr std::int32_t kServiceTypeWithGateway = 3;
 
 template <class Record>
-std::optional<Record> read(std::string const& json) {
+std::optional<Record> read(core::CLMsgDocument const& message) {
     Record record;
-    if (!CLMsgReplyJson::Parse(json, &record)) {
+    if (!CLMsgReplyJson::Parse(message, &record)) {
         return std::nullopt;
     }
     return record;
@@ -62,15 +62,18 @@ bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
     CLMsg::Type type{};
     SubType subtype = SubType::kUnknown;
     MsgCode status{};
-    bool const understood = CLMsgJsonParse::Parse(json, &type, &subtype, &status);
+    Message message;
+    bool const understood = CLMsgJsonParse::Parse(json, &type, &subtype, &status, &message);
     Log().debug("recv {} from service", CLMsg::SubTypeToString(subtype));
     if (!understood || type != CLMsg::Type::kReply) {
-        Log().error("Not supported type, json: {}", core::RefusedMessage(json));
+        if (message.Get() != nullptr) {  // else it has been logged as no message at all
+            Log().error("Not supported type, json: {}", core::RefusedMessage(json));
+        }
         return false;
     }
     auto const* const row = std::find_if(std::begin(kRows), std::end(kRows),
                                          [subtype](Row const& r) { return r.subtype == subtype; });
-    bool const ok = row != std::end(kRows) ? (this->*row->handle)(json) : onCommonReply(json);
+    bool const ok = row != std::end(kRows) ? (this->*row->handle)(message) : onCommonReply(message);
     Log().debug("handle msg with ret {} ", ok);
     if (!ok) {
         Log().error("Failed to handle json string: {}, data: {}", CLMsg::SubTypeToString(subtype),
@@ -80,8 +83,8 @@ bool MessageDispatcher::ProcessServiceMsg(std::string const& json) {
 }
 
 template <class Record, class Handler>
-bool MessageDispatcher::readFor(std::string const& json, Handler&& handle) {
-    auto const data = read<Record>(json);
+bool MessageDispatcher::readFor(Message const& message, Handler&& handle) {
+    auto const data = read<Record>(message);
     if (data) {
         if (auto const profile = core_.Addressee(data->profileName)) {
             handle(*data, *profile);
@@ -91,10 +94,10 @@ bool MessageDispatcher::readFor(std::string const& json, Handler&& handle) {
 }
 
 template <class Handler>
-bool MessageDispatcher::readForSession(std::string const& json, char const* logLine,
+bool MessageDispatcher::readForSession(Message const& message, char const* logLine,
                                        Handler&& handle) {
     Log().info("{}", logLine);
-    return readFor<CLMsgCommonReplyData>(json, [&](auto const& data, Profile& profile) {
+    return readFor<CLMsgCommonReplyData>(message, [&](auto const& data, Profile& profile) {
         if (core_.state.SessionStands()) {
             handle(data, profile);
         } else {
@@ -103,8 +106,8 @@ bool MessageDispatcher::readForSession(std::string const& json, char const* logL
     });
 }
 
-bool MessageDispatcher::onNetConfig(std::string const& json) {
-    return readFor<CLMsgReplyNetConfigData>(json, [this](auto const& data, Profile&) {
+bool MessageDispatcher::onNetConfig(Message const& message) {
+    return readFor<CLMsgReplyNetConfigData>(message, [this](auto const& data, Profile&) {
         Log().info("Get network configuration from service");
         core_.context.netConfig = data;
         core_.state.lastNetConfigHasGateway = data.serviceType == kServiceTypeWithGateway;
@@ -114,59 +117,60 @@ bool MessageDispatcher::onNetConfig(std::string const& json) {
     });
 }
 
-bool MessageDispatcher::onTunnelDisconnect(std::string const& json) {
-    return readFor<CLMsgReplyTunnelDisconnectData>(json, [this](auto const& data, Profile&) {
+bool MessageDispatcher::onTunnelDisconnect(Message const& message) {
+    return readFor<CLMsgReplyTunnelDisconnectData>(message, [this](auto const& data, Profile&) {
         Log().info("Disconnect Reason: {}", DisconnectReasonText(data.reason));
         failures_.HandleTunnelDisconnect(data);
     });
 }
 
-bool MessageDispatcher::onTunnelStatistics(std::string const& json) {
-    return readFor<CLMsgReplyTunnelStatisticsData>(json, [this](auto const& data, Profile&) {
+bool MessageDispatcher::onTunnelStatistics(Message const& message) {
+    return readFor<CLMsgReplyTunnelStatisticsData>(message, [this](auto const& data, Profile&) {
         core_.context.statistics = data;
         core_.link.NotePeriodic();
+        Q_EMIT core_.StatisticsArrived();
     });
 }
 
-bool MessageDispatcher::onGatewayList(std::string const& json) {
-    auto const data = read<CLMsgGatewayListData>(json);
+bool MessageDispatcher::onGatewayList(Message const& message) {
+    auto const data = read<CLMsgGatewayListData>(message);
     if (data) {
         HandleGatewayList(core_.config, *data);
     }
     return data.has_value();
 }
 
-bool MessageDispatcher::onCluster(std::string const& json) {
-    auto const data = read<CLMsgClusterData>(json);
+bool MessageDispatcher::onCluster(Message const& message) {
+    auto const data = read<CLMsgClusterData>(message);
     if (data) {
         HandleClusterList(core_.config, *data);
     }
     return data.has_value();
 }
 
-bool MessageDispatcher::onGatewayDetectStop(std::string const& json) {
+bool MessageDispatcher::onGatewayDetectStop(Message const& message) {
     return readFor<CLMsgGatewayDetectStopData>(
-        json, [this](auto const& data, Profile&) { failures_.HandleGatewayDetectStop(data); });
+        message, [this](auto const& data, Profile&) { failures_.HandleGatewayDetectStop(data); });
 }
 
-bool MessageDispatcher::onAddRoute(std::string const& json) {
+bool MessageDispatcher::onAddRoute(Message const& message) {
     return readFor<DomainRouteAddRouteData>(
-        json, [this](auto const& data, Profile&) { Q_EMIT core_.DomainRouteArrived(data); });
+        message, [this](auto const& data, Profile&) { Q_EMIT core_.DomainRouteArrived(data); });
 }
 
-bool MessageDispatcher::onErrMsgByServer(std::string const& json) {
+bool MessageDispatcher::onErrMsgByServer(Message const& message) {
     return readFor<CLMsgNotifyErrorMsgData>(
-        json, [this](auto const& data, Profile&) { failures_.HandleErrMsgByServer(data); });
+        message, [this](auto const& data, Profile&) { failures_.HandleErrMsgByServer(data); });
 }
 
-bool MessageDispatcher::onPushStatus(std::string const& json) {
-    return readFor<CLMsgSessionStatus>(json, [this](auto const& data, Profile&) {
+bool MessageDispatcher::onPushStatus(Message const& message) {
+    return readFor<CLMsgSessionStatus>(message, [this](auto const& data, Profile&) {
         handlers_.connection.HandlePushReportData(data);
     });
 }
 
-bool MessageDispatcher::onVnicState(std::string const& json) {
-    auto const data = read<CLMsgVINCState>(json);
+bool MessageDispatcher::onVnicState(Message const& message) {
+    auto const data = read<CLMsgVINCState>(message);
     if (data) {
         core_.state.adapterUsable = data->state;
         core_.Announce();
@@ -174,61 +178,61 @@ bool MessageDispatcher::onVnicState(std::string const& json) {
     return data.has_value();
 }
 
-bool MessageDispatcher::onChangePwd(std::string const& json) {
+bool MessageDispatcher::onChangePwd(Message const& message) {
     return readForSession(
-        json, "Get change pwd from service",
+        message, "Get change pwd from service",
         [this](auto const& data, Profile& p) { handlers_.login.HandleChangePWD(data, p); });
 }
 
-bool MessageDispatcher::onAuth(std::string const& json) {
-    return readForSession(json, "Get auth data from service", [this](auto const& data, Profile& p) {
-        handlers_.login.HandleAuthData(data, p);
-    });
+bool MessageDispatcher::onAuth(Message const& message) {
+    return readForSession(
+        message, "Get auth data from service",
+        [this](auto const& data, Profile& p) { handlers_.login.HandleAuthData(data, p); });
 }
 
-bool MessageDispatcher::onCertRequest(std::string const& json) {
+bool MessageDispatcher::onCertRequest(Message const& message) {
     return readForSession(
-        json, "Get sign request from service",
+        message, "Get sign request from service",
         [this](auto const& data, Profile& p) { handlers_.signing.HandleSignRequest(data, p); });
 }
 
-bool MessageDispatcher::onAppResource(std::string const& json) {
-    return read<CLMsgZtnaAppResourceData>(json).has_value();
+bool MessageDispatcher::onAppResource(Message const& message) {
+    return read<CLMsgZtnaAppResourceData>(message).has_value();
 }
 
-bool MessageDispatcher::HandleCertRespond(std::string const& json) {
-    auto const certs = ReadCertRespond(json);
+bool MessageDispatcher::HandleCertRespond(Message const& message) {
+    auto const certs = ReadCertRespond(message);
     if (certs) {
         Q_EMIT certs_.RecvCertInfo(*certs);
     }
     return certs.has_value();
 }
 
-bool MessageDispatcher::HandleGMCertRespond(std::string const& json) {
+bool MessageDispatcher::HandleGMCertRespond(Message const& message) {
     Log().info("Handle GM certificate respond");
-    bool const understood = read<ALMsgGMCertRespondData>(json).has_value();
+    bool const understood = read<ALMsgGMCertRespondData>(message).has_value();
     if (!understood) {
         Log().error("Failed to handle GM certificate respond");
     }
     return understood;
 }
 
-bool MessageDispatcher::onUpdate(std::string const& json) {
-    return read<CLMsgUpdate>(json).has_value();
+bool MessageDispatcher::onUpdate(Message const& message) {
+    return read<CLMsgUpdate>(message).has_value();
 }
 
-bool MessageDispatcher::onDisconnectReason(std::string const& json) {
+bool MessageDispatcher::onDisconnectReason(Message const& message) {
     return readFor<CLMsgCommonReplyData>(
-        json, [this](auto const& data, Profile&) { failures_.HandleDisconnectReason(data); });
+        message, [this](auto const& data, Profile&) { failures_.HandleDisconnectReason(data); });
 }
 
 // Scripts are the service's own business.
-bool MessageDispatcher::onExecScript(std::string const& /*json*/) {
+bool MessageDispatcher::onExecScript(Message const& /*message*/) {
     return true;
 }
 
-bool MessageDispatcher::onCommonReply(std::string const& json) {
-    auto const data = read<CLMsgCommonReplyData>(json);
+bool MessageDispatcher::onCommonReply(Message const& message) {
+    auto const data = read<CLMsgCommonReplyData>(message);
     if (!data) {
         Log().error("Failed to parse common reply data from service");
         return false;

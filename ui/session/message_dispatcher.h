@@ -31,39 +31,40 @@ class MessageDispatcher {
 
   private:
     using SubType = core::CLMsg::SubType;
+    using Message = core::CLMsgDocument;
     struct Row {
         SubType subtype;
-        bool (MessageDispatcher::*handle)(std::string const& json);
+        bool (MessageDispatcher::*handle)(Message const& message);
     };
     static Row const kRows[];
 
-    bool onNetConfig(std::string const& json);
-    bool onTunnelDisconnect(std::string const& json);
-    bool onTunnelStatistics(std::string const& json);
-    bool onGatewayList(std::string const& json);
-    bool onCluster(std::string const& json);
-    bool onGatewayDetectStop(std::string const& json);
-    bool onAddRoute(std::string const& json);
-    bool onErrMsgByServer(std::string const& json);
-    bool onPushStatus(std::string const& json);
-    bool onChangePwd(std::string const& json);
-    bool onAuth(std::string const& json);
-    bool onAppResource(std::string const& json);
-    bool onCertRequest(std::string const& json);
-    bool HandleCertRespond(std::string const& json);
-    bool HandleGMCertRespond(std::string const& json);
-    bool onUpdate(std::string const& json);
-    bool onVnicState(std::string const& json);
-    bool onDisconnectReason(std::string const& json);
-    bool onExecScript(std::string const& json);
-    bool onCommonReply(std::string const& json);
+    bool onNetConfig(Message const& message);
+    bool onTunnelDisconnect(Message const& message);
+    bool onTunnelStatistics(Message const& message);
+    bool onGatewayList(Message const& message);
+    bool onCluster(Message const& message);
+    bool onGatewayDetectStop(Message const& message);
+    bool onAddRoute(Message const& message);
+    bool onErrMsgByServer(Message const& message);
+    bool onPushStatus(Message const& message);
+    bool onChangePwd(Message const& message);
+    bool onAuth(Message const& message);
+    bool onAppResource(Message const& message);
+    bool onCertRequest(Message const& message);
+    bool HandleCertRespond(Message const& message);
+    bool HandleGMCertRespond(Message const& message);
+    bool onUpdate(Message const& message);
+    bool onVnicState(Message const& message);
+    bool onDisconnectReason(Message const& message);
+    bool onExecScript(Message const& message);
+    bool onCommonReply(Message const& message);
 
     // Reads a record and hands it to `handle` when it concerns the running profile.
     template <class Record, class Handler>
-    bool readFor(std::string const& json, Handler&& handle);
+    bool readFor(Message const& message, Handler&& handle);
     // The same, while the session stands.
     template <class Handler>
-    bool readForSession(std::string const& json, char const* logLine, Handler&& handle);
+    bool readForSession(Message const& message, char const* logLine, Handler&& handle);
 
     SessionCore& core_;
     FailurePresenter& failures_;

@@ -48,7 +48,7 @@ bool PageStatuses::mayOpenUnasked(std::string const& page) {
     auto const now = std::chrono::steady_clock::now();
     std::erase_if(opened_, [now](auto const& then) { return now - then > kUnaskedPeriod; });
     auto& pages = core_.context.openedPages;
-    if (page.empty() || pages.size() >= kMaxOpenedPages || opened_.size() >= kMaxUnasked ||
+    if (pages.size() >= kMaxOpenedPages || opened_.size() >= kMaxUnasked ||
         !pages.insert(page).second) {
         Log().info("A page is not opened unasked");
         return false;
@@ -57,25 +57,27 @@ bool PageStatuses::mayOpenUnasked(std::string const& page) {
     return true;
 }
 
+void PageStatuses::openUnasked(std::string const& page, bool local) {
+    if (page.empty() || !mayOpenUnasked(page)) {
+        return;
+    }
+    if (auto const failure = TryOpenUrl(core_.prompts, QString::fromStdString(page), local)) {
+        boxes_.Hint(*failure);
+    }
+}
+
 void PageStatuses::onUrlRedirect(Data const& data, Profile& /*profile*/) {
     core_.context.redirectUrl = data.redirectUrl;
     core_.context.redirectUrlTitle = data.redirectUrlTitle;
     core_.Announce();
-    if (mayOpenUnasked(data.redirectUrl)) {
-        OpenUrlWithHint(core_.prompts, core_.window, QString::fromStdString(data.redirectUrl),
-                        false);
-    }
+    openUnasked(data.redirectUrl, false);
 }
 
 void PageStatuses::OpenAfterLogin() {
     Attempt const here = core_.Now();
-    std::string const redirect = core_.context.redirectUrl;
-    if (!redirect.empty() && mayOpenUnasked(redirect)) {
-        OpenUrlWithHint(core_.prompts, core_.window, QString::fromStdString(redirect), false);
-    }
-    std::string const resources = core_.context.resourceListPagePath;
-    if (!resources.empty() && here.Still() && mayOpenUnasked(resources)) {
-        OpenUrlWithHint(core_.prompts, core_.window, QString::fromStdString(resources), true);
+    openUnasked(core_.context.redirectUrl, false);
+    if (here.Still()) {
+        openUnasked(core_.context.resourceListPagePath, true);
     }
 }
 

@@ -4,7 +4,7 @@
 #include <chrono>
 #include <vector>
 
-#include "ui/session/session_core.h"
+#include "ui/session/box_queue.h"
 
 namespace zorvanelink::ui {
 
@@ -12,7 +12,7 @@ class PageStatuses {
   public:
     using Data = core::sslvpn::CLMsgCommonReplyData;
 
-    explicit PageStatuses(SessionCore& core) : core_(core) {}
+    PageStatuses(SessionCore& core, BoxQueue& boxes) : core_(core), boxes_(boxes) {}
 
     void onKeyExchangeData(Data const& data, Profile& profile);
     void onResourceList(Data const& data, Profile& profile);
@@ -25,8 +25,10 @@ class PageStatuses {
   private:
     // A page opens once a session unasked, and three of them in ten seconds at most.
     bool mayOpenUnasked(std::string const& page);
+    void openUnasked(std::string const& page, bool local);
 
     SessionCore& core_;
+    BoxQueue& boxes_;
     std::vector<std::chrono::steady_clock::time_point> opened_;  // unasked, lately
 };
 

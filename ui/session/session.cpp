@@ -10,10 +10,10 @@ using components::logger::Log;
 
 Session::Session(Environment const& environment)
     : SessionCore(environment),
-      flow_(*this),
       boxes_(*this),
+      flow_(*this, boxes_),
       failures_(*this, flow_, boxes_),
-      handlers_{PageStatuses(*this),
+      handlers_{PageStatuses(*this, boxes_),
                 {*this, flow_, failures_, handlers_.pages},
                 {*this, flow_, failures_, boxes_},
                 {}},
@@ -48,6 +48,11 @@ void Session::onLinkState() {
         };
         QMetaObject::invokeMethod(this, give_up, Qt::QueuedConnection);
     }
+}
+
+void Session::Stop(QString const& name) {
+    boxes_.Overtake();
+    flow_.onStopConnect(name);
 }
 
 void Session::AutoLogin() {

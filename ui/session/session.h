@@ -18,7 +18,7 @@ class Session : public SessionCore {
 
     // What the user asks for, by a card, the tray or the automatic login.
     void Start(QString const& name) { flow_.Start(name.toStdString()); }
-    void Stop(QString const& name) { flow_.onStopConnect(name); }
+    void Stop(QString const& name);
     // A text of the service.
     bool Receive(std::string const& json) { return dispatcher_.ProcessServiceMsg(json); }
     // The default connection is started, once the link and the adapter can carry it and unless the
@@ -39,8 +39,8 @@ class Session : public SessionCore {
 
     // In the order of dependence.
     CertListRoad certificates_;
-    ConnectFlow flow_;
     BoxQueue boxes_;
+    ConnectFlow flow_;
     FailurePresenter failures_;
     StatusHandlers handlers_;
     StatusTable statuses_;

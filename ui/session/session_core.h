@@ -69,6 +69,7 @@ class SessionCore : public QObject {
     void Changed();
     // In the Context already; while online.
     void NetConfigArrived();
+    void StatisticsArrived();
     void ClientAddressChanged(QString address);
     void DomainRouteArrived(core::sslvpn::DomainRouteAddRouteData const& route);
     void Demanded(QString const& what);

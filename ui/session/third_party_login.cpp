@@ -7,8 +7,8 @@ namespace zorvanelink::ui {
 
 using common::MsgCode;
 
-ThirdPartyLogin::ThirdPartyLogin(SessionCore& core, FailurePresenter& failures)
-    : core_(core), failures_(failures), deadline_(core.clock) {
+ThirdPartyLogin::ThirdPartyLogin(SessionCore& core, FailurePresenter& failures, BoxQueue& boxes)
+    : core_(core), failures_(failures), boxes_(boxes), deadline_(core.clock) {
     connect(&deadline_, &Deadline::Passed, this, &ThirdPartyLogin::OnThirdPartyExpire);
 }
 
@@ -18,7 +18,9 @@ void ThirdPartyLogin::Open(std::string const& path) {
     if (!Waits()) {
         deadline_.Start(kDeadline);
     }
-    OpenUrlWithHint(core_.prompts, core_.window, QString::fromStdString(path), true);
+    if (auto const failure = TryOpenUrl(core_.prompts, QString::fromStdString(path), true)) {
+        boxes_.Hint(*failure);
+    }
 }
 
 void ThirdPartyLogin::end() {
@@ -28,7 +30,7 @@ void ThirdPartyLogin::end() {
 
 void ThirdPartyLogin::OnThirdPartyExpire() {
     end();
-    failures_.EndWith(BoxKind::kCritical, GetErrMsg(MsgCode::SECOND_AUTH_TIMEOUT));
+    failures_.EndWith(BoxKind::kCritical, GetTrMsg(MsgCode::SECOND_AUTH_TIMEOUT));
 }
 
 }  // namespace zorvanelink::ui

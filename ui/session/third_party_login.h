@@ -15,7 +15,7 @@ class ThirdPartyLogin : public QObject, public Conversation {
   public:
     static constexpr std::chrono::milliseconds kDeadline{540000};
 
-    ThirdPartyLogin(SessionCore& core, FailurePresenter& failures);
+    ThirdPartyLogin(SessionCore& core, FailurePresenter& failures, BoxQueue& boxes);
 
     // `path` is the page's file. Asked again it opens the page again and keeps the first deadline.
     void Open(std::string const& path);
@@ -33,6 +33,7 @@ class ThirdPartyLogin : public QObject, public Conversation {
 
     SessionCore& core_;
     FailurePresenter& failures_;
+    BoxQueue& boxes_;
     Deadline deadline_;
 };
 

@@ -1,7 +1,6 @@
 #include "ui/shell/main_window.h"
 
 #include <QApplication>
-#include <QScreen>
 #include <QTimer>
 
 #include "app/environment/globals.h"
@@ -10,8 +9,6 @@
 #include "ui/session/view_state.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/open_url.h"
-#include "ui/widgets/resize_edges.h"
-#include "ui/widgets/round_corners.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -21,8 +18,6 @@ using common::MsgCode;
 using components::logger::Log;
 
 // Pixels, before scaling.
-constexpr QSize kWindowSize{960, 640};
-constexpr QSize kSmallestSize{880, 560};
 constexpr int kNameWidth = 320;  // of a connection's name in the status bar
 // The window is painted first.
 constexpr std::chrono::milliseconds kAutoLoginDelay{200};
@@ -58,7 +53,8 @@ TrayController::Available allowed(TrayController::Available available) {
 }  // namespace
 
 MainWindow::MainWindow(Environment environment, QWidget* parent)
-    : QWidget(parent, Qt::FramelessWindowHint),
+    : FramelessWindow(GetTrMsg(MsgCode::UI_INFO_ZORVANE_LINK), {{960, 640}, {880, 560}},
+                      environment.opening, parent),
       ui_(this),
       link_(linkWith(environment.config, environment.link), {}),
       session_({environment.config, environment.prompts, link_, this}),
@@ -71,7 +67,7 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
       more_({*ui_.titleBar->MoreButton(), session_.config, session_.prompts,
              [this](QString const& message) { return link_.SendToService(message); }}) {
     applyLogLevel();
-    shapeWindow();
+    setStyleSheet(LoadStyle(QStringLiteral("controls")) + LoadStyle(QStringLiteral("mainwindow")));
     wireSession();
     wireCards();
     wireEditing();
@@ -79,6 +75,7 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
     wireWindow();
     cards_.RefreshConnList();
     render();
+    ContentsMade();
     link_.Start();
 }
 
@@ -90,18 +87,12 @@ MainWindow::~MainWindow() {
 
 void MainWindow::applyLogLevel() {
     auto& logger = Log();
-    logger.setLogLevel(AppCtrl::Instance().logLevel.toStdString());
+    // "Debug, then start again" is what support asks for; an administrator's word stands above.
+    AppCtrl const& control = AppCtrl::Instance();
+    QString const& chosen = session_.config.logLevel;
+    bool const byUser = !control.namesLogLevel && !chosen.isEmpty();
+    logger.setLogLevel((byUser ? chosen : control.logLevel).toStdString());
     g_log_level = static_cast<int>(logger.level());
-}
-
-void MainWindow::shapeWindow() {
-    setStyleSheet(LoadStyle(QStringLiteral("controls")) + LoadStyle(QStringLiteral("mainwindow")));
-    setWindowTitle(GetTrMsg(MsgCode::UI_INFO_ZORVANE_LINK));
-    // On a small or strongly scaled screen nothing of a frameless window may lie outside.
-    QSize const screenSize = screen()->availableSize();
-    setMinimumSize(kSmallestSize.boundedTo(screenSize));
-    resize(kWindowSize.boundedTo(screenSize));
-    PrepareRoundCorners(*this);
 }
 
 void MainWindow::wireSession() {
@@ -110,6 +101,8 @@ void MainWindow::wireSession() {
     connect(&session_, &Session::NotifyConnectStatus, &tunnel_,
             &TunnelController::onNotifyConnectStatus);
     connect(&session_, &Session::NetConfigArrived, &tunnel_, &TunnelController::AddNetconfigInfo);
+    connect(&session_, &Session::StatisticsArrived, &tunnel_,
+            &TunnelController::onTunnelStatistics);
     connect(&session_, &Session::DomainRouteArrived, &tunnel_,
             &TunnelController::HandleDomainAddRoute);
     connect(&session_, &Session::ClientAddressChanged, &tunnel_,
@@ -152,7 +145,6 @@ void MainWindow::wireWindow() {
     connect(ui_.titleBar->MinButton(), &QToolButton::clicked, this,
             &MainWindow::on_btn_main_min__clicked);
     connect(ui_.titleBar, &TitleBar::MaximiseWanted, this, &MainWindow::on_btn_main_max__clicked);
-    new ResizeEdges(*this);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [](Qt::ApplicationState now) {
         g_is_application_active = now == Qt::ApplicationActive;
     });
@@ -257,11 +249,6 @@ bool MainWindow::event(QEvent* event) {
         sessionEnding_ = false;  // the user has stayed
     }
     return QWidget::event(event);
-}
-
-void MainWindow::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    CutRoundCorners(*this);
 }
 
 MainWindow* getMainWindow() {

@@ -2,7 +2,6 @@
 // What a thing does stands in its own folder. GUI thread.
 #pragma once
 
-#include <QWidget>
 #include <string>
 
 #include "ui/auth/auth_code_flow.h"
@@ -14,10 +13,11 @@
 #include "ui/shell/more_menu.h"
 #include "ui/shell/tray_controller.h"
 #include "ui/tunnel/tunnel_controller.h"
+#include "ui/widgets/frameless_window.h"
 
 namespace zorvanelink::ui {
 
-class MainWindow : public QWidget {
+class MainWindow : public FramelessWindow {
     Q_OBJECT
 
   public:
@@ -27,6 +27,7 @@ class MainWindow : public QWidget {
         Prompts& prompts;
         LinkCore::LinkFactory link;  // null: the socket link to the service
         TrayController::Available trayAvailable = TrayWatch::DesktopHasTray;
+        Opening opening = Opening::kByShow;
     };
 
     explicit MainWindow(Environment environment, QWidget* parent = nullptr);
@@ -53,11 +54,9 @@ class MainWindow : public QWidget {
   protected:
     void closeEvent(QCloseEvent* event) override;
     bool event(QEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void applyLogLevel();
-    void shapeWindow();
     void wireSession();
     void wireCards();
     void wireEditing();

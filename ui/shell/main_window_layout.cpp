@@ -16,7 +16,6 @@ constexpr int kLeftPanelWidth = 336;
 constexpr int kMargin = 16;
 constexpr int kListSpacing = 13;
 constexpr int kRing = 3;  // of a card, drawn inside its own rectangle
-constexpr int kTitleBarHeight = 44;
 
 QVBoxLayout* column(QWidget* widget, int spacing = 0) {
     auto* const layout = new QVBoxLayout(widget);
@@ -49,7 +48,7 @@ MainWindowLayout::MainWindowLayout(QWidget* window) {
     rows->addLayout(body, 1);
     rows->addWidget(statusBar);
 
-    waitForm = new WaitForm(frame, kTitleBarHeight);
+    waitForm = new WaitForm(frame, TitleBar::kHeight);
     cover = new DimCover(window,
                          QStringLiteral("background-color:rgba(0,0,0,50%);border-radius: 8px;"));
 }

@@ -67,10 +67,10 @@ void MainWindow::connectFromOutside(std::string const& name) {
 void MainWindow::on_btn_main_close__clicked() {
     if (tray_.HasTray()) {
         hide();
-    } else if (session_.prompts.Question(this, GetErrMsg(MsgCode::UI_WARNING),
-                                         GetErrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT),
-                                         GetErrMsg(MsgCode::UI_INFO_OK),
-                                         GetErrMsg(MsgCode::UI_INFO_CANCEL))) {
+    } else if (session_.prompts.Question(this, GetTrMsg(MsgCode::UI_WARNING),
+                                         GetTrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT),
+                                         GetTrMsg(MsgCode::UI_INFO_OK),
+                                         GetTrMsg(MsgCode::UI_INFO_CANCEL))) {
         close();
     }
 }

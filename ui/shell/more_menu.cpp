@@ -13,6 +13,7 @@
 #include "ui/settings/settings_dialog.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/style.h"
+#include "ui/widgets/zvl_message_box.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -100,6 +101,7 @@ void MoreMenu::onLogLevelChosen(QAction const* action) {
     g_log_level = action->data().toInt();
     Log().setLogLevel(static_cast<LOG_LEVEL>(g_log_level));
     config_.logFilter = g_log_level;
+    config_.logLevel = QString::fromStdString(Int2LogString(g_log_level));
     config_.Save();
     SendLogLevelToService(Int2LogString(g_log_level));
 }
@@ -140,9 +142,10 @@ void MoreMenu::onActionAboutTriggered() {
     QString const text = Translate(QT_TRANSLATE_NOOP("ui", "Version: %1\nBuildID: %2"))
                              .arg(QString::fromStdString(components::version::GetVersion()),
                                   QString::fromStdString(components::version::GetBuildId()));
-    prompts_.Information(button_.window(), GetTrMsg(MsgCode::UI_LABEL_ABOUT),
-                         GetTrMsg(MsgCode::UI_INFO_ZORVANE_LINK) + QStringLiteral("#@@#") + text,
-                         GetTrMsg(MsgCode::UI_INFO_OK));
+    prompts_.Information(
+        button_.window(), GetTrMsg(MsgCode::UI_LABEL_ABOUT),
+        GetTrMsg(MsgCode::UI_INFO_ZORVANE_LINK) + QLatin1String(kMessageSeparator) + text,
+        GetTrMsg(MsgCode::UI_INFO_OK));
 }
 
 void MoreMenu::onActionHelpTriggered() {

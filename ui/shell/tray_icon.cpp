@@ -18,10 +18,10 @@ SystemTrayMsgCountCtrl::SystemTrayMsgCountCtrl()
 }
 
 bool SystemTrayMsgCountCtrl::Admit(ConnectStatus status) {
-    if (status != ConnectStatus::Disconnected) {
-        last_ = status;
-    } else if (std::exchange(last_, std::nullopt) == ConnectStatus::Connected) {
-        // First, so that the end of every connection is told.
+    if (status == ConnectStatus::Connected) {
+        wasConnected_ = true;
+    } else if (status == ConnectStatus::Disconnected && std::exchange(wasConnected_, false)) {
+        // First, so that the end of every connection is told, however it came to it.
         counts_ = SystemTrayMsgCountCtrl().counts_;
     }
     auto const found = counts_.find(status);

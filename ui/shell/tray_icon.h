@@ -4,7 +4,6 @@
 #include <QSystemTrayIcon>
 #include <cstdint>
 #include <map>
-#include <optional>
 #include <utility>
 
 #include "ui/config/connect_status.h"
@@ -24,7 +23,7 @@ class SystemTrayMsgCountCtrl {
   private:
     using Count = std::pair<std::uint16_t, std::uint16_t>;  // shown, limit
     std::map<ConnectStatus, Count> counts_;
-    std::optional<ConnectStatus> last_;
+    bool wasConnected_ = false;  // since the last end
 };
 
 class AntiDupQSystemTrayIcon : public QSystemTrayIcon {

@@ -11,7 +11,7 @@ namespace zorvanelink::ui {
 // The Chinese text when texts are shown in Chinese, else the English one; empty for a code
 // without a row.
 QString GetTrMsg(common::MsgCode code);
-// The same under the name that failures use.
+// The same by its other name; inside the client GetTrMsg is the one that is called.
 QString GetErrMsg(common::MsgCode code);
 
 // The text of a row that ends in a colon, without it, as a check box has it.

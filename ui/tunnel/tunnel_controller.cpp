@@ -91,16 +91,17 @@ InterfaceRows interfaceRows(CLMsgReplyNetConfigData const& data) {
 
 TunnelController::TunnelController(TunnelView& view, Context const& session,
                                    std::chrono::milliseconds period)
-    : view_(view), session_(session) {
-    statisticsTimer_.setInterval(period);
-    connect(&statisticsTimer_, &QTimer::timeout, this,
-            &TunnelController::onUpdateTunnelStatisticsInfo);
+    : view_(view), session_(session), period_(period) {
+    connect(&statisticsTimer_, &QTimer::timeout, this, [this] {
+        statisticsTimer_.setInterval(period_);
+        onUpdateTunnelStatisticsInfo();
+    });
 }
 
 void TunnelController::onNotifyConnectStatus(QString const& /*name*/, ConnectStatus status) {
     ClearDisplayInfo(status == ConnectStatus::Disconnected || status > ConnectStatus::Connected);
     if (status == ConnectStatus::Connected) {
-        statisticsTimer_.start();
+        statisticsTimer_.start(period_);
         onUpdateTunnelStatisticsInfo();
         AddNetconfigInfo();
     }
@@ -138,7 +139,19 @@ void TunnelController::SetClientAddress(QString const& address) {
     view_.SetInterface(shown_);
 }
 
+void TunnelController::onTunnelStatistics() {
+    if (!statisticsTimer_.isActive()) {
+        return;
+    }
+    statisticsTimer_.start(period_ +
+                           period_ / 4);  // the next record comes first, unless it is late
+    if (sinceShown_.hasExpired((period_ / 2).count())) {
+        onUpdateTunnelStatisticsInfo();
+    }
+}
+
 void TunnelController::onUpdateTunnelStatisticsInfo() {
+    sinceShown_.start();
     auto const& data = session_.statistics;
     view_.SetStatistics({data.inbound_bytes, data.outbound_bytes, data.inbound_packets,
                          data.outbound_packets, data.inbound_comp_ratio, data.outbound_comp_ratio});

@@ -1,6 +1,7 @@
 // Fills the tunnel's views from what the service tells about the present connection. GUI thread.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 #include <chrono>
@@ -29,6 +30,8 @@ class TunnelController : public QObject {
     // The views empty; at Connected they fill again and the counters begin to tick.
     void onNotifyConnectStatus(QString const& name, ConnectStatus status);
     void onUpdateTunnelStatisticsInfo();
+    // A service that sends its counters each second gives the tick: one wake-up for both.
+    void onTunnelStatistics();
 
   private:
     // Stops the counters; with clearAll addresses and routes go as well.
@@ -36,7 +39,9 @@ class TunnelController : public QObject {
 
     TunnelView& view_;
     Context const& session_;
+    std::chrono::milliseconds const period_;
     QTimer statisticsTimer_;
+    QElapsedTimer sinceShown_;
     InterfaceRows shown_;
 };
 

@@ -6,12 +6,17 @@
 
 namespace zorvanelink::ui {
 
+void BringToFront(QWidget& window) {
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
 void BringIntoView(QWidget* widget) {
     QWidget* const window = widget != nullptr ? widget->window() : nullptr;
     if (window != nullptr && (window->isHidden() || window->isMinimized())) {
-        window->raise();
-        window->showNormal();
-        window->activateWindow();
+        BringToFront(*window);
     }
 }
 
@@ -19,15 +24,10 @@ void BringForward(QWidget* widget) {
     if (widget == nullptr || g_quit) {
         return;
     }
-    QWidget* const window = widget->window();
-    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
-    window->show();
-    QWidget* const modal = QApplication::activeModalWidget();
-    for (QWidget* const front : {window, modal}) {
-        if (front != nullptr) {
-            front->raise();
-            front->activateWindow();
-        }
+    BringToFront(*widget->window());
+    if (QWidget* const modal = QApplication::activeModalWidget()) {
+        modal->raise();
+        modal->activateWindow();
     }
 }
 

@@ -5,9 +5,13 @@
 
 namespace zorvanelink::ui {
 
-// Shows and raises the widget's window when it is hidden or minimised; else, or with null, nothing.
+// Out of hiding or the task bar, to the front; one that is maximised stays so.
+void BringToFront(QWidget& window);
+
+// Does so with the widget's window when it is hidden or minimised; else, or with null, nothing.
 void BringIntoView(QWidget* widget);
-// Out of the tray or the task bar, to the front, with what is modal above it. Null: nothing.
+
+// Brings the widget's window to the front, with what is modal above it. Null: nothing.
 void BringForward(QWidget* widget);
 
 }  // namespace zorvanelink::ui

@@ -35,29 +35,6 @@ bool isWebPage(QUrl const& url) {
            (scheme == QLatin1String("http") || scheme == QLatin1String("https"));
 }
 
-void hint(Prompts& prompts, QWidget* parent, MsgCode text) {
-    BringIntoView(parent);
-    prompts.Error(parent, GetTrMsg(text));
-}
-
-// The rest of an address may carry what only the page is to know.
-bool open(Prompts& prompts, QUrl const& url) {
-    Log().info("Open {} page of [{}]", url.scheme().toStdString(), url.host().toStdString());
-    bool const opened = prompts.OpenUrl(url);
-    if (!opened) {
-        Log().error("Failed to open the browser");
-    }
-    return opened;
-}
-
-QUrl usable(QString const& text, bool local) {
-    QUrl const url = PageUrl(text, local);
-    if (url.isEmpty()) {
-        Log().error("Refuse to open an address of scheme [{}]", QUrl(text).scheme().toStdString());
-    }
-    return url;
-}
-
 }  // namespace
 
 QUrl PageUrl(QString const& text, bool local) {
@@ -74,22 +51,32 @@ QUrl PageUrl(QString const& text, bool local) {
     return isWebPage(url) ? url : QUrl();
 }
 
+std::optional<MsgCode> TryOpenUrl(Prompts& prompts, QString const& text, bool local) {
+    QUrl const url = PageUrl(text, local);
+    if (url.isEmpty()) {
+        Log().error("Refuse to open an address of scheme [{}]", QUrl(text).scheme().toStdString());
+        return MsgCode::UI_INFO_INVALID_URL;
+    }
+    // The rest of an address may carry what only the page is to know.
+    Log().info("Open {} page of [{}]", url.scheme().toStdString(), url.host().toStdString());
+    if (!prompts.OpenUrl(url)) {
+        Log().error("Failed to open the browser");
+        return MsgCode::UI_INFO_OPEN_URL_WITH_BROWER_FAIL;
+    }
+    return std::nullopt;
+}
+
 bool OpenUrl(Prompts& prompts, QString const& text, bool local) {
-    QUrl const url = usable(text, local);
-    return !url.isEmpty() && open(prompts, url);
+    return !TryOpenUrl(prompts, text, local);
 }
 
 bool OpenUrlWithHint(Prompts& prompts, QWidget* parent, QString const& text, bool local) {
-    QUrl const url = usable(text, local);
-    if (url.isEmpty()) {
-        hint(prompts, parent, MsgCode::UI_INFO_INVALID_URL);
-        return false;
+    auto const failure = TryOpenUrl(prompts, text, local);
+    if (failure) {
+        BringIntoView(parent);
+        prompts.Error(parent, GetTrMsg(*failure));
     }
-    if (!open(prompts, url)) {
-        hint(prompts, parent, MsgCode::UI_INFO_OPEN_URL_WITH_BROWER_FAIL);
-        return false;
-    }
-    return true;
+    return !failure;
 }
 
 }  // namespace zorvanelink::ui

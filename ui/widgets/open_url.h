@@ -4,7 +4,9 @@
 
 #include <QUrl>
 #include <QWidget>
+#include <optional>
 
+#include "common/message_catalogue.h"
 #include "ui/widgets/prompts.h"
 
 namespace zorvanelink::ui {
@@ -12,9 +14,12 @@ namespace zorvanelink::ui {
 // With `local` the text is a file unless it has a scheme. Empty when it may not be opened.
 QUrl PageUrl(QString const& text, bool local);
 
+// Nothing when a browser has been started, else what the user is to read.
+std::optional<common::MsgCode> TryOpenUrl(Prompts& prompts, QString const& text, bool local);
 // True when a browser has been started.
 bool OpenUrl(Prompts& prompts, QString const& text, bool local);
-// The same with a box, over the raised window of `parent`, when that is not so.
+// For what the user has clicked: with a box, over the raised window of `parent`, when that is not
+// so.
 bool OpenUrlWithHint(Prompts& prompts, QWidget* parent, QString const& text, bool local);
 
 }  // namespace zorvanelink::ui

@@ -8,6 +8,15 @@
 namespace zorvanelink::ui {
 namespace {
 
+constexpr QChar kDivider(0x4E28);
+
+QLabel* plainLabel(QString const& name, QWidget* parent) {
+    auto* const label = new QLabel(parent);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
 // A screen reader finds a status bar by its role.
 QAccessibleInterface* makeInterface(QString const& /*className*/, QObject* object) {
     auto* const bar = qobject_cast<StatusBarWidget*>(object);
@@ -20,14 +29,13 @@ StatusBarWidget::StatusBarWidget(QWidget* parent)
     : QFrame(parent),
       spinner_(new Spinner(12, 2, this)),
       image_(new QLabel(this)),
-      text_(new QLabel(this)),
-      count_(new QLabel(this)) {
+      text_(plainLabel(QStringLiteral("status_text_"), this)),
+      place_(plainLabel(QStringLiteral("status_place_"), this)),
+      divider_(new QFrame(this)),
+      count_(plainLabel(QStringLiteral("status_count_"), this)) {
     QAccessible::installFactory(makeInterface);
     setObjectName(QStringLiteral("status_bar_"));
-    text_->setObjectName(QStringLiteral("status_text_"));
-    text_->setTextFormat(Qt::PlainText);
-    count_->setObjectName(QStringLiteral("status_count_"));
-    count_->setTextFormat(Qt::PlainText);
+    divider_->setObjectName(QStringLiteral("status_divider_"));
     image_->setObjectName(QStringLiteral("status_icon_"));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(16, 1, 16, 0);
@@ -35,8 +43,11 @@ StatusBarWidget::StatusBarWidget(QWidget* parent)
     row->addWidget(spinner_);
     row->addWidget(image_);
     row->addWidget(text_, 1);
+    row->addWidget(place_);
+    row->addWidget(divider_);
     row->addWidget(count_);
     SetStatus({}, {});
+    SetCountText({});
 }
 
 void StatusBarWidget::SetStatus(QString const& text, QString const& icon) {
@@ -52,13 +63,20 @@ void StatusBarWidget::SetStatus(QString const& text, QString const& icon) {
 }
 
 void StatusBarWidget::SetCountText(QString const& text) {
-    count_->setText(text);
+    countText_ = text;
+    // Drawn, not written: the letter would open a Chinese font of 20 MB in every language.
+    int const divider = text.indexOf(kDivider);
+    bool const divided = divider >= 0;
+    place_->setText(text.left(divided ? divider : 0).trimmed());
+    place_->setVisible(divided);
+    divider_->setVisible(divided);
+    count_->setText(text.mid(divider + 1).trimmed());
     tellChange();
 }
 
 // The name's change is the event that a screen reader receives.
 void StatusBarWidget::tellChange() {
-    QString const spoken = QStringLiteral("%1 %2").arg(text_->text(), count_->text()).trimmed();
+    QString const spoken = QStringLiteral("%1 %2").arg(text_->text(), countText_).trimmed();
     if (spoken != accessibleName()) {
         setAccessibleName(spoken);
     }
@@ -66,10 +84,6 @@ void StatusBarWidget::tellChange() {
 
 QString StatusBarWidget::StatusText() const {
     return text_->text();
-}
-
-QString StatusBarWidget::CountText() const {
-    return count_->text();
 }
 
 }  // namespace zorvanelink::ui

@@ -17,19 +17,23 @@ class StatusBarWidget : public QFrame {
     // `icon` is a resource path such as ":/assets/images/normal.png"; the name of an animation
     // (".gif") stands for the spinner. An empty text clears the place.
     void SetStatus(QString const& text, QString const& icon);
+    // What stands before and after a "丨" is shown in two places with a line between.
     void SetCountText(QString const& text);
 
     QString StatusText() const;
     QString StatusIcon() const { return icon_; }
-    QString CountText() const;
+    QString CountText() const { return countText_; }
 
   private:
     void tellChange();
 
     QString icon_;
+    QString countText_;
     Spinner* spinner_;
     QLabel* image_;
     QLabel* text_;
+    QLabel* place_;
+    QFrame* divider_;
     QLabel* count_;
 };
 

@@ -14,6 +14,7 @@ class TitleBar : public QFrame {
 
   public:
     enum class Kind { kWindow, kDialog };
+    static constexpr int kHeight = 44;  // pixels, as the stylesheets have it
 
     // kWindow: icon, title, more, minimise and close. kDialog: title and close.
     explicit TitleBar(Kind kind, QWidget* parent = nullptr);

@@ -44,7 +44,7 @@ int ask(QWidget* parent, ZVLMsgBoxType kind, QString const& title, QString const
 
 ZVLMessageBox::ZVLMessageBox(QWidget* parent, ZVLMsgBoxType kind, QString const& title,
                              QString const& text, Buttons const& buttons)
-    : ZVLDialog(parent), kind_(kind), text_(BoundedText(text)) {
+    : ZVLDialog(parent), kind_(kind), text_(text) {
     setWindowTitle(title);
     init(kind, text_, buttons);
 }
@@ -61,8 +61,11 @@ void ZVLMessageBox::init(ZVLMsgBoxType kind, QString const& text, Buttons const&
 
     QLatin1String const separator(kMessageSeparator);
     int const at = text.indexOf(separator);
-    mainLabel_->setPlainText(at < 0 ? text : text.left(at));
-    detailLabel_->setPlainText(at < 0 ? QString() : text.mid(at + separator.size()));
+    // Cut before it is broken: a mark inside the separator would hide it.
+    QString const main = BoundedText(text.left(at));
+    QString const detail = at < 0 ? QString() : text.mid(at + separator.size());
+    mainLabel_->setPlainText(main);
+    detailLabel_->setPlainText(BoundedText(detail, kUnbrokenRun, kMaxBoxText - main.size()));
     mainLabel_->setProperty("headline", at >= 0);
     mainLabel_->setAccessibleName(mainLabel_->toPlainText());
     detailLabel_->setAccessibleName(detailLabel_->toPlainText());
@@ -85,7 +88,8 @@ void ZVLMessageBox::init(ZVLMsgBoxType kind, QString const& text, Buttons const&
     column->addLayout(row);
     addButtons(row, buttons);
     FrameLayout()->setSizeConstraint(QLayout::SetFixedSize);
-    setAccessibleDescription(text);
+    setAccessibleDescription(
+        (mainLabel_->toPlainText() + QLatin1Char('\n') + detailLabel_->toPlainText()).trimmed());
 }
 
 void ZVLMessageBox::addButtons(QHBoxLayout* row, Buttons const& buttons) {

@@ -137,6 +137,12 @@ TEST_F(LoggerTest, NoTextPassesForALineOfOurs) {
     std::string const escaped = "a\\n2026/01/01 b\\x0d\\x09\\x1b[2K\\x7f\\x9b \xC2\xA0\xE5\xBC\xA0";
     EXPECT_THAT(texts(), ElementsAre(escaped));
     EXPECT_THAT(got, ElementsAre(escaped));
+    // Of a text that is too long, the whole characters that fit.
+    std::string const most(16 * 1024 - 2, 'x');
+    log->info("{}\xE5\xBC\xA0{}", most, std::string(15 << 20, 'y'));
+    EXPECT_EQ(got.back(), most + "… (15728643 bytes more)");
+    log->info("{}\xE5", most);
+    EXPECT_EQ(got.back(), most + "\xE5");
 }
 
 TEST_F(LoggerTest, ALineReachesTheFileByItself) {

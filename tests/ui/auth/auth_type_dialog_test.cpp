@@ -75,6 +75,7 @@ TEST_F(AuthTypeDialogTest, LoginStoresChoiceAndCredentials) {
     QObject::connect(&dialog, &AuthTypeDialog::StartConnect,
                      [&] { open_at_start = dialog.isVisible(); });
     auto& password = test::Find<SecretEdit>(dialog, "lineedit_password_");
+    profile->fileCert.pin = "before";
     click(dialog, "checkbox_keep_auth_type_");
     int const low = dialog.height();
     click(dialog, "radioButton_user_cert_");
@@ -85,12 +86,13 @@ TEST_F(AuthTypeDialogTest, LoginStoresChoiceAndCredentials) {
     click(dialog, "btn_connect_");
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(profile->authType, Type::kNone);
+    EXPECT_EQ(profile->fileCert.pin, "before") << "nothing is kept before it is checked";
     type(password, QStringLiteral("open"));
     QTest::keyClick(&dialog, Qt::Key_Return);
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
     EXPECT_EQ(profile->authType, Type::kPwdWithCert);
     EXPECT_FALSE(profile->keepAuthType);
-    EXPECT_EQ(clear(profile->password), "open");
+    EXPECT_EQ(clear(profile->password) + profile->fileCert.pin, "open");
     EXPECT_TRUE(password.text().isEmpty());
     ASSERT_EQ(started.count(), 1);
     EXPECT_EQ(started[0][0].toString(), QStringLiteral("Head office"));

@@ -110,7 +110,9 @@ TEST(CertRespond, ReadsWhatCanBeRead) {
     core::sslvpn::ALMsgCertRespondData reply;
     reply.certList = {components::utils::Base64Encode(std::string("no certificate"), false),
                       components::utils::Base64Encode(der, false)};
-    auto const certs = ReadCertRespond(core::sslvpn::CLMsgReplyJson::Build(reply));
+    core::CLMsgDocument message;
+    ASSERT_TRUE(message.Parse(core::sslvpn::CLMsgReplyJson::Build(reply)));
+    auto const certs = ReadCertRespond(message);
     ASSERT_TRUE(certs.has_value());
     ASSERT_EQ(certs->size(), 1U);
     EXPECT_EQ(certs->front().certName, "Anna");
@@ -118,7 +120,8 @@ TEST(CertRespond, ReadsWhatCanBeRead) {
     EXPECT_EQ(certs->front().fingerprint.size(), 40U);
 
     test::LogCapture const log;
-    EXPECT_FALSE(ReadCertRespond("{}").has_value());
+    ASSERT_TRUE(message.Parse("{}"));
+    EXPECT_FALSE(ReadCertRespond(message).has_value());
     EXPECT_TRUE(log.Has("Failed to handle certificate respond"));
 }
 

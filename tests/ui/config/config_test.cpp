@@ -162,6 +162,7 @@ TEST_F(ConfigTest, ClientCertificates) {
     CertInfo const anna = import(config, "Anna");
     CertInfo const lost = import(config, "Lost");
     CertInfo const outside = import(config, "Outside");
+    CertInfo broken = import(config, "Broken");
     fs::path const folder = GetConfigClientCertPath().toStdString();
     EXPECT_EQ(modeOf(folder), 0700U);
     EXPECT_EQ(modeOf(folder / anna.fingerprint), 0600U);
@@ -176,13 +177,22 @@ TEST_F(ConfigTest, ClientCertificates) {
     config.clientCerts[outside.fingerprint].filePath = folder / "../outside";
     config.Save();
     fs::remove(folder / lost.fingerprint);
+    test::WriteFile(folder / broken.fingerprint, "no container");
+    Config full;  // but for one
+    for (char name = 'a'; name < 'a' + 15; ++name) {
+        full.clientCerts[{name}].fingerprint = name;
+    }
+    full.Load();
+    EXPECT_EQ(full.clientCerts.size(), Config::kMaxClientCertNum);
+    full.Save();
+    EXPECT_TRUE(fileHas("\nsize=18\n")) << "what is not read is kept, unless its file has gone";
+    config.Save();
 
     for (bool const last : {false, true}) {
         Config again;
         LogCapture const log;
         again.Load();
-        EXPECT_TRUE(log.Has(last ? "Try to load 2 client cert" : "Try to load 3 client cert"));
-        EXPECT_EQ(log.Has("Failed to parse cert[subject = " + lost.subject + "]"), !last);
+        EXPECT_TRUE(log.Has(last ? "Try to load 3 client cert" : "Try to load 4 client cert"));
         ASSERT_EQ(again.clientCerts.size(), 2U);
         CertInfo const* const stored = again.GetClientCert(anna.fingerprint);
         ASSERT_NE(stored, nullptr);
@@ -196,13 +206,18 @@ TEST_F(ConfigTest, ClientCertificates) {
             EXPECT_TRUE(again.DeleteClientCert(*stored));
             EXPECT_TRUE(again.DeleteClientCert(outside));
             EXPECT_TRUE(again.clientCerts.empty());
-            EXPECT_TRUE(fs::is_empty(folder));
+            EXPECT_FALSE(fs::exists(folder / "anna's file"));
             EXPECT_TRUE(fs::exists(folder.parent_path() / "outside")) << "not the store's";
             chosen.pin = "of the container before";
             CertInfo replaced = anna;
             replaced.filePath = folder.parent_path() / "outside";
             EXPECT_TRUE(again.AddClientCert(replaced));
             EXPECT_EQ(chosen.pin, anna.pin);
+            broken.filePath = home_ / "import.p12";
+            EXPECT_TRUE(again.AddClientCert(broken));
+            again.Save();
+            std::string const text = fileText();
+            EXPECT_EQ(text.find(broken.fingerprint), text.rfind(broken.fingerprint));
         }
     }
     EXPECT_TRUE(config.DeleteClientCert(lost)) << "a file already gone counts as deleted";

@@ -52,6 +52,7 @@ struct InputCase {
     char const* spaPort;
     MsgCode fault;  // UI_INFO_NONE: accepted
     char const* focus;
+    char const* detail = "";
 };
 
 std::vector<InputCase> inputCases() {
@@ -68,9 +69,9 @@ std::vector<InputCase> inputCases() {
         {repeated(64, kHan), ok, port, 0, "", long_name, name},
         {repeated(125) + QChar(kHan), ok, port, 0, "", long_name, name},
         {repeated(127), text(""), port, 0, "", MsgCode::UI_INFO_INPUT_SERVER_ADDR, "server_"},
-        {text("a;b"), ok, port, 0, "", invalid, name},
-        {text("a/b"), ok, port, 0, "", invalid, name},
-        {text("GENERAL"), ok, port, 0, "", invalid, name},
+        {text("a;b"), ok, port, 0, "", invalid, name, "#@@#A name cannot contain \";\"."},
+        {text("a/b"), ok, port, 0, "", invalid, name, "#@@#A name cannot contain \"/\"."},
+        {text("GENERAL"), ok, port, 0, "", invalid, name, "#@@#\"GENERAL\" is reserved."},
         {text("taken"), ok, port, 0, "", MsgCode::UI_INFO_CONNECTION_ALREADY_EXIST, name},
         {ok, repeated(512), port, 0, "", MsgCode::UI_TR_ERR_SERVER_ADDR_LENGTH, "server_"},
         {ok, repeated(511), text(""), 0, "", MsgCode::UI_INFO_INPUT_PORT, "port_"},
@@ -94,7 +95,7 @@ TEST_F(CreateConnectDialogTest, InputAtItsBorders) {
         dialog->SetSPAMode(static_cast<SPAMode>(c.spaMode));
         edit(*dialog, "lineEdit_spa_port_").setText(text(c.spaPort));
         if (c.fault != MsgCode::UI_INFO_NONE) {
-            prompts_.ExpectBox(GetTrMsg(c.fault), 0);
+            prompts_.ExpectBox(GetTrMsg(c.fault) + text(c.detail), 0);
         }
         press(*dialog, "add_connect_button_");
         EXPECT_TRUE(prompts_.Finished());

@@ -59,7 +59,10 @@ class ServiceLinkTest : public testing::Test {
                          });
         QObject::connect(link.get(), &ServiceLink::CheckUpdate, link.get(), [this] { ++updates; });
         QObject::connect(link.get(), &ServiceLink::MessageArrived, link.get(),
-                         [this](std::string const& json) { seen.push_back(json); });
+                         [this](std::string const& json) {
+                             early = early || !linked(*link) || !link->IsReady();
+                             seen.push_back(json);
+                         });
         QObject::connect(link.get(), &ServiceLink::SignalAutoLogin, link.get(),
                          [this] { ++auto_logins; });
         QObject::connect(link.get(), &ServiceLink::Lost, link.get(), [this] { ++losses; });
@@ -70,6 +73,7 @@ class ServiceLinkTest : public testing::Test {
     ServiceLink::Pauses pauses = kNoPause;
     std::vector<int> loading;
     std::vector<std::string> said, seen;
+    bool early = false;  // a text came before the link was up
     int updates = 0;
     int auto_logins = 0;
     int losses = 0;
@@ -146,9 +150,11 @@ TEST_F(ServiceLinkTest, ALossReconnectsOnceAndTellsTheSession) {
     Begin({first, bad(), good()});
     bool ready_when_told = true;
     QObject::connect(link.get(), &ServiceLink::Lost, [&] { ready_when_told = link->IsReady(); });
+    test::LogCapture const log;
     first->FailRead(2);
     first->FailRead(2);  // the second report is of a link that is gone
     ASSERT_TRUE(WaitUntil([this] { return losses == 1 && linked(*link); }));
+    EXPECT_EQ(log.Count("ipc error with code 2"), 1);
     EXPECT_FALSE(ready_when_told);
     EXPECT_TRUE(first->stopped);
     EXPECT_EQ(links->made, 3U);
@@ -228,12 +234,15 @@ TEST_F(ServiceLinkTest, TheFirstBytesOfALinkMayBeAMessage) {
         }
     };
     Begin({std::make_shared<Speaker>()});
+    EXPECT_TRUE(WaitUntil([this] { return !seen.empty(); }));
     EXPECT_EQ(seen, std::vector<std::string>{"first"});
+    EXPECT_FALSE(early);
 }
 
 TEST_F(ServiceLinkTest, ReadingRestsWhileTheQueueIsTooLong) {
     auto const service = good();
-    Begin({service});
+    auto const next = good();
+    Begin({service, next});
     std::string const big((LinkCore::kServiceDataBytes / 2) + 1, 'x');
     service->Deliver(big);
     EXPECT_FALSE(service->held);
@@ -241,6 +250,13 @@ TEST_F(ServiceLinkTest, ReadingRestsWhileTheQueueIsTooLong) {
     EXPECT_TRUE(service->held);
     EXPECT_TRUE(WaitUntil([&] { return seen.size() == 2; }));
     EXPECT_FALSE(service->held);
+
+    // What a lost link left waiting does not count for the next one.
+    service->FailRead(2);
+    service->Deliver(big);
+    ASSERT_TRUE(WaitUntil([this] { return losses == 1 && linked(*link); }));
+    next->Deliver(big);
+    EXPECT_FALSE(next->held);
 }
 
 TEST_F(ServiceLinkTest, ASilentServiceIsToldUntilTheNextByte) {

@@ -224,20 +224,25 @@ TEST_F(ConnectFlowTest, ALateOfflineEndsOnlyTheAttemptThatWasStopped) {
     EXPECT_TRUE(state.Idle());
 }
 
-TEST_F(ConnectFlowTest, AfterTheUsersStopNothingOpensAndNothingIsTold) {
-    Click();
-    Receive(MsgCode::CONNECTING);
+TEST_F(ConnectFlowTest, AfterTheUsersStopNothingOpens) {
+    Connect();
     session.context.redirectUrl = "https://intranet.example.com";
     ClickStop();
     Receive(MsgCode::ONLINE);
     EXPECT_TRUE(prompts.Opened().empty());
-    core::sslvpn::CLMsgReplyTunnelDisconnectData data;
-    data.profileName = profile->name;
-    data.reason = 5;
-    Receive(data);
-    EXPECT_TRUE(prompts.Boxes().empty());
-    EXPECT_EQ(state.status, ConnectStatus::Disconnected);
     EXPECT_EQ(Sent("stop"), 1);
+}
+
+TEST_F(ConnectFlowTest, TheUsersStopClosesThePromptOfALogin) {
+    Connect();
+    profile->password.clear();
+    prompts.ExpectSecret(test::SecretOf("typed"), [this] { ClickStop(); });
+    session.Flow().StartChosen("Head office");
+    EXPECT_EQ(prompts.Closings(), 1);
+    EXPECT_EQ(Sent("stop"), 1);
+    EXPECT_EQ(Sent("start"), 1);
+    Receive(MsgCode::OFFLINE);
+    EXPECT_TRUE(state.Idle());
 }
 
 TEST_F(ConnectFlowTest, WhatHappensBehindAPromptCounts) {

@@ -35,7 +35,8 @@ TEST_F(DispatchTest, AMessageThatComesBackShowsNoSecretInTheLog) {
         EXPECT_FALSE(session.Receive(sent));
         EXPECT_FALSE(session.Receive(sent + "x"));
     }
-    EXPECT_EQ(log.Count("Not supported type, json: {"), 2);
+    EXPECT_EQ(log.Count("Not supported type, json: {"), 1);
+    EXPECT_EQ(log.Count("Failed to parse clmsgjson[{"), 1);
     EXPECT_FALSE(log.Has(profile->password));
 }
 
@@ -51,19 +52,22 @@ TEST_F(DispatchTest, ReasonsOfTheGatewayAreToldOnceAndNotWhenDown) {
         GoOnline();
         record.reason = c.reason;
         if (c.text) {
-            prompts.ExpectBox(Text(*c.text), 0);
+            prompts.ExpectBox(Text(*c.text), 0, [this] {
+                EXPECT_EQ(state.status, ConnectStatus::Disconnected);
+                Receive(MsgCode::OFFLINE);
+            });
         }
         Receive(record);
         EXPECT_EQ(state.status, ConnectStatus::Disconnected) << c.reason;
         Receive(record);
     }
     EXPECT_EQ(prompts.Boxes().size(), 2U);
+    EXPECT_EQ(Sent("stop"), 3);
 }
 
 TEST_F(DispatchTest, FailuresThatNoHandlerShowsAreToldAtTheEnd) {
     auto const fail = [this](MsgCode code) {
-        Click();
-        Receive(MsgCode::CONNECTING);
+        Connect();
         Receive(code);
     };
     fail(MsgCode::GATEWAY_UNREACHABLE);
@@ -80,38 +84,38 @@ TEST_F(DispatchTest, FailuresThatNoHandlerShowsAreToldAtTheEnd) {
     EXPECT_EQ(state.status, ConnectStatus::Disconnected);
 }
 
-TEST_F(DispatchTest, WhileABoxStandsOnlyTheLatestOtherTextFollows) {
+TEST_F(DispatchTest, WhileABoxStandsTheOthersWaitAndTheUsersStopEndsThem) {
     core::sslvpn::CLMsgGatewayDetectStopData record;
     record.profileName = "Head office";
     auto const fail = [this, &record](char const* reason) {
         record.reason = reason;
         Receive(record);
     };
+    auto page = Reply(MsgCode::URL_REDIRECT_ENABLE);
+    page.redirectUrl = "https://intranet.example.com";
+    auto login = Reply(MsgCode::OAUTH_PAGE);
+    login.oauthPagePath = "file:///etc/passwd";
+    prompts.FailToOpen(true);
     GoOnline();
+    fail("\n");  // no reason, no box
     prompts.ExpectBox(QStringLiteral("first"), 0, [&] {
         fail("first");
+        Receive(page);
+        Receive(login);
         fail("second");
         fail("third");
         EXPECT_EQ(prompts.Boxes().size(), 1U);
     });
-    prompts.ExpectBox(QStringLiteral("third"), 0);
-    fail("first");
-    EXPECT_TRUE(WaitUntil([this] { return prompts.Finished(); }));
-}
-
-TEST_F(DispatchTest, BehindTheBoxOfASessionsEndNothingSaysConnected) {
-    core::sslvpn::CLMsgReplyTunnelDisconnectData record;
-    record.profileName = "Head office";
-    record.reason = 5;
-    GoOnline();
-    prompts.ExpectBox(Text(MsgCode::UI_WARNING_SERVER_KICKOUT_CLIENT), 0, [this] {
-        EXPECT_EQ(state.status, ConnectStatus::Disconnected);
-        // What came in the same write is handled behind the box, not after it.
-        EXPECT_TRUE(WaitUntil([this] { return state.currentProfileName.empty(); }));
+    prompts.ExpectBox(Text(MsgCode::UI_INFO_OPEN_URL_WITH_BROWER_FAIL), 0);
+    prompts.ExpectBox(Text(MsgCode::UI_INFO_INVALID_URL), 0);
+    prompts.ExpectBox(QStringLiteral("third"), 0, [&] {
+        fail("fourth");
+        ClickStop();
+        EXPECT_EQ(prompts.Closings(), 1);
+        Receive(MsgCode::OFFLINE);
     });
-    service->Deliver(core::sslvpn::CLMsgReplyJson::Build(record));
-    service->Deliver(core::sslvpn::CLMsgReplyJson::Build(Reply(MsgCode::OFFLINE)));
-    EXPECT_TRUE(WaitUntil([this] { return prompts.Finished(); }));
+    fail("first");
+    EXPECT_TRUE(WaitUntil([this] { return prompts.Finished() && state.Idle(); }));
     EXPECT_EQ(Sent("stop"), 1);
 }
 
@@ -119,13 +123,16 @@ TEST_F(DispatchTest, AServersOwnMessageEndsTheAttempt) {
     core::sslvpn::CLMsgNotifyErrorMsgData record;
     record.profileName = "Head office";
     record.statusCode = MsgCode::ERR_MSG_BY_SERVER;
-    record.errorMsgEnglish = "Maintenance at noon\n";
     record.errorMsgChinese = "\xe7\xbb\xb4\xe6\x8a\xa4";
-    Click();
-    Receive(MsgCode::CONNECTING);
-    prompts.ExpectBox(QStringLiteral("Maintenance at noon"), 0);
-    Receive(record);
-    EXPECT_EQ(state.status, ConnectStatus::Disconnected);
+    QString const words = QStringLiteral("Maintenance at noon");
+    for (QString const& text : {words, Text(MsgCode::UI_ERROR_EMPTY_ERR_MSG)}) {
+        record.errorMsgEnglish = text == words ? "Maintenance at noon\n" : "\n";
+        Connect();
+        prompts.ExpectBox(text, 0);
+        Receive(record);
+        EXPECT_EQ(state.status, ConnectStatus::Disconnected);
+        Receive(MsgCode::OFFLINE);
+    }
 }
 
 TEST_F(DispatchTest, ListsOfGatewaysAreKeptInTheProfile) {

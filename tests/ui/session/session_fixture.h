@@ -91,7 +91,7 @@ class SessionFixture : public testing::Test {
 
     // How many messages of a type have left.
     int Sent(char const* type) const { return service->Count(type); }
-    static QString Text(common::MsgCode code) { return ui::GetErrMsg(code); }
+    static QString Text(common::MsgCode code) { return ui::GetTrMsg(code); }
 
     std::shared_ptr<FakeIpc> service = std::make_shared<FakeIpc>();
     std::atomic<bool> service_there{true};

@@ -128,7 +128,7 @@ TEST_F(Shell, TheFirstConnectionIsAddedAndStarted) {
     EXPECT_TRUE(Find<QPushButton>(*window, "add_button_").isVisible());
     EXPECT_TRUE(WaitFor([this] { return Sent("start") == 1; }));
     // Its card is busy: the list waits, and the way to modify it is closed.
-    prompts.ExpectBox(GetErrMsg(MsgCode::UI_TR_STOP_CONNECTION_FIRST), 0);
+    prompts.ExpectBox(GetTrMsg(MsgCode::UI_TR_STOP_CONNECTION_FIRST), 0);
     Q_EMIT window->findChild<ProfileTab*>()->ModifyConnectionInfo(QStringLiteral("Lab"));
     EXPECT_TRUE(WaitFor([this] { return prompts.Finished(); }));
 }
@@ -137,14 +137,14 @@ TEST_F(Shell, ClosingAsksWithoutATray) {
     tray = false;
     Open();
     for (int const answer : {1, -1, 0}) {
-        prompts.ExpectBox(GetErrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT), answer);
+        prompts.ExpectBox(GetTrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT), answer);
         Find<QToolButton>(*window, "btn_main_close_").click();
         EXPECT_EQ(window->isVisible(), answer != 0);
     }
     tray = true;  // but the administrator wants none
     AppCtrl::Instance().disableTray = true;
     Open();
-    prompts.ExpectBox(GetErrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT), 1);
+    prompts.ExpectBox(GetTrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT), 1);
     Find<QToolButton>(*window, "btn_main_close_").click();
     EXPECT_TRUE(window->isVisible());
 }
@@ -190,8 +190,16 @@ TEST_F(Shell, MoreMenuChangesTheLogLevelAndTellsTheService) {
     EXPECT_EQ(components::logger::Log().level(), components::logger::LOG_LEVEL::error);
     EXPECT_TRUE(WaitFor([this] { return Sent("loglevel") == 1; }));
     EXPECT_NE(service->Sent().back().find("\"logLevel\":\"error\""), std::string::npos);
-    levels->actions().at(2)->trigger();
     menu->close();
+    window.reset();
+    Open();
+    EXPECT_EQ(components::logger::Log().level(), components::logger::LOG_LEVEL::error)
+        << "at the next start as well";
+    AppCtrl::Instance().namesLogLevel = true;
+    window.reset();
+    Open();
+    EXPECT_EQ(components::logger::Log().level(), components::logger::LOG_LEVEL::info);
+    AppCtrl::Instance().namesLogLevel = false;
 }
 
 TEST_F(Shell, MoreMenuOffersNoUpdatesToAPackagedClient) {

@@ -65,9 +65,9 @@ TEST_F(Tray, TellsEachStatusAsOftenAsItsLimitAllows) {
         {"failed logins are told once",
          {kConnecting, kDisconnected, kConnecting, kDisconnected},
          {kDisconnected}},
-        {"only the end of a connection starts the counts over",
+        {"also one that was lost for good",
          {kConnecting, kDisconnected, kConnected, kPrepare, kReconnecting, kDisconnected},
-         {kDisconnected, kConnected, kReconnecting}},
+         {kDisconnected, kConnected, kReconnecting, kDisconnected}},
         {"a connection that comes and goes", flapping, std::vector<ConnectStatus>(20, kConnected)},
     };
     for (Case const& c : cases) {

@@ -114,7 +114,11 @@ TEST_F(TunnelControllerTest, CountersFollowTheRecordUntilTheSessionPauses) {
                 ElementsAre("1.50 KB", "1.50 MB", "0.50%", "1.26%",
                             testing::StartsWith("Lab  •  Connection duration 2 days 00:00:0"),
                             "12,345 packets", "6 packets"));
+    record.inbound_packets = 7;
+    controller.onTunnelStatistics();
+    EXPECT_EQ(counters()[5], "7 packets") << "what arrives is the tick";
     go(ConnectStatus::Reconnecting);
+    controller.onTunnelStatistics();
     QApplication::processEvents();
     EXPECT_THAT(counters(), ElementsAre("", "", "", "", "Lab", "", ""));
 }

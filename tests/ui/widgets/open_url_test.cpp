@@ -59,7 +59,7 @@ TEST(OpenUrl, OpensWebPagesAndFilesOfTheDataFolderOnly) {
          }) {
         test::ScriptedPrompts prompts;
         if (!c.opens) {
-            prompts.ExpectBox(ui::GetErrMsg(common::MsgCode::UI_INFO_INVALID_URL), 0);
+            prompts.ExpectBox(ui::GetTrMsg(common::MsgCode::UI_INFO_INVALID_URL), 0);
         }
         EXPECT_EQ(ui::OpenUrlWithHint(prompts, nullptr, c.text, c.local), c.opens)
             << c.text.toStdString();
@@ -72,12 +72,4 @@ TEST(OpenUrl, NoFileIsLocalWithoutADataFolder) {
     ui::AppCtrl::Instance().dataPath = QStringLiteral("/nonexistent");
     EXPECT_TRUE(ui::PageUrl(page, true).isEmpty());
     ui::AppCtrl::Instance() = ui::AppCtrl();
-}
-
-TEST(OpenUrl, ABrowserThatDoesNotStartIsTold) {
-    test::ScriptedPrompts prompts;
-    prompts.FailToOpen(true);
-    prompts.ExpectBox(ui::GetErrMsg(common::MsgCode::UI_INFO_OPEN_URL_WITH_BROWER_FAIL), 0);
-    EXPECT_FALSE(ui::OpenUrlWithHint(prompts, nullptr, QStringLiteral("https://a.example"), false));
-    EXPECT_FALSE(ui::OpenUrl(prompts, QStringLiteral("https://a.example"), false));
 }

@@ -47,6 +47,15 @@ TEST(StatusBar, ShowsAnIconOrTheSpinner) {
             EXPECT_FALSE(image.pixmap(Qt::ReturnByValue).isNull());
         }
     }
+    auto& place = Find<QLabel>(bar, "status_place_");
+    bar.SetCountText(QStringLiteral("Connected to A 丨 2 Connections"));
+    EXPECT_EQ(place.text() + QLatin1Char('/') + Find<QLabel>(bar, "status_count_").text(),
+              QLatin1String("Connected to A/2 Connections"));
+    EXPECT_TRUE(place.isVisible());
+    EXPECT_EQ(bar.accessibleName(), QStringLiteral("Connected to A 丨 2 Connections"));
+    bar.SetCountText(QStringLiteral("2 Connections"));
+    EXPECT_FALSE(place.isVisible());
+    EXPECT_EQ(Find<QLabel>(bar, "status_count_").text(), QLatin1String("2 Connections"));
 }
 
 TEST(WaitForm, CoversAllButTheTitleBarAndKeepsClicksOut) {

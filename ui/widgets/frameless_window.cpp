@@ -1,0 +1,37 @@
+#include "ui/widgets/frameless_window.h"
+
+#include <QScreen>
+
+#include "ui/widgets/resize_edges.h"
+#include "ui/widgets/round_corners.h"
+
+namespace zorvanelink::ui {
+
+FramelessWindow::FramelessWindow(QString const& title, Size size, Opening opening, QWidget* parent)
+    : QWidget(parent, Qt::FramelessWindowHint) {
+    setWindowTitle(title);
+    // On a small or strongly scaled screen nothing of a frameless window may lie outside.
+    QSize const screenSize = screen()->availableSize();
+    setMinimumSize(size.smallest.boundedTo(screenSize));
+    resize(size.wanted.boundedTo(screenSize));
+    PrepareRoundCorners(*this);
+    if (opening == Opening::kAtOnce) {
+        show();
+    }
+}
+
+void FramelessWindow::ContentsMade() {
+    new ResizeEdges(*this);
+    for (QWidget* const child : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (!child->testAttribute(Qt::WA_WState_ExplicitShowHide)) {
+            child->show();
+        }
+    }
+}
+
+void FramelessWindow::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    CutRoundCorners(*this);
+}
+
+}  // namespace zorvanelink::ui
