@@ -76,7 +76,7 @@ void MainWindow::on_btn_main_close__clicked() {
 }
 
 void MainWindow::BringUp() {
-    BringToFront(*this);
+    BringForward(this);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -29,4 +29,8 @@ QPushButtonExt* DialogFoot::AddButton(QString const& text, char const* name) {
     return button;
 }
 
+void DialogFoot::SetLead(QWidget* lead) {
+    static_cast<QHBoxLayout*>(layout())->insertWidget(0, lead);
+}
+
 }  // namespace zorvanelink::ui

@@ -19,6 +19,9 @@ class DialogFoot : public QWidget {
     // One more, between the two.
     QPushButtonExt* AddButton(QString const& text, char const* name);
 
+    // What stands at the left end.
+    void SetLead(QWidget* lead);
+
     QPushButtonExt* Ok() const { return ok_; }
     QPushButtonExt* Cancel() const { return cancel_; }
 

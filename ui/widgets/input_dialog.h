@@ -52,7 +52,6 @@ class InputDialog : public ZVLDialog {
   private:
     void on_ok_button__clicked();
     void nameField();
-    void reportOpened();
 
     ElidedLabel* subject_;
     ElidedLabel* subjectDetail_;

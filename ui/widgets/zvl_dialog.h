@@ -24,6 +24,8 @@ class ZVLDialog : public QDialog {
     // `prompts` is for those that call ShowCriticalBox.
     explicit ZVLDialog(QWidget* parent = nullptr, Prompts* prompts = nullptr);
 
+    static constexpr int kEdge = 1;  // pixels of the border, as the stylesheet has it
+
     // The area below the title bar, without a layout of its own and without margins.
     QWidget* Body() const { return body_; }
     // A second line of the title: whom or what the dialog is about.
