@@ -4,10 +4,10 @@
 #include "ui/cert/cert_view_form.h"
 #include "ui/cert/tls_cert_dialog.h"
 #include "ui/text/texts.h"
-#include "ui/widgets/zvl_message_box.h"
 #include "ui/widgets/elide.h"
 #include "ui/widgets/secret_field.h"
 #include "ui/widgets/style.h"
+#include "ui/widgets/zvl_message_box.h"
 
 namespace zorvanelink::ui {
 

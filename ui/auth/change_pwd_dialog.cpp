@@ -195,8 +195,8 @@ MsgCode ChangePWDDialog::fault() const {
 void ChangePWDDialog::on_pushButton_ok_clicked() {
     if (MsgCode const text = fault(); text != MsgCode::UNSPECIFIED) {
         complain(GetTrMsg(text), text == MsgCode::UI_TR_ERR_CUR_PWD_LENGTH
-                                      ? current_
-                                      : static_cast<QLineEdit*>(new_));
+                                     ? current_
+                                     : static_cast<QLineEdit*>(new_));
         return;
     }
     SetWaiting(true);
