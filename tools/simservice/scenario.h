@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,33 @@ enum class ServerCertificate { kGood, kNotYetValid, kExpired, kUntrusted };
 struct ThirdParty {
     std::string page = "http://127.0.0.1/login";
     int after_ms = 3000;
+};
+
+enum class CodeKind { kToken, kSms, kEmail };
+
+// The code that a login wants besides its credentials; none without a kind.
+struct SecondFactorRules {
+    std::optional<CodeKind> kind;
+    std::vector<std::string> codes{"246810"};  // a resend moves on to the next, the last one stays
+    std::string prompt;                        // of a token
+    std::string account = "a***@example.com";  // that an e-mail goes to
+    int tries = 3;                             // wrong codes until the login ends; 0: any number
+    int resends = 3;
+    int valid_ms = 0;  // 0: for good
+};
+
+// What the gateway thinks of its users' passwords.
+struct PasswordRules {
+    int change = 0;  // kind of change that a login needs first: 1 expired, 2 first login; 0: none
+    bool allow = true;  // a change while online
+    core::sslvpn::UserPasswordComplexity policy;
+    std::vector<std::string> history;  // that may not be used again
+    std::string change_url;
+    std::string forgot_url;
+    int password_days = 0;  // until it is over; 0: not told
+    int account_days = 0;
+    int answer_ms = 0;
+    bool told = false;  // whether the session is told of any of this
 };
 
 // Growth a second, and how often it is told.
@@ -69,6 +97,8 @@ struct Scenario {
     std::vector<common::SupportedAuthType> auth_types{common::SupportedAuthType::kPwd};
     ServerCertificate server_certificate = ServerCertificate::kGood;
     ThirdParty third_party;
+    SecondFactorRules second_factor;
+    PasswordRules password;
     bool vnic = true;  // whether the virtual network card is usable
     core::sslvpn::CLMsgReplyNetConfigData netconfig;
     // What the key exchange tells; nothing is sent when all of it is empty.

@@ -14,16 +14,24 @@ using components::logger::Log;
 
 void ProfileTab::SetSelected(bool selected, QWidget* before) {
     selected_ = selected;
-    for (QWidget* const button :
-         {mod_config_button_, del_config_button_, forgot_pwd_button_, conn_button_}) {
-        button->setFocusPolicy(selected ? Qt::TabFocus : Qt::NoFocus);
-        if (selected && before != nullptr) {
-            setTabOrder(before, button);
-            before = button;
-        }
-    }
+    before_ = before;
+    orderTabs();
     updateMenu();
     update();
+}
+
+void ProfileTab::orderTabs() {
+    std::vector<QWidget*> buttons{mod_config_button_, del_config_button_, forgot_pwd_button_};
+    buttons.insert(buttons.end(), pageButtons_.begin(), pageButtons_.end());
+    buttons.push_back(conn_button_);
+    QWidget* last = before_;
+    for (QWidget* const button : buttons) {
+        button->setFocusPolicy(selected_ ? Qt::TabFocus : Qt::NoFocus);
+        if (selected_ && last != nullptr) {
+            setTabOrder(last, button);
+            last = button;
+        }
+    }
 }
 
 void ProfileTab::SetFocused(bool focused) {
@@ -109,12 +117,40 @@ void ProfileTab::renderState() {
 void ProfileTab::renderButton() {
     bool const primary = view_.action == CardAction::kConnect;
     conn_button_->setText(GetTrMsg(view_.buttonText));
-    conn_button_->setAccessibleName(conn_button_->text() + QLatin1Char(' ') + accessibleName());
+    nameButtons();
     if (conn_button_->property("primary").toBool() != primary) {
         conn_button_->setProperty("primary", primary);
         conn_button_->style()->polish(conn_button_);
     }
     ConnectButtonEnable(view_.buttonEnabled);
+}
+
+void ProfileTab::SetPages(std::vector<SessionPage> const& pages) {
+    if (pages == pages_) {
+        return;
+    }
+    pages_ = pages;
+    for (QPushButtonExt* const button : std::exchange(pageButtons_, {})) {
+        button->deleteLater();  // it may be the one that was pressed
+        button->hide();
+    }
+    for (SessionPage const& page : pages_) {
+        pageButtons_.push_back(addPageButton(page));
+    }
+    nameButtons();
+    orderTabs();
+    placeTexts();
+}
+
+// What stands on twenty cards says of which.
+void ProfileTab::nameButtons() {
+    QString const tail = QLatin1Char(' ') + accessibleName();
+    conn_button_->setAccessibleName(conn_button_->text() + tail);
+    std::vector<QPushButtonExt*> icons{mod_config_button_, del_config_button_, forgot_pwd_button_};
+    icons.insert(icons.end(), pageButtons_.begin(), pageButtons_.end());
+    for (QPushButtonExt* const icon : icons) {
+        icon->setAccessibleName(icon->toolTip() + tail);
+    }
 }
 
 void ProfileTab::MenuPanelBtnClicked() {

@@ -9,6 +9,7 @@
 
 #include "ui/cards/card_view.h"
 #include "ui/config/profile.h"
+#include "ui/session/session_pages.h"
 #include "ui/widgets/push_button_ext.h"
 
 namespace zorvanelink::ui {
@@ -54,6 +55,8 @@ class ProfileTab : public QWidget {
     // The state of its connection, and what of the profile is shown. A card on which nothing has
     // changed is left alone.
     void Render(CardView const& view);
+    // What the session offers for a new password, as buttons beside the one to disconnect.
+    void SetPages(std::vector<SessionPage> const& pages);
 
     // What a click would do: a grey button does nothing.
     void Press();
@@ -69,6 +72,7 @@ class ProfileTab : public QWidget {
     void ModifyConnectionInfo(QString name);
     // The page for a forgotten password, for OpenUrlWithHint.
     void ForgotPassword(QString url);
+    void PageWanted(zorvanelink::ui::SessionPage const& page);
 
   public Q_SLOTS:
     void onConnButtonTriggered();
@@ -81,8 +85,13 @@ class ProfileTab : public QWidget {
 
   private:
     void build();
-    QPushButtonExt* addMenuButton(char const* name, QString const& icon, common::MsgCode text);
+    QPushButtonExt* addIconButton(QWidget* parent, char const* name, char const* icon,
+                                  QString const& text);
+    QPushButtonExt* addMenuButton(char const* name, char const* icon, common::MsgCode text);
     void buildMenu();
+    QPushButtonExt* addPageButton(SessionPage const& page);
+    void orderTabs();
+    void nameButtons();
     void ConnectButtonEnable(bool enable);
     void placeTexts();
     void placeRows();
@@ -111,6 +120,9 @@ class ProfileTab : public QWidget {
     QLabel* loginMode_ = nullptr;
     QLabel* stateLabel_ = nullptr;
     QLabel* stateLamp_ = nullptr;
+    std::vector<SessionPage> pages_;
+    std::vector<QPushButtonExt*> pageButtons_;
+    QWidget* before_ = nullptr;  // in the tab order
 
     // What of the profile stands on the card.
     struct Shown {

@@ -29,6 +29,7 @@ constexpr int kButtonRoom = 28;   // beside the text
 constexpr int kButtonHeight = 32;
 constexpr int kIcon = 16;
 constexpr int kIconButton = 28;  // to hit
+constexpr int kIconInset = (kIconButton - kIcon) / 2;
 constexpr int kLampWidth = 52;
 constexpr int kLampMark = 12;
 constexpr int kGap = 8;
@@ -111,32 +112,45 @@ void ProfileTab::buildMenu() {
     auto* row = new QHBoxLayout(menu_panel_);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(kGap / 2);
-    mod_config_button_ = addMenuButton("mod_config_button_", QStringLiteral("modify_connectinfo"),
+    mod_config_button_ = addMenuButton("mod_config_button_", "modify_connectinfo",
                                        MsgCode::UI_INFO_MODIFY_CONNECTION);
-    del_config_button_ =
-        addMenuButton("del_config_button_", QStringLiteral("delete_gray"), MsgCode::UI_TR_DELETE);
-    forgot_pwd_button_ = addMenuButton("forgot_pwd_button_", QStringLiteral("forgot_pwd"),
-                                       MsgCode::UI_TR_INFO_FORGOT_PWD);
+    del_config_button_ = addMenuButton("del_config_button_", "delete_gray", MsgCode::UI_TR_DELETE);
+    forgot_pwd_button_ =
+        addMenuButton("forgot_pwd_button_", "forgot_pwd", MsgCode::UI_TR_INFO_FORGOT_PWD);
 }
 
-QPushButtonExt* ProfileTab::addMenuButton(char const* name, QString const& icon, MsgCode text) {
-    auto* button = new QPushButtonExt(QString(), menu_panel_);
+QPushButtonExt* ProfileTab::addIconButton(QWidget* parent, char const* name, char const* icon,
+                                          QString const& text) {
+    auto* button = new QPushButtonExt(QString(), parent);
     button->setObjectName(QLatin1String(name));
-    button->setIcon(QIcon(QStringLiteral(":/assets/images/%1.png").arg(icon)));
+    button->setProperty("icon", true);
+    button->setIcon(QIcon(QStringLiteral(":/assets/images/%1.png").arg(QLatin1String(icon))));
     button->setIconSize({kIcon, kIcon});
     button->setFixedSize(kIconButton, kIconButton);
-    button->setToolTip(GetTrMsg(text));
+    button->setToolTip(text);
+    return button;
+}
+
+QPushButtonExt* ProfileTab::addMenuButton(char const* name, char const* icon, MsgCode text) {
+    QPushButtonExt* const button = addIconButton(menu_panel_, name, icon, GetTrMsg(text));
     menu_panel_->layout()->addWidget(button);
     connect(button, &QPushButton::clicked, this, &ProfileTab::MenuPanelBtnClicked);
+    return button;
+}
+
+QPushButtonExt* ProfileTab::addPageButton(SessionPage const& page) {
+    bool const here = page.address.isEmpty();
+    QPushButtonExt* const button =
+        addIconButton(this, here ? "change_pwd_button_" : "change_pwd_url_button_",
+                      here ? "change_pwd" : "change_pwd_url", page.title);
+    button->show();
+    connect(button, &QPushButton::clicked, this, [this, page] { Q_EMIT PageWanted(page); });
     return button;
 }
 
 void ProfileTab::renderProfile() {
     bool const gm = shown_.loginMode == kLoginModeGm;
     setAccessibleName(QString::fromStdString(shown_.name));
-    for (auto* const button : {mod_config_button_, del_config_button_, forgot_pwd_button_}) {
-        button->setAccessibleName(button->toolTip() + QLatin1Char(' ') + accessibleName());
-    }
     port_->setText(QString::number(shown_.port));
     loginMode_->setText(gm ? QStringLiteral("GM SSL") : QString());
     loginMode_->setToolTip(gm ? GetTrMsg(MsgCode::UI_INFO_LOGIN_MODE) + loginMode_->text()
@@ -183,7 +197,9 @@ void ProfileTab::placeTexts() {
 
 void ProfileTab::placeRows() {
     // Where the button stands beside the rows, they end before it.
-    int const right = compact_ ? conn_button_->x() - kGap : width() - kInset;
+    QWidget const* const first =
+        pageButtons_.empty() ? static_cast<QWidget*>(conn_button_) : pageButtons_.front();
+    int const right = compact_ ? first->x() - kGap : width() - kInset;
     int const userTop = kServerTop + kRowHeight;
     portName_->setVisible(!compact_);
     port_->setVisible(!compact_);
@@ -222,15 +238,21 @@ void ProfileTab::placeButtons() {
     conn_button_->setGeometry(width() - kInset - width_needed,
                               height() - kCardRing - below - kButtonHeight, width_needed,
                               kButtonHeight);
+    int const step = kIconButton + kGap / 2;
+    int const pages = static_cast<int>(pageButtons_.size());
+    int left = compact_ ? conn_button_->x() - pages * step : kInset - kIconInset;
+    for (QPushButtonExt* const button : pageButtons_) {
+        button->move(left, conn_button_->y() + (kButtonHeight - kIconButton) / 2);
+        left += step;
+    }
 }
 
 // A running connection has no menu but a state, so in a low card the two share their place.
 void ProfileTab::updateMenu() {
     menu_panel_->adjustSize();
-    int const icon_inset = (kIconButton - kIcon) / 2;
-    QPoint const place = compact_ ? QPoint(width() - kInset + icon_inset - menu_panel_->width(),
+    QPoint const place = compact_ ? QPoint(width() - kInset + kIconInset - menu_panel_->width(),
                                            kNameTop + (kNameHeight - kIconButton) / 2)
-                                  : QPoint(kInset - icon_inset,
+                                  : QPoint(kInset - kIconInset,
                                            conn_button_->y() + (kButtonHeight - kIconButton) / 2);
     bool const shown = (hovered_ || selected_) && view_.menuEnabled;
     hoverMenu(shown ? place : QPoint(place.x(), height()));

@@ -35,6 +35,7 @@ struct ConnectionState {
     std::optional<UnansweredStop> stop;  // at most one at a time
     bool queryingAuthType = false;       // the start asks the gateway for its types
     bool beenOnline = false;             // in this attempt
+    bool secondFactor = false;           // the user is typing a code
     std::string untoldFailure;           // of this attempt, for its end if nothing else was shown
     bool sessionEnded = false;           // "Offline" stands in the status bar instead of "Ready"
 

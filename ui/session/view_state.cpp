@@ -9,6 +9,7 @@ constexpr char kIconNormal[] = ":/assets/images/normal.png";
 constexpr char kIconFailed[] = ":/assets/images/failed.png";
 constexpr char kIconConnected[] = ":/assets/images/connectted.png";
 constexpr char kIconBusy[] = ":/assets/images/loading_small.gif";
+constexpr char kIconCode[] = ":/assets/images/second_auth.png";
 constexpr char kIconQuery[] = ":/assets/images/query_type.gif";
 
 MsgCode stateLabelOf(ConnectStatus status) {
@@ -32,6 +33,9 @@ struct StatusBarText {
 };
 
 StatusBarText sessionTextOf(ConnectionState const& state) {
+    if (state.secondFactor) {
+        return {MsgCode::UI_TR_SECOND_AUTH, kIconCode};
+    }
     switch (state.status) {
         case ConnectStatus::Connecting:
             return state.queryingAuthType

@@ -4,7 +4,9 @@
 
 #include <string>
 
+#include "ui/auth/auth_code_flow.h"
 #include "ui/auth/auth_type_flow.h"
+#include "ui/auth/change_pwd_flow.h"
 #include "ui/cards/connection_list.h"
 #include "ui/editor/profile_editing.h"
 #include "ui/session/session.h"
@@ -78,6 +80,8 @@ class MainWindow : public FramelessWindow {
     ConnectionList cards_;
     TunnelController tunnel_;
     AuthTypeFlow authTypes_;
+    AuthCodeFlow authCodes_;
+    ChangePWDFlow passwords_;
     ProfileEditing editing_;
     TrayController tray_;
     MoreMenu more_;

@@ -160,6 +160,12 @@ void TrayController::tell() {
     }
 }
 
+void TrayController::TellDemand(QString const& what) {
+    if (icon_ != nullptr) {
+        icon_->ShowDemand(title(), what, picture(), kMessageMs);
+    }
+}
+
 void TrayController::SetPages(std::vector<SessionPage> const& pages) {
     if (pages != pages_) {
         pages_ = pages;

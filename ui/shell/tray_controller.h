@@ -32,6 +32,9 @@ class TrayController : public QObject {
     // `profile` names the running connection, `selected` the one that Connect would start.
     void Render(TrayView const& view, QString const& profile, QString const& selected);
 
+    // Says what the service waits for, whatever else has been said or is not to be said.
+    void TellDemand(QString const& what);
+
     QMenu& Menu() { return menu_; }
     AntiDupQSystemTrayIcon* Icon() { return icon_.get(); }  // null without a tray
 

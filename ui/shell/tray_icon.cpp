@@ -50,6 +50,12 @@ void AntiDupQSystemTrayIcon::showMessage(QString const& title, QString const& te
     }
 }
 
+void AntiDupQSystemTrayIcon::ShowDemand(QString const& title, QString const& text,
+                                        QIcon const& icon, int timeoutMs) {
+    QSystemTrayIcon::showMessage(title, text, icon, timeoutMs);
+    Q_EMIT MessageShown(text);
+}
+
 bool AntiDupQSystemTrayIcon::admit(QString const& title, QString const& text,
                                    ConnectStatus status) {
     if (title == lastTitle_ && text == lastText_) {

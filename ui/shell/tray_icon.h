@@ -41,6 +41,9 @@ class AntiDupQSystemTrayIcon : public QSystemTrayIcon {
     void showMessage(QString const& title, QString const& text, MessageIcon icon, int timeoutMs,
                      ConnectStatus status);
 
+    // Always shown, never counted.
+    void ShowDemand(QString const& title, QString const& text, QIcon const& icon, int timeoutMs);
+
   Q_SIGNALS:
     void MessageShown(QString text);
 

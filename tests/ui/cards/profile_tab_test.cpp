@@ -143,6 +143,9 @@ TEST_F(ProfileTabTest, TheMenuComesInForSelectionAndItsButtonsAct) {
 TEST_F(ProfileTabTest, LongTextsAreCutAndToldInFull) {
     profile->userName = std::string(80, 'u');
     render();
+    profile->server = "new.example.com";
+    render();
+    EXPECT_EQ(Find<QLabel>(*tab, "server_").text(), QStringLiteral("new.example.com"));
     auto& user = Find<QLabel>(*tab, "user_");
     EXPECT_LE(user.width(), 190);
     EXPECT_LT(user.text().size(), 80);
