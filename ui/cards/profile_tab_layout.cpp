@@ -123,7 +123,7 @@ QPushButtonExt* ProfileTab::addIconButton(QWidget* parent, char const* name, cha
                                           QString const& text) {
     auto* button = new QPushButtonExt(QString(), parent);
     button->setObjectName(QLatin1String(name));
-    button->setProperty("icon", true);
+    button->setProperty("tool", true);
     button->setIcon(QIcon(QStringLiteral(":/assets/images/%1.png").arg(QLatin1String(icon))));
     button->setIconSize({kIcon, kIcon});
     button->setFixedSize(kIconButton, kIconButton);
