@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
 #include <QHeaderView>
@@ -10,6 +11,7 @@
 #include <QListWidget>
 #include <QPainter>
 #include <QPointer>
+#include <QRadioButton>
 
 namespace zorvanelink::ui {
 namespace {
@@ -18,6 +20,7 @@ namespace {
 constexpr int kOuter = 2;
 constexpr int kInner = 1;
 constexpr int kRadius = 6;
+constexpr int kBoxRoom = 3;
 
 bool isField(QWidget const* widget) {
     return qobject_cast<QLineEdit const*>(widget) != nullptr;
@@ -89,8 +92,12 @@ bool FocusRing::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FocusRing::place() {
+    // Nothing stands between a box and the edge of its widget.
+    bool const box = qobject_cast<QCheckBox*>(&control_) != nullptr ||
+                     qobject_cast<QRadioButton*>(&control_) != nullptr;
+    int const left = kOuter + (box ? kBoxRoom : 0);
     QRect const around = QRect(control_.mapTo(parentWidget(), QPoint()), control_.size())
-                             .adjusted(-kOuter, -kOuter, kOuter, kOuter);
+                             .adjusted(-left, -kOuter, kOuter, kOuter);
     setGeometry(around.intersected(parentWidget()->rect()));
     setVisible(control_.isVisibleTo(parentWidget()));
     raise();
