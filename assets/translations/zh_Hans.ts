@@ -16,6 +16,18 @@
         <translation>另一个会话正在使用后台服务</translation>
     </message>
     <message>
+        <source>Met</source>
+        <translation>已满足</translation>
+    </message>
+    <message>
+        <source>Not met yet</source>
+        <translation>尚未满足</translation>
+    </message>
+    <message>
+        <source>The connection needs your attention first. Change the password afterwards.</source>
+        <translation>连接需要您先处理，请稍后再修改密码。</translation>
+    </message>
+    <message>
         <source>Time left: %1</source>
         <translation>剩余时间：%1</translation>
     </message>

@@ -124,7 +124,6 @@ void AuthDialog::fill(Context const& context) {
     int const width = kWidth - 2 * (kMargin + kEdge);
     prompt_->setPlainText(Text_Changeline(prompt, width, prompt_->fontMetrics()));
     prompt_->FitTo(width, kPromptHeight);
-    prompt_->setAccessibleName(prompt);
     code_->setAccessibleName(prompt);
     tips_->setText(tips);
     tips_->setHidden(tips.isEmpty());
