@@ -10,7 +10,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
-#include <QPointer>
 #include <QRadioButton>
 
 namespace zorvanelink::ui {
@@ -51,7 +50,7 @@ QWidget* groundOf(QWidget const& control) {
 
 }  // namespace
 
-FocusRing::FocusRing(QWidget& control) : QWidget(groundOf(control)), control_(control) {
+FocusRing::FocusRing(QWidget& control) : QWidget(groundOf(control)), control_(&control) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     for (QWidget* moved = &control; moved != nullptr && moved != parentWidget();
          moved = moved->parentWidget()) {
@@ -92,14 +91,17 @@ bool FocusRing::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FocusRing::place() {
+    if (control_ == nullptr) {
+        return;
+    }
     // Nothing stands between a box and the edge of its widget.
-    bool const box = qobject_cast<QCheckBox*>(&control_) != nullptr ||
-                     qobject_cast<QRadioButton*>(&control_) != nullptr;
+    bool const box = qobject_cast<QCheckBox*>(control_.data()) != nullptr ||
+                     qobject_cast<QRadioButton*>(control_.data()) != nullptr;
     int const left = kOuter + (box ? kBoxRoom : 0);
-    QRect const around = QRect(control_.mapTo(parentWidget(), QPoint()), control_.size())
+    QRect const around = QRect(control_->mapTo(parentWidget(), QPoint()), control_->size())
                              .adjusted(-left, -kOuter, kOuter, kOuter);
     setGeometry(around.intersected(parentWidget()->rect()));
-    setVisible(control_.isVisibleTo(parentWidget()));
+    setVisible(control_->isVisibleTo(parentWidget()));
     raise();
 }
 

@@ -111,8 +111,6 @@ TEST(InputDialog, HidesTheSecretAndSaysWhatItAsksFor) {
     EXPECT_EQ(edit.accessibleDescription(), text("PIN"));
     dialog.show();
     EXPECT_EQ(dialog.focusWidget(), &edit);
-    EXPECT_LT(Find<QLabel>(dialog, "label2_").geometry().bottom(), edit.geometry().top());
-    EXPECT_GT(Find<QLabel>(dialog, "label2_").y(), Find<QLabel>(dialog, "label_").y());
     QTest::keyClick(&edit, 'a', Qt::ShiftModifier);
     auto const locked = [&dialog] {
         auto const* const line = dialog.findChild<QLabel*>(text("hint_of_text_edit_"));
