@@ -309,7 +309,7 @@ BuildID: %2</source>
     </message>
     <message>
         <source>No trusted certificate has been imported yet.</source>
-        <translation>尚未导入受信任的证书。</translation>
+        <translation>尚未导入受信任的证书</translation>
     </message>
     <message>
         <source>Open their folder</source>

@@ -1,6 +1,7 @@
 #include "tools/gallery/sample_window.h"
 
 #include <QFile>
+#include <QGuiApplication>
 
 #include "app/environment/globals.h"
 #include "app/environment/paths.h"
@@ -95,7 +96,9 @@ SampleWindow::SampleWindow(Content content, bool linked)
     writeSettings(content);
     window_ = std::make_unique<ui::MainWindow>(
         ui::MainWindow::Environment{config_, prompts_, [this] { return service_; }, nullptr});
-    window_->resize(960, 640);  // the platform's screen may be smaller
+    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+        window_->resize(960, 640);  // whose screen is smaller
+    }
     window_->show();
     if (linked) {
         WaitUntil([this] {

@@ -2,11 +2,13 @@
 #include <QAction>
 #include <QApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "tools/gallery/stage.h"
+#include "ui/cert/tls_cert_dialog.h"
 #include "ui/settings/settings_dialog.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/input_dialog.h"
@@ -21,6 +23,7 @@ using common::MsgCode;
 using ui::BoxKind;
 using ui::ConnectStatus;
 using ui::GetTrMsg;
+using ui::SupportedAuthType;
 
 ui::TunnelView& onlineTunnel(Stage& stage, ui::TunnelView::Tab tab) {
     stage.Main().GoTo(ConnectStatus::Connected, true);
@@ -53,6 +56,22 @@ ui::InputDialog& input(Stage& stage, MsgCode title, MsgCode label, QString const
     dialog.SetRememberCheckHide(GetTrMsg(remember).isEmpty());
     stage.Keep(std::move(made));
     return dialog;
+}
+
+// What the start of a connection without a stored secret asks for.
+ui::SecretRequest askedFor(Stage& stage, SupportedAuthType type) {
+    auto& session = stage.Main().Window().CurrentSession();
+    auto profile = std::make_shared<ui::Profile>();
+    profile->name = "Branch office";
+    profile->server = "vpn.example.com";
+    profile->userName = "alice";
+    profile->authType = type;
+    profile->certIsFile = false;
+    profile->systemCert.certType = ui::kCertTypeUsbKey;
+    profile->systemCert.certName = "Alice Chen";
+    session.config.AddProfile(profile, false);
+    session.Start(QString::fromStdString(profile->name));
+    return stage.Main().Prompts().lastSecret;
 }
 
 // What an entry of the menu opens.
@@ -226,6 +245,24 @@ std::vector<Row> boxRows() {
                  GetTrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION),
                  {MsgCode::UI_INFO_YES, MsgCode::UI_INFO_NO}, 1);
          }},
+        {"box-certificate",
+         [](Stage& stage) {
+             ui::BoxRequest request;
+             request.kind = BoxKind::kQuestion;
+             request.title = GetTrMsg(MsgCode::UI_WARNING);
+             request.text = GetTrMsg(MsgCode::SSL_CERT_EXPIRED);
+             request.buttons = {GetTrMsg(MsgCode::UI_INFO_REQUEST_YES),
+                                GetTrMsg(MsgCode::UI_INFO_REQUEST_NO)};
+             request.defaultButton = 1;
+             request.timeoutSeconds = 30;
+             stage.ShowBox(request);
+         }},
+        {"box-exit",
+         [](Stage& stage) {
+             auto& window = stage.Main().Window();
+             window.findChild<QToolButton*>(QStringLiteral("btn_main_close_"))->click();
+             stage.ShowBox(stage.Main().Prompts().last);
+         }},
         {"box-update",
          [](Stage& stage) {
              box(stage, BoxKind::kInformation, MsgCode::UI_INFO, GetTrMsg(MsgCode::UPDATE_DETECTED),
@@ -251,20 +288,20 @@ std::vector<Row> dialogRows() {
         {"settings",
          [](Stage& stage) { stage.Show<ui::SettingsDialog>(stage.config, stage.prompts); }},
         {"dialog-password",
-         [](Stage& stage) {
-             input(stage, MsgCode::UI_INFO_INPUT_PWD, MsgCode::UI_INFO_PLEASE_INPUT_THE_PWD,
-                   GetTrMsg(MsgCode::UI_INFO_PASSWORD), MsgCode::UI_INFO_REMEMBER_PWD);
-         }},
+         [](Stage& stage) { stage.ShowSecret(askedFor(stage, SupportedAuthType::kPwd)); }},
         {"dialog-pin",
+         [](Stage& stage) { stage.ShowSecret(askedFor(stage, SupportedAuthType::kOnlyUkey)); }},
+        {"dialog-refused",
          [](Stage& stage) {
-             input(stage, MsgCode::UI_INFO_INPUT_PINCODE, MsgCode::UI_INFO_INPUT_PIN_CODE,
-                   GetTrMsg(MsgCode::UI_INFO_PINCODE), MsgCode::UI_INFO_REMEMBER_PIN)
-                 .setRemember(true);
+             auto& dialog = stage.ShowSecret(askedFor(stage, SupportedAuthType::kPwd));
+             dialog.findChild<QPushButton*>(QStringLiteral("ok_button_"))->click();
          }},
-        {"dialog-import",
+        {"dialog-caps-lock",
          [](Stage& stage) {
-             input(stage, MsgCode::UI_TR_IMPORT, MsgCode::UI_TR_PLEASE_INPUT_CERT_PWD,
-                   QStringLiteral("alice-chen.p12"), MsgCode::UI_INFO_NONE);
+             auto& dialog = stage.ShowSecret(askedFor(stage, SupportedAuthType::kPwd));
+             QKeyEvent typed(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("A"));
+             QApplication::sendEvent(dialog.findChild<QLineEdit*>(QStringLiteral("text_edit_")),
+                                     &typed);
          }},
         {"dialog-long",
          [](Stage& stage) {

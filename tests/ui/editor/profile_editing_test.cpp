@@ -26,12 +26,11 @@ class ProfileEditingTest : public ConfigTest {
         state_.currentProfileName = name;
     }
     // Answers the next editor: types a server, and a name where one can be typed.
-    static void answerEditor(char const* name, bool accept = true) {
+    static void answerEditor(char const* name, char const* button = "add_connect_button_") {
         test::WhenModal<CreateConnectDialog>([=](CreateConnectDialog& dialog) {
             Find<QLineEdit>(dialog, "server_").setText(QStringLiteral("new.example"));
             Find<QLineEdit>(dialog, "profile_name_").setText(QLatin1String(name));
-            Find<QPushButton>(dialog, accept ? "add_connect_button_" : "cannel_connect_button_")
-                .click();
+            Find<QPushButton>(dialog, button).click();
         });
     }
     void expectCritical(MsgCode text) { prompts_.ExpectBox(GetTrMsg(text), 0); }
@@ -72,12 +71,16 @@ TEST_F(ProfileEditingTest, Refusals) {
 }
 
 TEST_F(ProfileEditingTest, AddingSavesAndConnectsOnlyWhenNothingRuns) {
-    answerEditor("cancelled", false);
+    answerEditor("cancelled", "cannel_connect_button_");
     editing_.onButtonAddConnectionClicked();
     EXPECT_EQ(changed_.count(), 0);
+    answerEditor("saved", "save_button_");
+    editing_.onButtonAddConnectionClicked();
+    EXPECT_EQ(changed_.count(), 1);
+    EXPECT_TRUE(wanted_.isEmpty() && fileHas("[saved]"));
     answerEditor("first");
     QObject::connect(&editing_, &ProfileEditing::ConnectWanted,
-                     [this] { EXPECT_EQ(changed_.count(), 1); });
+                     [this] { EXPECT_EQ(changed_.count(), 2); });
     editing_.onButtonAddConnectionClicked();
     ASSERT_EQ(wanted_.count(), 1);
     EXPECT_EQ(wanted_[0][0].toString(), QStringLiteral("first"));
@@ -86,7 +89,7 @@ TEST_F(ProfileEditingTest, AddingSavesAndConnectsOnlyWhenNothingRuns) {
     expectCritical(MsgCode::UI_TR_STOP_CONNECTION_FIRST);
     editing_.onButtonAddConnectionClicked();
     EXPECT_EQ(wanted_.count(), 1);
-    EXPECT_EQ(changed_.count(), 2);
+    EXPECT_EQ(changed_.count(), 3);
     EXPECT_TRUE(fileHas("[first]"));
     EXPECT_TRUE(fileHas("[second]"));
     EXPECT_FALSE(config_.GetProfile("cancelled"));
