@@ -47,8 +47,15 @@ TEST_F(DispatchTest, ReasonsOfTheGatewayAreToldOnceAndNotWhenDown) {
         int reason;
         std::optional<MsgCode> text;
     };
-    for (Case const& c : {Case{5, MsgCode::UI_WARNING_SERVER_KICKOUT_CLIENT},
-                          Case{222, MsgCode::HEARTBEAT_TIMEOUT}, Case{77, std::nullopt}}) {
+    using enum MsgCode;
+    for (Case const& c :
+         {Case{2, UI_WARNING_SERVER_DISCONNECT_FOR_CONNECTION_TIMEOUT},
+          Case{3, UI_WARNING_SERVER_DISCONNECT_FOR_CONFIGURATION},
+          Case{4, UI_WARNING_USER_LOG_ON_OTHER_CLIENT}, Case{5, UI_WARNING_SERVER_KICKOUT_CLIENT},
+          Case{7, UI_ERROR_INTERNAL_ERROR},
+          Case{9, UI_WARNING_SERVER_DISCONNECT_FOR_CONNECTION_TIMEOUT},
+          Case{12, UI_WARNING_SERVER_FORCE_TIMEOUT}, Case{222, HEARTBEAT_TIMEOUT},
+          Case{77, std::nullopt}}) {
         GoOnline();
         record.reason = c.reason;
         if (c.text) {
@@ -61,8 +68,8 @@ TEST_F(DispatchTest, ReasonsOfTheGatewayAreToldOnceAndNotWhenDown) {
         EXPECT_EQ(state.status, ConnectStatus::Disconnected) << c.reason;
         Receive(record);
     }
-    EXPECT_EQ(prompts.Boxes().size(), 2U);
-    EXPECT_EQ(Sent("stop"), 3);
+    EXPECT_EQ(prompts.Boxes().size(), 8U);
+    EXPECT_EQ(Sent("stop"), 9);
 }
 
 TEST_F(DispatchTest, FailuresThatNoHandlerShowsAreToldAtTheEnd) {
@@ -152,6 +159,11 @@ TEST_F(DispatchTest, ListsOfGatewaysAreKeptInTheProfile) {
 TEST_F(DispatchTest, ASilentServiceIsShownUntilItSpeaks) {
     core::sslvpn::CLMsgReplyTunnelStatisticsData counters;
     counters.profileName = "Head office";
+    // One that never sends a heartbeat.
+    LoseLink();
+    service = std::make_shared<test::FakeIpc>(true, false);
+    service_there = true;
+    ASSERT_TRUE(WaitUntil([this] { return state.link == LinkState::kLinked; }));
     GoOnline();
     Receive(counters);
     EXPECT_FALSE(viewStateFor(state).silent);

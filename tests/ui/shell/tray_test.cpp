@@ -10,7 +10,6 @@
 namespace zorvanelink::ui {
 namespace {
 
-using common::MsgCode;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 
