@@ -24,6 +24,18 @@
         <translation>另一个会话正在使用后台服务</translation>
     </message>
     <message>
+        <source>Continue in the browser</source>
+        <translation>请在浏览器中继续</translation>
+    </message>
+    <message>
+        <source>Log in on the page that has been opened.</source>
+        <translation>请在打开的页面上登录。</translation>
+    </message>
+    <message>
+        <source>Open the page again</source>
+        <translation>重新打开页面</translation>
+    </message>
+    <message>
         <source>Met</source>
         <translation>已满足</translation>
     </message>

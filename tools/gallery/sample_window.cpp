@@ -135,6 +135,16 @@ void SampleWindow::sendTunnel() {
     service_->Deliver(CLMsgReplyJson::Build(data));
 }
 
+void SampleWindow::GoToBrowserLogin() {
+    GoTo(ConnectStatus::Connecting);
+    core::sslvpn::CLMsgCommonReplyData data;
+    data.profileName = firstName();
+    data.statusCode = MsgCode::OAUTH_PAGE;
+    data.oauthPagePath = "https://login.example.com/";
+    service_->Deliver(CLMsgReplyJson::Build(data));
+    WaitUntil([this] { return window_->CurrentSession().ThirdParty().Waits(); });
+}
+
 void SampleWindow::GoTo(ConnectStatus status, bool warning) {
     auto* const cards = window_->findChild<ui::StartListWidget*>();
     for (int row = 0; row < cards->count(); ++row) {

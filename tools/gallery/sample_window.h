@@ -19,6 +19,9 @@ class SampleWindow {
     // The first connection is started and reaches that state.
     void GoTo(ui::ConnectStatus status, bool warning = false);
 
+    // A login that goes on in the browser.
+    void GoToBrowserLogin();
+
     ui::MainWindow& Window() { return *window_; }
     ui::TunnelView& Tunnel();
     test::NoPrompts& Prompts() { return prompts_; }

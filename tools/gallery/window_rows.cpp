@@ -162,6 +162,7 @@ std::vector<Row> mainRows() {
     return {
         {"window-disconnected", [](Stage& stage) { stage.Main(); }},
         {"window-connecting", [](Stage& stage) { stage.Main().GoTo(ConnectStatus::Connecting); }},
+        {"window-browser-login", [](Stage& stage) { stage.Main().GoToBrowserLogin(); }},
         {"window-reconnecting",
          [](Stage& stage) { stage.Main().GoTo(ConnectStatus::Reconnecting); }},
         {"window-statistics",

@@ -25,4 +25,4 @@ std::vector<SessionPage> pagesFor(ConnectionState const& state, Context const& c
 
 }  // namespace zorvanelink::ui
 
-Q_DECLARE_METATYPE(zorvanelink::ui::SessionPage)  // goes through the queue
+Q_DECLARE_METATYPE(zorvanelink::ui::SessionPage)  // queued on its way from a card
