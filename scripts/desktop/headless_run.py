@@ -46,7 +46,7 @@ _LANGUAGES = (
     Language("", 2, "Connecting to the backend service", "Ready", "Disconnected", "Connect",
              "Connecting", "Online", "Disconnect"),
     Language("-chinese", 1, "正在连接后台服务", "就绪", "未连接", "连接",
-             "连接中", "在线", "断开连接"),
+             "正在连接", "在线", "断开连接"),
 )  # fmt: skip
 
 

@@ -48,6 +48,7 @@ class OpenConversation {
         }
     }
 
+    bool Stands() const { return now_ != nullptr; }
     bool Is(Conversation const& conversation) const { return now_ == &conversation; }
     bool OutlivesSession() const { return now_ != nullptr && now_->OutlivesSession(); }
     bool OnAnswer(common::MsgCode code) { return now_ != nullptr && now_->OnAnswer(code); }

@@ -56,6 +56,8 @@ class SessionCore : public QObject {
     void UpdateConnectStatus(std::string const& name, ConnectStatus status);
     // What the state says besides the status has changed.
     void Announce();
+    // Why the end that comes next comes: the first line of the text, a detail left out.
+    void NoteReason(QString const& text);
 
   Q_SIGNALS:
     // A status has been applied, before the views are rendered.
@@ -66,11 +68,14 @@ class SessionCore : public QObject {
     void NetConfigArrived();
     void StatisticsArrived();
     void ClientAddressChanged(QString address);
-    void DomainRouteArrived(core::sslvpn::DomainRouteAddRouteData const& route);
+    void RecvDomianRoute(core::sslvpn::DomainRouteAddRouteData const& route);
     // What the service asks of the user. Who answers may run a dialog at once.
     void NeedSelectAuthType(bool select);
     void NeedSendAuthCode();
     void NeedChangePwd(zorvanelink::core::sslvpn::CLMsgCommonReplyData const& data);
+
+  private:
+    void noteEnd(std::string const& name);
 };
 
 }  // namespace zorvanelink::ui

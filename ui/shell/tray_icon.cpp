@@ -50,6 +50,11 @@ void AntiDupQSystemTrayIcon::showMessage(QString const& title, QString const& te
     }
 }
 
+void AntiDupQSystemTrayIcon::ShowHint(QString const& title, QString const& text, int timeoutMs) {
+    QSystemTrayIcon::showMessage(title, text, Information, timeoutMs);
+    Q_EMIT MessageShown(text);
+}
+
 bool AntiDupQSystemTrayIcon::admit(QString const& title, QString const& text,
                                    ConnectStatus status) {
     if (title == lastTitle_ && text == lastText_) {

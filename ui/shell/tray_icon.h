@@ -41,6 +41,9 @@ class AntiDupQSystemTrayIcon : public QSystemTrayIcon {
     void showMessage(QString const& title, QString const& text, MessageIcon icon, int timeoutMs,
                      ConnectStatus status);
 
+    // Counted nowhere and always shown.
+    void ShowHint(QString const& title, QString const& text, int timeoutMs);
+
   Q_SIGNALS:
     void MessageShown(QString text);
 

@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 #include "app/environment/app_ctrl.h"
 #include "tests/support/qt_helpers.h"
 
@@ -72,8 +75,8 @@ TEST_F(TunnelControllerTest, ShowsWhatTheServiceToldAndKeepsItOverAnInterruption
         "IPv4 Network Address:", "10.8.0.2", "IPv4 Subnet Mask:", "255.255.240.0",
         "IPv4 Default Gateway:", "10.8.0.1", "IPv4 DNS Server Address:", "10.0.0.53; 10.0.0.54",
         "IPv6 Network Address:", "fd00::2", "IPv6 Subnet Mask:", "64",
-        "IPv6 DNS Server Address:", dns + "\nand 6 more", "Public address:", "198.51.100.4",
-        "Server address:", "203.0.113.7", "Optimal gateway:", "Frankfurt");
+        "IPv6 DNS Server Address:", dns + "\nand 6 more", "Public Address:", "198.51.100.4",
+        "Server Address:", "203.0.113.7", "Optimal Gateway:", "Frankfurt");
     auto const routes = [this] {
         std::string cells;
         for (RouteModel const* model : {&view.Routes().Ipv4(), &view.Routes().Ipv6()}) {
@@ -91,13 +94,20 @@ TEST_F(TunnelControllerTest, ShowsWhatTheServiceToldAndKeepsItOverAnInterruption
     go(ConnectStatus::PrepareReconnecting);
     EXPECT_THAT(textsIn("interface_panel_"), shown);
     EXPECT_EQ(routes(), filled);
+    test::Find<QPushButton>(view, "copy_all_").click();
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith(
+        QLatin1String("IPv4 Network Address: 10.8.0.2\nIPv4 Subnet Mask: 255.255.240.0\n")));
+    data.clientPrivateIPv6.clear();
+    controller.AddNetconfigInfo();
+    EXPECT_THAT(textsIn("interface_panel_"),
+                testing::Not(testing::Contains(testing::StartsWith("IPv6"))));
     go(ConnectStatus::Disconnected);
     EXPECT_THAT(textsIn("interface_panel_"), IsEmpty());
     EXPECT_EQ(routes(), "");
 }
 
 TEST_F(TunnelControllerTest, CountersFollowTheRecordUntilTheSessionPauses) {
-    view.SetState(ConnectStatus::Connected, QStringLiteral("Connected"), QStringLiteral("Lab"));
+    view.SetState(Look::kConnected, QStringLiteral("Connected"), QStringLiteral("Lab"), true);
     view.resize(592, 564);
     view.show();
     go(ConnectStatus::Connected);

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QClipboard>
 #include <QHeaderView>
+#include <QMenu>
 #include <QSignalSpy>
 #include <QToolTip>
 #include <QtTest/QTest>
@@ -24,8 +26,8 @@ class TunnelViewTest : public testing::Test {
         view.show();
     }
     void online() {
-        view.SetState(ConnectStatus::Connected, QStringLiteral("Connected"),
-                      QStringLiteral("Head office"));
+        view.SetState(Look::kConnected, QStringLiteral("Connected"), QStringLiteral("Head office"),
+                      true);
     }
     QString label(char const* name) { return Find<QLabel>(view, name).text(); }
 
@@ -37,7 +39,7 @@ class TunnelViewTest : public testing::Test {
 TEST_F(TunnelViewTest, ShowsTheShieldUntilThereIsAConnectionToTellOf) {
     EXPECT_TRUE(Find<QLabel>(view, "hero_title_").isVisible());
     EXPECT_EQ(label("hero_title_"), QStringLiteral("Disconnected"));
-    view.SetState(ConnectStatus::Connecting, QStringLiteral("Connecting"), QStringLiteral("Lab"));
+    view.SetState(Look::kConnecting, QStringLiteral("Connecting"), QStringLiteral("Lab"), false);
     EXPECT_TRUE(Find<QLabel>(view, "state_title_").isVisible());
     EXPECT_FALSE(Find<QWidget>(view, "tab_statistics_").isVisible());
     online();
@@ -45,7 +47,7 @@ TEST_F(TunnelViewTest, ShowsTheShieldUntilThereIsAConnectionToTellOf) {
     EXPECT_TRUE(Find<QWidget>(view, "tab_statistics_").isVisible());
     EXPECT_EQ(label("state_detail_"),
               QStringLiteral("Head office  •  Connection duration 00:12:34"));
-    view.SetState(ConnectStatus::Connected, {}, QStringLiteral("A long name ").repeated(20));
+    view.SetState(Look::kConnected, {}, QStringLiteral("A long name ").repeated(20), true);
     view.SetDuration(QStringLiteral("00:12:34"));
     auto const& detail = Find<QLabel>(view, "state_detail_");
     EXPECT_TRUE(detail.text().endsWith(QStringLiteral("…  •  Connection duration 00:12:34")));
@@ -114,6 +116,15 @@ TEST_F(TunnelViewTest, RoutesAreSortedAndReadByKeyboard) {
     EXPECT_TRUE(QToolTip::text().isEmpty());
     QTest::keyClick(&table, Qt::Key_Down);
     EXPECT_EQ(QToolTip::text(), cut);
+    EXPECT_EQ(label("route_whole_"), cut + QStringLiteral("  •  16  •    •    •  "));
+    QTest::keyClick(&table, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), cut + QStringLiteral("\t16\t\t\t"));
+    EXPECT_EQ(table.textElideMode(), Qt::ElideMiddle);
+    Q_EMIT table.customContextMenuRequested({});
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions().front()->text(), QStringLiteral("Copy"));
+    menu->close();
 }
 
 TEST(TabWidgetPlus, HiddenTabsAreSkippedAndComeBack) {

@@ -183,15 +183,6 @@ TEST_P(Windows, EveryControlHasANameAndAPlaceInTheTabOrder) {
     EXPECT_GT(controls, 300);
 }
 
-TEST_P(Windows, AnInterruptionKeepsAddressesAndRoutesAndStopsTheCounters) {
-    gallery::Stage stage(false);
-    stage.Main().GoTo(ConnectStatus::Reconnecting);
-    TunnelView& tunnel = stage.Main().Tunnel();
-    EXPECT_FALSE(tunnel.findChildren<QFrame*>(QStringLiteral("interface_panel_")).isEmpty());
-    EXPECT_EQ(tunnel.Routes().Ipv4().rowCount(), 4);
-    EXPECT_EQ(tunnel.findChild<QLabel*>(QStringLiteral("received_value_"))->text(), QString());
-}
-
 INSTANTIATE_TEST_SUITE_P(Languages, Windows,
                          testing::Values(SysLang::kEnglish, SysLang::kSimplifiedChinese),
                          [](auto const& info) {
