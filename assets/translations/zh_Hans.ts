@@ -16,6 +16,10 @@
         <translation>另一个会话正在使用后台服务</translation>
     </message>
     <message>
+        <source>Time left: %1</source>
+        <translation>剩余时间：%1</translation>
+    </message>
+    <message>
         <source>Received</source>
         <translation>接收</translation>
     </message>

@@ -21,4 +21,14 @@ inline std::string Golden(std::string const& name) {
     return message;
 }
 
+// What the readers say of "key", which is missing, and of "key:6", whose value is of that type.
+inline std::string ErrorOf(std::string const& fault) {
+    auto const colon = fault.find(':');
+    if (colon == std::string::npos) {
+        return fault.empty() ? "" : "Failed to find key " + fault + " in clmsgjson parse";
+    }
+    return "Key [" + fault.substr(0, colon) + "]'s value type[" + fault.substr(colon + 1) +
+           "] is invalid in clmsgjson parse";
+}
+
 }  // namespace zorvanelink::test

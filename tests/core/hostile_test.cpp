@@ -1,4 +1,4 @@
-// Bytes of a peer that means harm, or that is broken.
+// Bytes of a peer that means harm, or that is broken, and what of a message a log shows.
 #include <thread>
 
 #include "core/clmsg.h"
@@ -121,6 +121,56 @@ TEST(Hostile, RefusedMessagesShowNoSecret) {
     }
 }
 
+int count(std::string const& text, std::string const& part) {
+    int found = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+        ++found;
+    }
+    return found;
+}
+
+TEST(Hostile, NoSecretOfAnyMessageIsShown) {
+    std::string const secret = "s3c,\\\"r}et";
+    CLMsgStartData start;
+    start.encryptedPassword = secret;
+    start.pkcs12CertFileData = start.encryptedPinCode = start.certData = secret;
+    CLMsgCommonReplyData online;
+    online.statusCode = common::MsgCode::ONLINE;
+    online.receivedUserName = secret;
+    struct Case {
+        std::string message;
+        int secrets;
+    } const cases[] = {
+        {CLMsgJson::BuildStart(start), 4},
+        {CLMsgJson::BuildAuthCode("p", SetType::kSmsCode, secret), 1},
+        {CLMsgJson::BuildNewPassword("p", secret, secret), 2},
+        {CLMsgJson::BuildCertSignData("p", secret), 1},
+        {CLMsgReplyJson::Build(online), 1},
+    };
+    for (Case const& c : cases) {
+        EXPECT_EQ(count(c.message, "s3c"), c.secrets) << c.message;
+        std::string const masked = core::MaskSecrets(c.message);
+        EXPECT_EQ(count(masked, "s3c") + count(masked, "r}et"), 0) << masked;
+        EXPECT_EQ(count(masked, "\"****\""), c.secrets) << masked;
+    }
+    EXPECT_EQ(core::MaskSecrets(R"({"password":["s",{"a":"s]"},2],"pinCode":{"b":"s"},"c":1})"),
+              R"({"password":"****","pinCode":"****","c":1})");
+}
+
+TEST(Hostile, RefusedMessagesTakeOneShortLine) {
+    EXPECT_EQ(core::RefusedMessage("{\"a\":\"\n\x1B[2J\",\"certData\":\"REVS"),
+              R"({"a":"\n\x1B[2J","certData":"****")");
+    for (std::string const& part :
+         {std::string("x"), std::string("\n"), std::string("\xE5\xAF\x86")}) {
+        std::string text;
+        while (text.size() < 5000) {
+            text += part;
+        }
+        EXPECT_LE(core::RefusedMessage(text).size(), 1024U);
+        EXPECT_GT(core::RefusedMessage(text).size(), 1000U);
+    }
+}
+
 // What is behind the most that a record holds is read over: it neither costs nor counts.
 TEST(Hostile, ListsHoldSoMuchAndTheRestIsReadOver) {
     auto const list = [](std::string const& key, std::string const& element, std::size_t count) {
@@ -176,8 +226,8 @@ TEST(Hostile, FailureTextsBelongToTheirThread) {
         CLMsgReplyJson::Parse(R"({"profileName":"p"})", &data);
         other = CLMsgJsonParse::err_str_;
     }).join();
-    EXPECT_EQ(CLMsgJsonParse::err_str_, "Failed to find key profileName in clmsgjson parse");
-    EXPECT_EQ(other, "Failed to find key reason in clmsgjson parse");
+    EXPECT_EQ(CLMsgJsonParse::err_str_, ErrorOf("profileName"));
+    EXPECT_EQ(other, ErrorOf("reason"));
 }
 
 }  // namespace

@@ -1,10 +1,12 @@
-#include <gtest/gtest.h>
-
 #include "core/clmsg.h"
 #include "core/clmsg_json.h"
+#include "tests/core/golden.h"
 
+// What the GUI sends, and the first look at what it receives.
 namespace zorvanelink::core::sslvpn {
 namespace {
+
+using common::MsgCode;
 
 TEST(Request, SendersWriteTheirOwnOrder) {
     struct Row {
@@ -133,27 +135,70 @@ TEST(Request, StartNeedsItsRequiredKeys) {
     std::string const whole = R"("profileName":"p","server":"gw","port":1,"authType":"pwd")";
     struct Row {
         std::string json;
-        char const* error;
+        char const* fault;
     };
     Row const rows[] = {
-        {R"({"server":"gw","port":1,"authType":"pwd"})",
-         "Failed to find key profileName in clmsgjson parse"},
-        {R"({"profileName":"p","server":"gw","port":"1","authType":"pwd"})",
-         "Key [port]'s value type[5] is invalid in clmsgjson parse"},
-        {R"({"profileName":"p","server":"gw","port":1,"authType":1})",
-         "Key [authType]'s value type[6] is invalid in clmsgjson parse"},
-        {"{" + whole + R"(,"gatewayList":[{"name":"n"}]})",
-         "Failed to find key addr in clmsgjson parse"},
-        {"{" + whole + R"(,"clusterList":[{"server":"s","port":1}]})",
-         "Failed to find key addr in clmsgjson parse"},
+        {R"({"server":"gw","port":1,"authType":"pwd"})", "profileName"},
+        {R"({"profileName":"p","server":"gw","port":"1","authType":"pwd"})", "port:5"},
+        {R"({"profileName":"p","server":"gw","port":1,"authType":1})", "authType:6"},
+        {"{" + whole + R"(,"gatewayList":[{"name":"n"}]})", "addr"},
+        {"{" + whole + R"(,"clusterList":[{"server":"s","port":1}]})", "addr"},
     };
     for (Row const& row : rows) {
         CLMsgStartData start;
         EXPECT_FALSE(CLMsgJson::Parse(row.json, &start)) << row.json;
-        EXPECT_EQ(CLMsgJsonParse::err_str_, row.error);
+        EXPECT_EQ(CLMsgJsonParse::err_str_, test::ErrorOf(row.fault));
     }
     CLMsgStartData start;
     EXPECT_TRUE(CLMsgJson::Parse("{" + whole + "}", &start));
+}
+
+struct GuiRow {
+    std::string json;
+    bool understood;
+    char const* error;  // what err_str_ says afterwards; "!" for no JSON at all
+    char const* note;   // what debug_str_ says afterwards
+    CLMsg::SubType subtype = CLMsg::SubType::kUnknown;
+    MsgCode status = MsgCode::UNSPECIFIED;
+};
+
+TEST(Envelope, FirstStageOfTheGui) {
+    using enum CLMsg::SubType;
+    GuiRow const rows[] = {
+        {R"({"type":"reply"})", true, "", "statusCode"},
+        {R"({"type":"reply","subtype":"netconfig"})", true, "", "statusCode", kNetConfig},
+        {R"({"type":"reply","statusCode":-3})", true, "", "subtype", kUnknown,
+         MsgCode::ERR_AUTH_USER_OR_PASS},
+        {R"({"statusCode":40971,"subtype":"connectStatus","type":"reply","more":{}})", true, "", "",
+         kConnectStatus, MsgCode::ONLINE},
+        {R"({"type":"reply","subtype":"disconnectReason"})", true, "", "statusCode"},
+        {R"({"type":"start1"})", false, "", ""},
+        {R"({"type":"reply","subtype":7})", false, "", "subtype:6"},
+        {R"({"type":"reply","subtype":"auth","statusCode":1.0})", false, "", "statusCode:6", kAuth},
+        {R"({"type":"reply","subtype":"auth","statusCode":2147483648})", false, "", "statusCode:6",
+         kAuth},
+        {R"({"type":null})", false, "type:0", ""},
+        {"{}", false, "type", ""},
+        {"[]", false, "!", ""},
+        {"", false, "!", ""},
+        {R"({"type":"reply"} x)", false, "!", ""},
+    };
+    for (GuiRow const& row : rows) {
+        SCOPED_TRACE(row.json);
+        CLMsgJsonParse::err_str_.clear();
+        CLMsgJsonParse::debug_str_.clear();
+        auto type = CLMsg::Type::kUnknown;
+        auto subtype = CLMsg::SubType::kUnknown;
+        auto status = MsgCode::UNSPECIFIED;
+        EXPECT_EQ(CLMsgJsonParse::Parse(row.json, &type, &subtype, &status), row.understood);
+        EXPECT_EQ(type == CLMsg::Type::kReply, row.understood || row.note[0] != '\0');
+        EXPECT_EQ(subtype, row.subtype);
+        EXPECT_EQ(status, row.status);
+        EXPECT_EQ(CLMsgJsonParse::err_str_, *row.error == '!'
+                                                ? "Failed to parse clmsgjson[" + row.json + "]"
+                                                : test::ErrorOf(row.error));
+        EXPECT_EQ(CLMsgJsonParse::debug_str_, test::ErrorOf(row.note));
+    }
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 // What the readers refuse, and what they take as it comes.
-#include <algorithm>
 #include <limits>
 
 #include "core/clmsg.h"
@@ -21,7 +20,7 @@ std::string replaced(std::string text, std::string const& from, std::string cons
 struct Change {
     char const* from;
     char const* to;
-    char const* error;  // empty: the message is taken
+    char const* fault;  // as ErrorOf takes it; empty: the message is taken
 };
 
 template <class Record, std::size_t N>
@@ -31,42 +30,26 @@ void expectChanges(std::string const& message, Change const (&changes)[N]) {
         CLMsgJsonParse::err_str_.clear();
         Record read;
         std::string const changed = replaced(message, change.from, change.to);
-        EXPECT_EQ(CLMsgReplyJson::Parse(changed, &read), *change.error == '\0');
-        EXPECT_EQ(CLMsgJsonParse::err_str_, change.error);
+        EXPECT_EQ(CLMsgReplyJson::Parse(changed, &read), *change.fault == '\0');
+        EXPECT_EQ(CLMsgJsonParse::err_str_, ErrorOf(change.fault));
     }
 }
 
 TEST(Strictness, NetConfig) {
     expectChanges<CLMsgReplyNetConfigData>(
         Golden("netconfig"),
-        {{R"("winsList")", R"("winslist")", "Failed to find key winsList in clmsgjson parse"},
-         {R"("profileName")", R"("name")", "Failed to find key profileName in clmsgjson parse"},
-         {R"("prefixIPv6": 64)", R"("prefixIPv6": 64.0)",
-          "Key [prefixIPv6]'s value type[6] is invalid in clmsgjson parse"},
-         {R"("prefixIPv6": 64)", R"("prefixIPv6": -2147483649)",
-          "Key [prefixIPv6]'s value type[6] is invalid in clmsgjson parse"},
-         {R"("dedicatedTunnel": true)", R"("dedicatedTunnel": 1)",
-          "Key [dedicatedTunnel]'s value type[6] is invalid in clmsgjson parse"},
-         {R"("isIPv6Channel": true)", R"("isIPv6Channel": "true")",
-          "Key [isIPv6Channel]'s value type[5] is invalid in clmsgjson parse"},
-         {R"("fd00::53")", "53", "Key [ipv6DnsList]'s value type[6] is invalid in clmsgjson parse"},
-         {R"("dnsList": [)", R"("dnsList": {}, "more": [)",
-          "Key [dnsList]'s value type[3] is invalid in clmsgjson parse"},
-         {R"("routeList": [)", R"("routeList": ["10.0.0.0/8",)",
-          "Key [routeList]'s value type[5] is invalid in clmsgjson parse"},
-         {R"("metric": 5)", R"("metrics": 5)", "Failed to find key metric in clmsgjson parse"},
-         {R"("10.2.0.0": "",)", "", "Failed to find key destination in clmsgjson parse"},
+        {{R"("winsList")", R"("winslist")", "winsList"},
+         {R"("profileName")", R"("name")", "profileName"},
+         {R"("prefixIPv6": 64)", R"("prefixIPv6": 64.0)", "prefixIPv6:6"},
+         {R"("prefixIPv6": 64)", R"("prefixIPv6": -2147483649)", "prefixIPv6:6"},
+         {R"("dedicatedTunnel": true)", R"("dedicatedTunnel": 1)", "dedicatedTunnel:6"},
+         {R"("isIPv6Channel": true)", R"("isIPv6Channel": "true")", "isIPv6Channel:5"},
+         {R"("fd00::53")", "53", "ipv6DnsList:6"},
+         {R"("dnsList": [)", R"("dnsList": {}, "more": [)", "dnsList:3"},
+         {R"("routeList": [)", R"("routeList": ["10.0.0.0/8",)", "routeList:5"},
+         {R"("metric": 5)", R"("metrics": 5)", "metric"},
+         {R"("10.2.0.0": "",)", "", "destination"},
          {R"("vnicName")", R"("future": [1, {"a": null}], "vnicName")", ""}});
-}
-
-TEST(Strictness, FailureKeepsWhatWasReadBefore) {
-    std::string const message = replaced(Golden("netconfig"), "\"10.1.0.7\"", "7");
-    CLMsgReplyNetConfigData read;
-    read.clientPrivateIP = "old";
-    EXPECT_FALSE(CLMsgReplyJson::Parse(message, &read));
-    EXPECT_EQ(read.vnicName, "zl0");
-    EXPECT_EQ(read.clientPrivateIP, "old");
-    EXPECT_TRUE(read.routeList.empty());
 }
 
 TEST(Strictness, RoutesInBothForms) {
@@ -84,14 +67,11 @@ TEST(Strictness, RoutesInBothForms) {
 TEST(Strictness, Statistics) {
     expectChanges<CLMsgReplyTunnelStatisticsData>(
         Golden("tunnelStatistics"),
-        {{"12.5", "12", "Key [outbound_comp_ratio]'s value type[6] is invalid in clmsgjson parse"},
-         {"12.5", "-3.5e38",
-          "Key [outbound_comp_ratio]'s value type[6] is invalid in clmsgjson parse"},
+        {{"12.5", "12", "outbound_comp_ratio:6"},
+         {"12.5", "-3.5e38", "outbound_comp_ratio:6"},
          {"12.5", "3.4e38", ""},
-         {R"("outbound_bytes": 2)", R"("outbound_bytes": -2)",
-          "Key [outbound_bytes]'s value type[6] is invalid in clmsgjson parse"},
-         {"18446744073709551615", "18446744073709551616",
-          "Key [inbound_bytes]'s value type[6] is invalid in clmsgjson parse"}});
+         {R"("outbound_bytes": 2)", R"("outbound_bytes": -2)", "outbound_bytes:6"},
+         {"18446744073709551615", "18446744073709551616", "inbound_bytes:6"}});
     CLMsgReplyTunnelStatisticsData broken;
     broken.inbound_comp_ratio = std::numeric_limits<float>::quiet_NaN();
     broken.outbound_comp_ratio = std::numeric_limits<float>::infinity();
@@ -103,19 +83,15 @@ TEST(Strictness, Statistics) {
 TEST(Strictness, Lists) {
     expectChanges<CLMsgGatewayListData>(
         Golden("gatewayList"),
-        {{R"("detectPort": "8001")", R"("detectPort": 8001)",
-          "Key [detectPort]'s value type[6] is invalid in clmsgjson parse"},
-         {R"("name": "south")", R"("named": "south")",
-          "Failed to find key name in clmsgjson parse"},
-         {R"("gatewayList": [)", R"("gatewayList": [null, )",
-          "Key [gatewayList]'s value type[0] is invalid in clmsgjson parse"}});
+        {{R"("detectPort": "8001")", R"("detectPort": 8001)", "detectPort:6"},
+         {R"("name": "south")", R"("named": "south")", "name"},
+         {R"("gatewayList": [)", R"("gatewayList": [null, )", "gatewayList:0"}});
     expectChanges<ALMsgGMCertRespondData>(
         Golden("gmCertRespond"),
         {{R"("signCert": "c2lnbg==",)", "", ""},
          {R"("encCert": "ZW5j")", R"("encCert": 1)", ""},
-         {R"("appList")", R"("apps")", "Failed to find key appList in clmsgjson parse"},
-         {R"("containerName": "second")", R"("containerName": 2)",
-          "Key [containerName]'s value type[6] is invalid in clmsgjson parse"}});
+         {R"("appList")", R"("apps")", "appList"},
+         {R"("containerName": "second")", R"("containerName": 2)", "containerName:6"}});
     CLMsgGatewayListData twice;
     ASSERT_TRUE(
         CLMsgReplyJson::Parse(replaced(Golden("gatewayList"), R"("south")", R"("north")"), &twice));
@@ -137,16 +113,12 @@ TEST(Strictness, CommonReplyTakesWhatFits) {
     EXPECT_FALSE(CLMsgReplyJson::Parse(R"({"profileName":"p"})", &bare));
     EXPECT_FALSE(CLMsgReplyJson::Parse(R"({"profileName":"p","statusCode":"40971"})", &bare));
 
-    CLMsgCommonReplyData kept;
-    ASSERT_TRUE(CLMsgReplyJson::Parse(Golden("common_online"), &kept));
-    std::string const before = CLMsgReplyJson::Build(kept);
-    ASSERT_TRUE(CLMsgReplyJson::Parse(R"({"profileName":"office","statusCode":40971,
-        "redirectUrl":1,"enableComplexity":"yes","minLength":8.0,"supportedAuthType":["pwd"],
-        "warningCode":{},"receivedUserName":[]})",
-                                      &kept));
-    EXPECT_EQ(CLMsgReplyJson::Build(kept), before);
-    EXPECT_EQ(CLMsgJsonParse::debug_str_,
-              "Failed to find key AppResourcePortalStaticFilePath in clmsgjson parse");
+    ASSERT_TRUE(CLMsgReplyJson::Parse(R"({"profileName":"p","statusCode":12345,
+        "redirectUrl":1,"enableComplexity":"yes","minLength":8.0,"warningCode":{},
+        "receivedUserName":[]})",
+                                      &bare));
+    EXPECT_EQ(CLMsgReplyJson::Build(bare), CLMsgReplyJson::Build(fresh));
+    EXPECT_EQ(CLMsgJsonParse::debug_str_, ErrorOf("AppResourcePortalStaticFilePath"));
 
     CLMsgCommonReplyData read;
     ASSERT_TRUE(CLMsgReplyJson::Parse(R"({"profileName":"p","statusCode":-7,"errMsgInEn":"e",

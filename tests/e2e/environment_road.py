@@ -1,6 +1,7 @@
 """Launchers, a second start, odd port files, broken resources."""
 
 import os
+from pathlib import Path
 
 import road
 from programs import CLIENT_NAME
@@ -15,8 +16,14 @@ class Environment(road.Road):
         editor = ["/usr/bin/python3", "-c", "import signal; signal.pause()", CLIENT_NAME]
         self.desktop.processes.start(editor, self.desktop.log("editor"))
         client = self.client(start=False)
+        # Its pages are newer than those of the package before.
+        page = Path(os.environ["XDG_DATA_HOME"], "ZorvaneLink", "portal", "index.html")
+        for folder, text in ((page.parent, "old"), (client.resources / "portal", "new")):
+            folder.mkdir(parents=True)
+            (folder / page.name).write_text(text)
         client.start("sh", "-c", '"$0"; true')
         self.sees(client, "Ready")
+        self.assertEqual(page.read_text(), "new")
         button = client.widgets.find("push button", "Minimize", road.SECONDS)
         button.press()
         wait_for("the first client behind", lambda: not button.in_front(), road.SECONDS)

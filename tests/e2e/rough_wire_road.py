@@ -1,6 +1,7 @@
-"""Junk, pieces of frames, floods and strangers on the wire."""
+"""A service that comes late, dies, says nothing or stands still; junk, pieces of frames and
+floods on the wire."""
 
-import socket
+import signal
 
 import road
 
@@ -34,12 +35,58 @@ class RoughWire(road.Road):
         client.widgets.usable("push button", road.CONNECT, road.SECONDS)
         self.go_online(client)
 
-    def test_a_stranger_on_the_port_disturbs_nobody(self):
+    def test_the_window_answers_whatever_the_service_does(self):
         service, client = self.online()
-        with socket.create_connection(("127.0.0.1", service.port()), road.SECONDS) as stranger:
-            self.assertEqual(stranger.recv(1), b"", "a second client was not closed")
-        self.sees_online(client)
+        service.order("silence on")
+        self.click_tab(client, "Interface")
+        self.sees(client, "10.8.0.2")
+        service.order("silence off")
+
+        service.order("slow 5")
+        self.click_tab(client, "Route")
+        client.widgets.find("table cell", "10.20.0.0", road.SECONDS)
+        service.order("slow off")
+        self.click_tab(client, "Statistics")
         self.sees_counters_grow(client)
+
+        service.process.send_signal(signal.SIGSTOP)
+        try:
+            client.widgets.click("push button", road.DISCONNECT)
+            self.click_tab(client, "Interface")
+            self.sees(client, "10.8.0.2")
+        finally:
+            service.process.send_signal(signal.SIGCONT)
+        self.sees(client, "Disconnected")
+        client.widgets.usable("push button", road.CONNECT, road.SECONDS)
+
+    def test_the_service_comes_after_the_client(self):
+        self.write_profile()
+        client = self.client()
+        self.sees(client, road.LOOKING)
+        self.service()
+        self.sees(client, "Ready")
+        client.widgets.gone("label", road.LOOKING)
+
+    def test_the_service_dies_while_online(self):
+        service, client = self.online()
+        service.kill()
+        self.sees(client, road.LOOKING)
+        client.widgets.gone("push button", road.DISCONNECT)
+        self.assertNotIn("Online", client.widgets.texts())
+
+        self.service("--port", "35999", name="successor")
+        self.sees(client, "Ready")
+        self.go_online(client)
+        self.sees_counters_grow(client)
+
+    def test_a_link_is_cut_and_the_service_moves(self):
+        service, client = self.online()
+        for order in ("vanish", "restart 1 37100"):
+            service.order(order)
+            self.sees(client, "Ready")
+            client.widgets.gone("push button", road.DISCONNECT)
+            self.go_online(client)
+            self.sees_counters_grow(client)
 
 
 if __name__ == "__main__":

@@ -1,10 +1,14 @@
-// The gateway's side of the conversation, without a socket and on a clock that the test moves.
+// The gateway's side of the conversation, without a socket and on a clock that the test moves, and
+// the record of it.
 #include <gmock/gmock.h>
 
+#include "components/utils/file.h"
 #include "components/utils/sensitive_value.h"
 #include "core/clmsg_json.h"
 #include "core/clmsg_reply_json.h"
+#include "tests/support/test_environment.h"
 #include "tests/tools/fake_scheduler.h"
+#include "tools/simservice/recorder.h"
 #include "tools/simservice/session.h"
 
 namespace zorvanelink::simservice {
@@ -47,6 +51,7 @@ class SessionTest : public testing::Test {
             "counters": {"inbound_bytes": 1000, "outbound_comp_ratio": 50}})",
                                   "f", scenario, error))
             << error;
+        scenario.server_certificate = ServerCertificate::kUntrusted;  // nobody has it verified
     }
 
     std::vector<std::string> take() {
@@ -59,6 +64,7 @@ class SessionTest : public testing::Test {
     }
     void goOnline() {
         session.Receive(CLMsgJson::BuildStart(startOf("alice", "made-up")));
+        EXPECT_TRUE(sent.empty()) << "an answer to a link that has gone";
         scheduler.Advance(1110);
         sent.clear();
     }
@@ -215,13 +221,17 @@ TEST_F(SessionTest, ListsComeWithTheKeyExchange) {
 }
 
 TEST_F(SessionTest, ALockedAccountIsToldForHowLong) {
-    scenario.users[0].locked_after = 1;
-    session.Receive(CLMsgJson::BuildStart(startOf("alice", "wrong")));
-    scheduler.Advance(5000);
+    scenario.users[0].locked_after = 2;
+    std::string told;
+    for (char const* const password : {"wrong", "made-up", "wrong", "wrong"}) {
+        sent.clear();
+        session.Receive(CLMsgJson::BuildStart(startOf("alice", password)));
+        scheduler.Advance(1110);
+        told += kindOf(sent[1]) + ' ';
+    }
+    EXPECT_EQ(told, "-3 40994 -3 41042 ") << "a good login forgets the wrong ones";
     core::sslvpn::CLMsgCommonReplyData refusal;
-    ASSERT_EQ(sent.size(), 3U);
     ASSERT_TRUE(CLMsgReplyJson::Parse(sent[1], &refusal));
-    EXPECT_EQ(refusal.statusCode, MsgCode::ERR_AUTH_USER_ACCOUNT_LOCK);
     EXPECT_EQ(refusal.accountLockSenconds, 600);
 }
 
@@ -234,6 +244,49 @@ TEST_F(SessionTest, NonsenseIsDropped) {
         EXPECT_THAT(take(), ElementsAre()) << json;
     }
     EXPECT_EQ(session.GetState(), Session::State::kIdle);
+}
+
+TEST(Recorder, MasksSecretsAndKeepsTheOrderOfKeys) {
+    struct {
+        char const* message;
+        char const* recorded;
+    } const table[]{
+        {R"({"type":"start","b":1,"a":{"z":true,"encryptedPassword":"x"},"encryptedPinCode":"y"})",
+         R"({"type":"start","b":1,"a":{"z":true,"encryptedPassword":"****"},"encryptedPinCode":"****"})"},
+        {R"({"list":[{"secondAuthCode":"1234"}],"certData":"x","pkcs12CertFileData":"y"})",
+         R"({"list":[{"secondAuthCode":"****"}],"certData":"****","pkcs12CertFileData":"****"})"},
+        {R"({"newPassword":{"deep":"x"},"currentPassword":7,"password":""})",
+         R"({"newPassword":"****","currentPassword":"****","password":""})"},
+        {R"({"user":"password"})", R"({"user":"password"})"},
+        {"[]", ""},
+        {"{\"a\":", ""},
+    };
+    for (auto const& [message, recorded] : table) {
+        EXPECT_EQ(MaskedMessage(message), recorded);
+    }
+}
+
+TEST(Recorder, WritesOneObjectALineAtOnce) {
+    auto const path = (test::TestEnvironment::Home() / "record.jsonl").string();
+    test::FakeScheduler scheduler;
+    Recorder recorder(scheduler);
+    recorder.Message("{}");  // not open yet: goes nowhere
+    ASSERT_TRUE(recorder.Open(path));
+    recorder.Event("connected");
+    scheduler.Advance(1500);
+    recorder.Message("{\n  \"type\": \"stop\",\n  \"profileName\": \"\xc3\xbc\"\n}");
+    recorder.Message("{\"a\":1}");
+    recorder.Message("{\"broken\":\"\xff\"}");
+    recorder.Message("no json");
+    std::string text;
+    ASSERT_TRUE(components::utils::ReadContentFromFile(path, text));
+    EXPECT_EQ(text,
+              "{\"time\":0,\"event\":\"connected\"}\n"
+              "{\"time\":1500,\"type\":\"stop\",\"message\":{\"type\":\"stop\",\"profileName\":"
+              "\"\xc3\xbc\"}}\n"
+              "{\"time\":1500,\"type\":\"unknown\",\"message\":{\"a\":1}}\n"
+              "{\"time\":1500,\"event\":\"unreadable\",\"length\":14}\n"
+              "{\"time\":1500,\"event\":\"unreadable\",\"length\":7}\n");
 }
 
 }  // namespace

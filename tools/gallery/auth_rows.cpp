@@ -1,6 +1,7 @@
-// The choice of the login's type.
+// The dialogs of a login: the choice of its type, a second factor's code.
 #include "components/utils/sensitive_value.h"
 #include "tools/gallery/stage.h"
+#include "ui/auth/auth_dialog.h"
 #include "ui/auth/auth_type_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
 
@@ -34,6 +35,30 @@ ui::AuthTypeDialog& show(Stage& stage, bool select, void (*change)(ui::Profile&)
     }
     return stage.Show<ui::AuthTypeDialog>(
         profile, select, ui::AuthConfigBase::Services{stage.config, stage.prompts, stage.road});
+}
+
+constexpr char kLongPrompt[] =
+    "请在您随身携带的动态令牌上按下按钮，待屏幕上显示六位或八位数字之后，将其连同短横线一并输入到下"
+    "面"
+    "的输入框中；如果令牌屏幕没有显示或者已经损坏，请联系信息中心更换。";
+
+// The code's dialog in the middle of its time.
+template <int kKind>
+ui::AuthDialog& code(Stage& stage) {
+    ui::Context context;
+    context.authCodeType = kKind;
+    context.tokenPromptMsg = kLongPrompt;
+    context.emailAuthAccount = "alice.chen@mail.example.com";
+    auto made = std::make_unique<ui::AuthDialog>(context, stage.prompts, stage.Owner());
+    ui::AuthDialog& dialog = *made;
+    ui::Deadline deadline({[] { return ui::Deadline::Time(); }, ui::Deadline::Time(1000)});
+    deadline.Start(std::chrono::milliseconds(572000));
+    dialog.ShowTimeLeft(deadline.TimeLeft());
+    for (int second = 0; second < 13; ++second) {
+        dialog.onRetryTimerTimeout();
+    }
+    stage.Keep(std::move(made));
+    return dialog;
 }
 
 template <std::uint16_t kKind>
@@ -78,6 +103,17 @@ std::vector<Row> AuthRows() {
                  profile.supportedAuthTypes = {SupportedAuthType::kOauth};
              });
          }},
+        {"auth-code-sms", [](Stage& stage) { code<1>(stage); }},
+        {"auth-code-resend",
+         [](Stage& stage) {
+             auto& dialog = code<2>(stage);
+             for (int second = 0; second < 47; ++second) {
+                 dialog.onRetryTimerTimeout();
+             }
+             dialog.findChild<QLineEdit*>()->setText(QStringLiteral("246810"));
+         }},
+        {"auth-code-token", [](Stage& stage) { code<0>(stage); }},
+        {"auth-code-unknown", [](Stage& stage) { code<3>(stage); }},
     };
 }
 

@@ -49,6 +49,12 @@ auto valueOf(ObjectReader const& reader, char const* key, std::string const& wor
     return row->second;
 }
 
+constexpr std::array<std::pair<std::string_view, CodeKind>, 3> kCodeKinds{{
+    {"sms", CodeKind::kSms},
+    {"email", CodeKind::kEmail},
+    {"token", CodeKind::kToken},
+}};
+
 core::sslvpn::CLMsgReplyNetConfigData friendlyNetConfig() {
     core::sslvpn::CLMsgReplyNetConfigData data;
     data.tunnelIsTCP = true;
@@ -185,6 +191,20 @@ void readLogin(ObjectReader& reader, Scenario& scenario) {
     });
 }
 
+void readSecondFactor(ObjectReader& part, SecondFactorRules& rules) {
+    std::string word;
+    part.Require(part.Read("kind", word), "kind");
+    rules.kind = valueOf(part, "kind", word, kCodeKinds);
+    if (part.Read("codes", rules.codes) && rules.codes.empty()) {
+        part.Fail("codes", "must hold a code");
+    }
+    part.Read("prompt", rules.prompt);
+    part.Read("account", rules.account);
+    part.Read("tries", rules.tries);
+    part.Read("resends", rules.resends);
+    part.Read("valid_ms", rules.valid_ms, 0, kMaxDelay);
+}
+
 void readLists(ObjectReader& reader, Scenario& scenario) {
     reader.ReadList("gateways", [&](Json const& element, std::string const& path) {
         ObjectReader entry(reader.Text(), element, path);
@@ -254,6 +274,8 @@ void readScenario(ObjectReader& reader, Scenario& scenario) {
     reader.Read("description", scenario.description);
     readUsers(reader, scenario);
     readLogin(reader, scenario);
+    reader.ReadObject("secondFactor",
+                      [&](ObjectReader& part) { readSecondFactor(part, scenario.second_factor); });
     readLists(reader, scenario);
     reader.Read("vnic", scenario.vnic);
     reader.ReadObject("netconfig",

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,19 @@ enum class ServerCertificate { kGood, kNotYetValid, kExpired, kUntrusted };
 struct ThirdParty {
     std::string page = "http://127.0.0.1/login";
     int after_ms = 3000;
+};
+
+enum class CodeKind { kToken, kSms, kEmail };
+
+// The code that a login wants besides its credentials; none without a kind.
+struct SecondFactorRules {
+    std::optional<CodeKind> kind;
+    std::vector<std::string> codes{"246810"};  // a resend moves on to the next, the last one stays
+    std::string prompt;                        // of a token
+    std::string account = "a***@example.com";  // that an e-mail goes to
+    int tries = 3;                             // wrong codes until the login ends; 0: any number
+    int resends = 3;
+    int valid_ms = 0;  // 0: for good
 };
 
 // Growth a second, and how often it is told.
@@ -69,6 +83,7 @@ struct Scenario {
     std::vector<common::SupportedAuthType> auth_types{common::SupportedAuthType::kPwd};
     ServerCertificate server_certificate = ServerCertificate::kGood;
     ThirdParty third_party;
+    SecondFactorRules second_factor;
     bool vnic = true;  // whether the virtual network card is usable
     core::sslvpn::CLMsgReplyNetConfigData netconfig;
     // What the key exchange tells; nothing is sent when all of it is empty.

@@ -60,6 +60,11 @@ Session::Demand const Session::kDemands[] = {
     {CLMsg::Type::kGet, "certRequest", &Session::onCertificates},
     {CLMsg::Type::kGet, "gmCertRequest", &Session::onUsbKeys},
     {CLMsg::Type::kSet, "acceptServerCert", &Session::onServerCertificate},
+    {CLMsg::Type::kSet, "smsCode", &Session::onAuthCode},
+    {CLMsg::Type::kSet, "emailCode", &Session::onAuthCode},
+    {CLMsg::Type::kSet, "tokenCode", &Session::onAuthCode},
+    {CLMsg::Type::kSet, "requestSmsCode", &Session::onRequestAuthCode},
+    {CLMsg::Type::kSet, "requestEmailCode", &Session::onRequestAuthCode},
     {CLMsg::Type::kUpdate, "update", &Session::onUpdate},
 };
 
@@ -266,6 +271,7 @@ void Session::reply(core::sslvpn::CLMsgCommonReplyData data) {
 void Session::endSession() {
     attempt_ = std::make_shared<int>();
     questioned_.reset();
+    challenge_.reset();
     if (std::exchange(state_, State::kIdle) != State::kIdle) {
         hooks_.happened(Moment::kSessionEnd);
     }

@@ -13,6 +13,7 @@
 #include "tools/simservice/gatekeeper.h"
 #include "tools/simservice/scenario.h"
 #include "tools/simservice/scheduler.h"
+#include "tools/simservice/second_factor.h"
 
 namespace zorvanelink::simservice {
 
@@ -66,6 +67,8 @@ class Session {
     void onCertificates(Message const& message);
     void onUsbKeys(Message const& message);
     void onServerCertificate(Message const& message);
+    void onAuthCode(Message const& message);
+    void onRequestAuthCode(Message const& message);
     void onUpdate(Message const& message);
 
     using Start = core::sslvpn::CLMsgStartData;
@@ -77,6 +80,9 @@ class Session {
     void offerTypes();
     void login(Start const& start);
     void openProvidersPage();
+    // Once the credentials are right.
+    void admit(User const& user);
+    void judged(common::MsgCode verdict);
     void accept(User const& user);
     void refuse(Judgement const& judgement);
     void goOnline(User const& user);
@@ -106,7 +112,9 @@ class Session {
     State state_ = State::kIdle;
     std::string profile_;
     std::deque<std::shared_ptr<std::string>> stopping_;  // profiles whose stop has no answer yet
-    User const* user_ = nullptr;                         // who is online
+    User const* user_ = nullptr;                         // whose session it is
+    std::optional<SecondFactor> challenge_;              // while a code is wanted
+    Scheduler::Clock::time_point code_sent_;
     std::optional<Start> questioned_;  // a login that waits for the client's answer
     // The answer holds from the question for the types to the login after it.
     bool server_accepted_ = false;

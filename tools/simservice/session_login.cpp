@@ -88,7 +88,7 @@ void Session::login(Start const& start) {
     }
     auto const judgement = gatekeeper_.Judge(start);
     if (judgement.user != nullptr) {
-        accept(*judgement.user);
+        admit(*judgement.user);
     } else {
         refuse(judgement);
     }

@@ -6,7 +6,6 @@
 #include "components/logger/logger.h"
 #include "ui/auth/auth_type_dialog.h"
 #include "ui/widgets/automation_hooks.h"
-#include "ui/widgets/bring_into_view.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -56,7 +55,6 @@ void AuthTypeFlow::onNeedSelectAuthType(bool select) {
 }
 
 AuthTypeFlow::End AuthTypeFlow::runDialog(std::shared_ptr<Profile> const& profile, bool select) {
-    BringIntoView(session_.window);
     superseded_ = false;
     dialog_ = new AuthTypeDialog(profile, select,
                                  {session_.config, session_.prompts, session_.Certificates()},
@@ -65,6 +63,7 @@ AuthTypeFlow::End AuthTypeFlow::runDialog(std::shared_ptr<Profile> const& profil
         dialog_->AskAgainFor(*refused);
     }
     session_.conversation.Open(*this);
+    session_.Demand(dialog_->windowTitle());
     bool wanted = false;
     connect(dialog_.data(), &AuthTypeDialog::StartConnect, this, [&wanted] { wanted = true; });
     if (automationHooks().dialogOpened) {

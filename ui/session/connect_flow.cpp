@@ -78,6 +78,9 @@ void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool qu
     } else if (!start_it) {
         core_.conversation.End();  // who stops has nothing to choose any more
         stop(profile);
+        if (prompting_) {
+            core_.prompts.CloseAll();  // nor to type
+        }
     } else if (mayStart(key)) {
         start(profile, queryAuthType);
     }

@@ -42,6 +42,7 @@ struct ConnectionState {
     std::optional<UnansweredStop> stop;  // at most one at a time
     bool queryingAuthType = false;       // the start asks the gateway for its types
     bool beenOnline = false;             // in this attempt
+    bool secondFactor = false;           // the user is typing a code
     std::string untoldFailure;           // of this attempt, for its end if nothing else was shown
     std::string endReason;               // why the present connection is about to end
     std::optional<SessionEnd> lastEnd;   // until the next start

@@ -34,7 +34,7 @@ void ConnectionStatuses::onOnline(Data const& data, Profile& profile) {
     state.pendingWarnings.assign(data.warningCode.begin(), data.warningCode.end());
     core_.context.connectTime = QDateTime::currentDateTime();
     core_.secrets.Forget();
-    core_.conversation.End();
+    core_.conversation.EndLogin();
     state.untoldFailure.clear();
     state.endReason.clear();
     bool const again = std::exchange(state.beenOnline, true) || state.reconnectingSeen;

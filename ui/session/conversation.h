@@ -2,6 +2,7 @@
 // open; it alone decides how it ends. GUI thread.
 #pragma once
 
+#include <memory>
 #include <utility>
 
 #include "common/message_catalogue.h"
@@ -13,12 +14,16 @@ class Conversation {
     // Whether it may go on when the session below has ended, because it begins an attempt of its
     // own. Until it has ended the state stays what it was.
     virtual bool OutlivesSession() const { return false; }
-    // True when the code answers what the user has sent from here: shown here and nowhere else.
+    // Whether it may go on when the login has succeeded, because it is no step of it.
+    virtual bool OutlivesLogin() const { return false; }
+    // True when the code concerns this conversation alone: shown here, if at all.
     virtual bool OnAnswer(common::MsgCode /*code*/) { return false; }
     // The connection behind it goes down.
     virtual void OnLost() = 0;
     // Its step is over: it ends without a stop, a box or a message.
     virtual void OnEnded() = 0;
+    // The same, for another demand of the service. May run an event loop.
+    virtual void OnSuperseded() { OnEnded(); }
     // The service has reported, or a failure was shown: nothing of it times out any more.
     virtual void StopDeadline() {}
 
@@ -29,17 +34,19 @@ class Conversation {
 // The place of the one that is open.
 class OpenConversation {
   public:
-    // Another one that is open has ended by that.
+    // Another one that is open has ended by that. Who opens looks afterwards whether it still Is.
     void Open(Conversation& conversation) {
-        if (now_ != &conversation) {
-            End();
+        Conversation* const before = std::exchange(now_, &conversation);
+        if (before != nullptr && before != &conversation) {
+            before->OnSuperseded();
         }
-        now_ = &conversation;
     }
     // By the conversation itself, once its dialog is gone.
     void Close(Conversation const& conversation) {
-        if (now_ == &conversation) {
-            now_ = nullptr;
+        for (Conversation** const place : {&now_, &leaving_}) {
+            if (*place == &conversation) {
+                *place = nullptr;
+            }
         }
     }
     void End() {
@@ -49,6 +56,26 @@ class OpenConversation {
     }
 
     bool Stands() const { return now_ != nullptr; }
+    void EndLogin() {
+        if (now_ != nullptr && !now_->OutlivesLogin()) {
+            End();
+        }
+    }
+    // A text comes first that says why: nothing reaches the conversation any more, and it ends with
+    // the last copy of what is returned, whatever becomes of the text. Null when nothing ends.
+    std::shared_ptr<void> EndBehind() {
+        if (now_ == nullptr || now_->OutlivesSession()) {
+            return nullptr;
+        }
+        now_->StopDeadline();
+        leaving_ = std::exchange(now_, nullptr);
+        return {leaving_, [this](Conversation const* ended) {
+                    if (leaving_ == ended) {
+                        std::exchange(leaving_, nullptr)->OnEnded();
+                    }
+                }};
+    }
+
     bool Is(Conversation const& conversation) const { return now_ == &conversation; }
     bool OutlivesSession() const { return now_ != nullptr && now_->OutlivesSession(); }
     bool OnAnswer(common::MsgCode code) { return now_ != nullptr && now_->OnAnswer(code); }
@@ -65,6 +92,7 @@ class OpenConversation {
 
   private:
     Conversation* now_ = nullptr;
+    Conversation* leaving_ = nullptr;  // behind its text
 };
 
 }  // namespace zorvanelink::ui

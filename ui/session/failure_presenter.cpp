@@ -82,6 +82,11 @@ constexpr MsgCode kEndsOfLogin[] = {
 // Types of codes that speak of a failure.
 constexpr int kFailureTypes[] = {5, 7};
 
+// Support asks for the number, whatever language the text is in.
+void logCode(MsgCode code) {
+    Log().info("Failure {} [{}]", static_cast<int>(code), common::g_IPCMessageMap.Name(code));
+}
+
 }  // namespace
 
 FailurePresenter::FailurePresenter(SessionCore& core, ConnectFlow& flow, BoxQueue& boxes)
@@ -89,8 +94,7 @@ FailurePresenter::FailurePresenter(SessionCore& core, ConnectFlow& flow, BoxQueu
 }
 
 void FailurePresenter::HandleErrMsg(Data const& data, common::Show show, Then then) {
-    Log().info("Failure {} [{}]", static_cast<int>(data.statusCode),
-               common::g_IPCMessageMap.Name(data.statusCode));
+    logCode(data.statusCode);
     QString const text = firstNonEmpty({textOf(data), GetTrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG)});
     then = withPage(data, std::move(then));
     if (show == common::Show::kCritical) {
@@ -132,7 +136,7 @@ void FailurePresenter::ProcessErrorMsg(QString const& text, Then then) {
         core_.NoteReason(text);
     }
     Log().debug("get pop up widget1 {}", static_cast<void const*>(boxes_.Parent()));
-    ShowPopMsgBox(BoxKind::kCritical, text, [this, then = std::move(then)] {
+    ShowPopMsgBox(OkBox(BoxKind::kCritical, text), [this, then = std::move(then)] {
         core_.conversation.StopDeadline();
         if (core_.window != nullptr) {
             BringToFront(*core_.window);
@@ -153,19 +157,41 @@ void FailurePresenter::ProcessCriticalMsg(QString const& text, Then then) {
 }
 
 void FailurePresenter::EndWith(BoxKind kind, QString const& text, Then then) {
+    EndWith(OkBox(kind, text), std::move(then));
+}
+
+void FailurePresenter::EndWith(BoxRequest request, Then then) {
     core_.state.errorShown = true;  // its own text is the only one
-    core_.NoteReason(text);
+    core_.NoteReason(request.text);
+    auto behind = core_.conversation.EndBehind();
     flow_.StopConnect();
-    ShowPopMsgBox(kind, text, [this, then = std::move(then)] {
-        // A dead session leaves nothing behind that could still send a code or a password.
-        if (core_.state.Idle() && !core_.conversation.OutlivesSession()) {
-            core_.prompts.CloseAll();
-            core_.conversation.End();
-        }
-        if (then) {
-            then();
-        }
-    });
+    tellEnd(std::move(behind), std::move(request), std::move(then));
+}
+
+void FailurePresenter::EndConversation(BoxRequest request) {
+    core_.NoteReason(request.text);
+    // Queued: what is going down has gone before its text is read.
+    QMetaObject::invokeMethod(
+        &core_,
+        [this, behind = core_.conversation.EndBehind(), request = std::move(request)]() mutable {
+            tellEnd(std::move(behind), std::move(request), {});
+        },
+        Qt::QueuedConnection);
+}
+
+void FailurePresenter::tellEnd(std::shared_ptr<void> behind, BoxRequest request, Then then) {
+    ShowPopMsgBox(std::move(request),
+                  [this, behind = std::move(behind), then = std::move(then)]() mutable {
+                      // A dead session leaves nothing behind that could still send a code or a
+                      // password.
+                      if (core_.state.Idle() && !core_.conversation.OutlivesSession()) {
+                          core_.prompts.CloseAll();
+                      }
+                      behind.reset();
+                      if (then) {
+                          then();
+                      }
+                  });
 }
 
 bool FailurePresenter::HandleUnmarked(Data const& data) {
@@ -185,7 +211,7 @@ bool FailurePresenter::HandleUnmarked(Data const& data) {
 void FailurePresenter::TellUntoldFailure() {
     std::string const text = std::exchange(core_.state.untoldFailure, {});
     if (!text.empty() && !core_.state.errorShown) {
-        ShowPopMsgBox(BoxKind::kCritical, utf8(text));
+        ShowPopMsgBox(OkBox(BoxKind::kCritical, utf8(text)));
     }
 }
 
@@ -230,6 +256,7 @@ void FailurePresenter::HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgDat
         Log().warning("Recv server custom error msg, but is empty");
         text = GetTrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG);
     }
+    logCode(data.statusCode);
     Log().info("Incompatible server and client, stop the connect");
     if (core_.state.SessionStands()) {
         EndWith(BoxKind::kWarning, text);
@@ -244,16 +271,16 @@ void FailurePresenter::HandleGatewayDetectStop(
     if (text.isEmpty()) {
         Log().warning("Gateway detection ended without a reason");
     } else if (core_.state.SessionStands()) {
-        ShowPopMsgBox(BoxKind::kWarning, text);
+        ShowPopMsgBox(OkBox(BoxKind::kWarning, text));
     }
 }
 
-void FailurePresenter::ShowPopMsgBox(BoxKind kind, QString const& text, Then then) {
+void FailurePresenter::ShowPopMsgBox(BoxRequest request, Then then) {
     if (QWidget const* const window = core_.window) {
         Log().info("Show pop msg window, visible {}, hide {}, mini {}", window->isVisible(),
                    window->isHidden(), window->isMinimized());
     }
-    boxes_.Tell(OkBox(kind, text), [then = std::move(then)](int) {
+    boxes_.Tell(std::move(request), [then = std::move(then)](int) {
         if (then) {
             then();
         }

@@ -26,8 +26,11 @@ class FailurePresenter {
     void ProcessErrorMsg(QString const& text, Then then = {});
     // The session is over, and so is every box and every dialog that could still send.
     void ProcessCriticalMsg(QString const& text, Then then = {});
-    // The way down, and then the box that says why.
+    // The way down, the box that says why, and with it the end of the open conversation.
     void EndWith(BoxKind kind, QString const& text, Then then = {});
+    void EndWith(BoxRequest request, Then then = {});
+    // The same for a conversation whose session is going down by itself, or goes on without it.
+    void EndConversation(BoxRequest request);
 
     // A code that no row of the catalogue shows. True when it ends the login, which has happened
     // then; another failure's text is kept for TellUntoldFailure.
@@ -43,7 +46,8 @@ class FailurePresenter {
   private:
     bool mayTell(char const* logLine) const;
     Then withPage(Data const& data, Then then);
-    void ShowPopMsgBox(BoxKind kind, QString const& text, Then then = {});
+    void tellEnd(std::shared_ptr<void> behind, BoxRequest request, Then then);
+    void ShowPopMsgBox(BoxRequest request, Then then = {});
 
     SessionCore& core_;
     ConnectFlow& flow_;

@@ -28,6 +28,7 @@ class Session : public SessionCore {
     void Leave();
 
     ConnectFlow& Flow() { return flow_; }
+    FailurePresenter& Failures() { return failures_; }
     CertListRoad& Certificates() { return certificates_; }
     ThirdPartyLogin& ThirdParty() { return handlers_.login.ThirdParty(); }
 

@@ -7,6 +7,7 @@
 #include "components/utils/log_filter.h"
 #include "core/message_log.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/bring_into_view.h"
 #include "ui/widgets/zvl_message_box.h"
 
 namespace zorvanelink::ui {
@@ -80,7 +81,8 @@ SessionCore::SessionCore(Environment const& environment)
     : config(environment.config),
       prompts(environment.prompts),
       link(environment.link),
-      window(environment.window) {
+      window(environment.window),
+      clock(environment.clock) {
     qRegisterMetaType<ConnectStatus>("ConnectStatus");  // as the signal writes it
 }
 
@@ -146,6 +148,11 @@ void SessionCore::UpdateConnectStatus(std::string const& name, ConnectStatus sta
     link.WatchSilence(status != ConnectStatus::Disconnected);
     Q_EMIT NotifyConnectStatus(QString::fromStdString(name), status);
     Announce();
+}
+
+void SessionCore::Demand(QString const& what) {
+    BringIntoView(window);
+    Q_EMIT Demanded(what);
 }
 
 void SessionCore::Announce() {

@@ -14,6 +14,7 @@
 #include "ui/session/connection_state.h"
 #include "ui/session/context.h"
 #include "ui/session/conversation.h"
+#include "ui/session/deadline.h"
 #include "ui/widgets/prompts.h"
 
 namespace zorvanelink::ui {
@@ -27,6 +28,7 @@ class SessionCore : public QObject {
         Prompts& prompts;
         ServiceLink& link;
         QWidget* window;  // what dialogs and boxes stand over; null without widgets
+        Deadline::Clock clock = {};
     };
 
     explicit SessionCore(Environment const& environment);
@@ -35,6 +37,7 @@ class SessionCore : public QObject {
     Prompts& prompts;
     ServiceLink& link;
     QWidget* const window;
+    Deadline::Clock const clock;  // of what a login waits for
 
     ConnectionState state;
     Context context;
@@ -54,6 +57,8 @@ class SessionCore : public QObject {
 
     // An unknown number clears the display and is told as it came.
     void UpdateConnectStatus(std::string const& name, ConnectStatus status);
+    // The service wants an answer, and the user may be elsewhere. `what` names it in a word or two.
+    void Demand(QString const& what);
     // What the state says besides the status has changed.
     void Announce();
     // Why the end that comes next comes: the first line of the text, a detail left out.
@@ -69,6 +74,7 @@ class SessionCore : public QObject {
     void StatisticsArrived();
     void ClientAddressChanged(QString address);
     void RecvDomianRoute(core::sslvpn::DomainRouteAddRouteData const& route);
+    void Demanded(QString const& what);
     // What the service asks of the user. Who answers may run a dialog at once.
     void NeedSelectAuthType(bool select);
     void NeedSendAuthCode();

@@ -8,17 +8,15 @@ namespace zorvanelink::ui {
 using common::MsgCode;
 
 ThirdPartyLogin::ThirdPartyLogin(SessionCore& core, FailurePresenter& failures, BoxQueue& boxes)
-    : core_(core), failures_(failures), boxes_(boxes) {
-    timer_.setInterval(kDeadline);
-    timer_.setSingleShot(true);
-    connect(&timer_, &QTimer::timeout, this, &ThirdPartyLogin::OnThirdPartyExpire);
+    : core_(core), failures_(failures), boxes_(boxes), deadline_(core.clock) {
+    connect(&deadline_, &Deadline::Passed, this, &ThirdPartyLogin::OnThirdPartyExpire);
 }
 
 void ThirdPartyLogin::Open(std::string const& path) {
     core_.conversation.Open(*this);
     // Before the page: what ends the login behind a hint must find the timer.
-    if (!timer_.isActive()) {
-        timer_.start();
+    if (!Waits()) {
+        deadline_.Start(kDeadline);
     }
     if (auto const failure = TryOpenUrl(core_.prompts, QString::fromStdString(path), true)) {
         boxes_.Hint(*failure);
@@ -26,7 +24,7 @@ void ThirdPartyLogin::Open(std::string const& path) {
 }
 
 void ThirdPartyLogin::end() {
-    timer_.stop();
+    deadline_.Stop();
     core_.conversation.Close(*this);
 }
 

@@ -2,7 +2,6 @@
 // service receives the result. GUI thread.
 #pragma once
 
-#include <QTimer>
 #include <chrono>
 #include <string>
 
@@ -20,11 +19,11 @@ class ThirdPartyLogin : public QObject, public Conversation {
 
     // `path` is the page's file. Asked again it opens the page again and keeps the first deadline.
     void Open(std::string const& path);
-    bool Waits() const { return timer_.isActive(); }
+    bool Waits() const { return deadline_.Runs(); }
 
     void OnLost() override { end(); }
     void OnEnded() override { end(); }
-    void StopDeadline() override { timer_.stop(); }
+    void StopDeadline() override { deadline_.Stop(); }
 
   public Q_SLOTS:
     void OnThirdPartyExpire();
@@ -35,7 +34,7 @@ class ThirdPartyLogin : public QObject, public Conversation {
     SessionCore& core_;
     FailurePresenter& failures_;
     BoxQueue& boxes_;
-    QTimer timer_;
+    Deadline deadline_;
 };
 
 }  // namespace zorvanelink::ui

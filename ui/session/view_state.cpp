@@ -8,6 +8,7 @@ namespace {
 
 using common::MsgCode;
 
+constexpr char kIconCode[] = ":/assets/images/second_auth.png";
 constexpr char kIconQuery[] = ":/assets/images/query_type.gif";
 
 struct Row {
@@ -45,7 +46,9 @@ void showSession(ConnectionState const& state, ViewState& view) {
     view.stateLabel = row.label;
     view.statusText = row.text;
     view.showsTunnel = row.tunnel;
-    if (view.look == Look::kDisconnected && state.sessionEnded) {
+    if (state.secondFactor) {
+        view.statusText = MsgCode::UI_TR_SECOND_AUTH;
+    } else if (view.look == Look::kDisconnected && state.sessionEnded) {
         view.statusText = MsgCode::UI_TR_STATE_DISCONNECT;
     } else if (view.look == Look::kConnecting && state.queryingAuthType) {
         view.statusText = MsgCode::UI_TR_CHECK_AUTH_TYPE;
@@ -78,8 +81,9 @@ ViewState viewStateFor(ConnectionState const& state) {
     }
     view.hasStatusText = state.link != LinkState::kFirstConnect;
     if (view.hasStatusText) {
-        bool const asks = view.statusText == MsgCode::UI_TR_CHECK_AUTH_TYPE;
-        view.statusIcon = asks ? kIconQuery : DotImage(view.look);
+        view.statusIcon = view.statusText == MsgCode::UI_TR_CHECK_AUTH_TYPE ? kIconQuery
+                          : view.statusText == MsgCode::UI_TR_SECOND_AUTH   ? kIconCode
+                                                                            : DotImage(view.look);
     } else {
         view.statusText = {};
     }

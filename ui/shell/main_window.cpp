@@ -1,6 +1,6 @@
 #include "ui/shell/main_window.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QTimer>
 
 #include "app/environment/globals.h"
@@ -46,6 +46,7 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
       cards_(*ui_.connection_listwidget_, session_.config, session_.state),
       tunnel_(*ui_.tunnel, session_.context),
       authTypes_(session_),
+      authCodes_(session_),
       editing_({session_.state, session_.config, session_.Certificates(), session_.prompts, this}),
       tray_(*this, session_.config, allowed(std::move(environment.trayAvailable))),
       more_({*ui_.titleBar->MoreButton(), session_.config, session_.prompts,
@@ -94,6 +95,10 @@ void MainWindow::wireSession() {
     connect(&session_, &Session::ClientAddressChanged, &tunnel_,
             &TunnelController::SetClientAddress);
     connect(&session_, &Session::Changed, this, &MainWindow::render);
+    connect(&session_, &Session::Demanded, this, [this](QString const& what) {
+        QApplication::alert(this);
+        tray_.TellDemand(what);
+    });
 }
 
 void MainWindow::wireCards() {

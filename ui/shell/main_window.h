@@ -6,6 +6,7 @@
 #include <chrono>
 #include <string>
 
+#include "ui/auth/auth_code_flow.h"
 #include "ui/auth/auth_type_flow.h"
 #include "ui/cards/connection_list.h"
 #include "ui/editor/profile_editing.h"
@@ -91,6 +92,7 @@ class MainWindow : public FramelessWindow {
     ConnectionList cards_;
     TunnelController tunnel_;
     AuthTypeFlow authTypes_;
+    AuthCodeFlow authCodes_;
     ProfileEditing editing_;
     TrayController tray_;
     MoreMenu more_;

@@ -79,7 +79,7 @@ void MainWindow::hideToTray() {
 }
 
 void MainWindow::BringUp() {
-    BringToFront(*this);
+    BringForward(this);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

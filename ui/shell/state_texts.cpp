@@ -58,10 +58,14 @@ QString ServiceGoneHint() {
 }
 
 QString ProgressText(ConnectionState const& state, bool answering) {
-    QString const step = answering ? Translate(QT_TRANSLATE_NOOP("ui", "Waiting for your answer"))
-                         : state.queryingAuthType
-                             ? GetTrMsg(MsgCode::UI_TR_CHECK_AUTH_TYPE)
-                             : Translate(QT_TRANSLATE_NOOP("ui", "Logging in"));
+    QString step = Translate(QT_TRANSLATE_NOOP("ui", "Logging in"));
+    if (state.secondFactor) {
+        step = GetTrMsg(MsgCode::UI_TR_SECOND_AUTH);
+    } else if (answering) {
+        step = Translate(QT_TRANSLATE_NOOP("ui", "Waiting for your answer"));
+    } else if (state.queryingAuthType) {
+        step = GetTrMsg(MsgCode::UI_TR_CHECK_AUTH_TYPE);
+    }
     qint64 const seconds = state.since.secsTo(QDateTime::currentDateTime());
     return seconds < 1
                ? step

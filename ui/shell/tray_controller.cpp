@@ -171,11 +171,15 @@ void TrayController::nameState() {
 }
 
 void TrayController::TellWhereTheWindowWent() {
-    if (icon_ != nullptr && config_.statusNotify && !std::exchange(hidingTold_, true)) {
-        icon_->ShowHint(title(),
-                        Translate(QT_TRANSLATE_NOOP(
-                            "ui", "The window is in the tray. Click this icon to open it again.")),
-                        kMessageMs);
+    if (config_.statusNotify && !std::exchange(hidingTold_, icon_ != nullptr)) {
+        TellDemand(Translate(QT_TRANSLATE_NOOP(
+            "ui", "The window is in the tray. Click this icon to open it again.")));
+    }
+}
+
+void TrayController::TellDemand(QString const& what) {
+    if (icon_ != nullptr) {
+        icon_->ShowDemand(title(), what, picture(), kMessageMs);
     }
 }
 

@@ -34,6 +34,9 @@ class TrayController : public QObject {
     // Once: who closes a window may take the program for ended.
     void TellWhereTheWindowWent();
 
+    // Says what the service waits for, whatever else has been said or is not to be said.
+    void TellDemand(QString const& what);
+
     QMenu& Menu() { return menu_; }
     AntiDupQSystemTrayIcon* Icon() { return icon_.get(); }  // null without a tray
 

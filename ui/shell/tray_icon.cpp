@@ -50,8 +50,9 @@ void AntiDupQSystemTrayIcon::showMessage(QString const& title, QString const& te
     }
 }
 
-void AntiDupQSystemTrayIcon::ShowHint(QString const& title, QString const& text, int timeoutMs) {
-    QSystemTrayIcon::showMessage(title, text, Information, timeoutMs);
+void AntiDupQSystemTrayIcon::ShowDemand(QString const& title, QString const& text,
+                                        QIcon const& icon, int timeoutMs) {
+    QSystemTrayIcon::showMessage(title, text, icon, timeoutMs);
     Q_EMIT MessageShown(text);
 }
 

@@ -41,8 +41,8 @@ class AntiDupQSystemTrayIcon : public QSystemTrayIcon {
     void showMessage(QString const& title, QString const& text, MessageIcon icon, int timeoutMs,
                      ConnectStatus status);
 
-    // Counted nowhere and always shown.
-    void ShowHint(QString const& title, QString const& text, int timeoutMs);
+    // Always shown, never counted.
+    void ShowDemand(QString const& title, QString const& text, QIcon const& icon, int timeoutMs);
 
   Q_SIGNALS:
     void MessageShown(QString text);

@@ -17,4 +17,7 @@ struct AutomationHooks {
 // The one set, filled by the bridge at start. GUI thread.
 AutomationHooks& automationHooks();
 
+// Tells the bridge of a dialog that is about to be shown, once it stands.
+void ReportOpened(QDialog& dialog, QString const& text);
+
 }  // namespace zorvanelink::ui

@@ -11,4 +11,7 @@ void BringToFront(QWidget& window);
 // Does so with the widget's window when it is hidden or minimised; else, or with null, nothing.
 void BringIntoView(QWidget* widget);
 
+// Brings the widget's window to the front, with what is modal above it. Null: nothing.
+void BringForward(QWidget* widget);
+
 }  // namespace zorvanelink::ui

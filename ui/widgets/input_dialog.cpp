@@ -145,14 +145,7 @@ bool InputDialog::remberCheck() const {
 void InputDialog::showEvent(QShowEvent* event) {
     ZVLDialog::showEvent(event);
     edit_->setFocus();
-    // Queued: an answer given before the nested loop runs would leave that loop without an end.
-    QMetaObject::invokeMethod(this, &InputDialog::reportOpened, Qt::QueuedConnection);
-}
-
-void InputDialog::reportOpened() {
-    if (auto const& opened = automationHooks().dialogOpened) {
-        opened(*this, label_->text());
-    }
+    ReportOpened(*this, label_->text());
 }
 
 void InputDialog::on_ok_button__clicked() {

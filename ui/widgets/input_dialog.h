@@ -49,7 +49,6 @@ class InputDialog : public ZVLDialog {
   private:
     void on_ok_button__clicked();
     void nameField();
-    void reportOpened();
 
     QLabel* label_;
     QLabel* label2_;

@@ -34,6 +34,11 @@ TEST(Pkcs12, DescribesTheCertificate) {
         {{"EC", EVP_sha256()}, true, false, "Anna", "CN=Anna,O=Test"},
         {{"SM2", EVP_sm3()}, false, false, "Anna", "CN=Anna,O=Test"},
         {{"EC", EVP_sha256(), {{"O", "Test"}}}, true, false, "O=Test", "O=Test"},
+        {{"EC", EVP_sha256(), {{"CN", std::string("An\0na", 5)}}},
+         true,
+         false,
+         "An",
+         "CN=An\\00na"},
         {{"EC", EVP_sha256(), {{"CN", "\xE5\xBC\xA0"}, {"O", "Test"}}},
          true,
          false,
@@ -97,6 +102,28 @@ TEST(Pkcs12, CostlyContainersAreNotOpened) {
         }
         EXPECT_EQ(found, 3);
     }
+}
+
+// Put together by hand: nobody's library makes one.
+TEST(Pkcs12, ContainersInsideContainersAreCounted) {
+    auto const tlv = [](char tag, std::string const& content) {
+        return std::string{tag, '\x81', static_cast<char>(content.size())} + content;
+    };
+    auto const id = [&](std::string const& number) {
+        return tlv('\x06', "\x2A\x86\x48\x86\xF7\x0D\x01" + number);
+    };
+    auto const object = [&](std::string const& number, std::string const& content) {
+        return tlv('\x30', id(number) + tlv('\xA0', content));
+    };
+    auto const data = [&](std::string const& content) {
+        return object("\x07\x01", tlv('\x04', tlv('\x30', content)));
+    };
+    std::string const cost = tlv('\x04', "salt") + tlv('\x02', "\x1E\x84\x81");
+    std::string const cipher = tlv('\x30', id("\x0C\x01\x03") + tlv('\x30', cost));
+    std::string const key = object("\x0C\x0A\x01\x02", tlv('\x30', cipher + tlv('\x04', "key")));
+    std::string const nested = object("\x0C\x0A\x01\x06", tlv('\x30', key));
+    CertInfo cert = certOf(tlv('\x30', tlv('\x02', "\x03") + data(data(nested))));
+    EXPECT_EQ(ParsePkcs12Cert(cert, false), kPkcs12TooCostly);
 }
 
 TEST(Pkcs12, EmptyPinAndOldCiphers) {

@@ -115,15 +115,6 @@ TEST(FrameParser, MegabytesInSmallReads) {
     EXPECT_LT(parser.Capacity(), 1U << 20) << "memory of a large frame is given back";
 }
 
-TEST(FrameParser, StopsEarlyAndGoesOnLater) {
-    FrameParser parser;
-    auto const bytes = MakeFrame("one") + MakeFrame("two");
-    std::memcpy(parser.Prepare(bytes.size()), bytes.data(), bytes.size());
-    parser.Commit(bytes.size());
-    parser.Parse([](IPCMsgType, char const*, int) { return false; });
-    EXPECT_EQ(receive(parser, ""), (std::vector<ShownFrame>{{2, 3, "two"}}));
-}
-
 TEST(Frame, ConstantsAsOnTheWire) {
     using namespace components::ipc;
     for (auto const& [frame, type] :

@@ -3,9 +3,11 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+#include <boost/asio/executor_work_guard.hpp>
 #include <boost/asio/io_context.hpp>
 #include <future>
 
+#include "components/ipc/deadline_socket.h"
 #include "tests/components/ipc/link_fixture.h"
 
 namespace zorvanelink::test {
@@ -69,6 +71,8 @@ TEST_F(LinkTest, QuitFreesThePlaceInTheOrderOfTheHandlers) {
         client->Quit();
         ASSERT_TRUE(left.WaitFor(2));
         EXPECT_FALSE(send(*client, "gone"));
+        EXPECT_TRUE(Eventually([&] { return client.use_count() == 2; }))
+            << "ours and the fixture's";
         ASSERT_TRUE(Eventually([&] {
             return server->TakeDebugText().find("Will disconnect ipc client\n") !=
                    std::string::npos;
@@ -88,6 +92,7 @@ TEST_F(LinkTest, VanishedClientHoldsThePlaceUntilTheOwnerActs) {
     EXPECT_THAT(server_errors.All(), ElementsAre(2));
     EXPECT_THAT(server->TakeDebugText(), HasSubstr("IPC close with [code:2] size[0]"));
     EXPECT_EQ(BarePeer(server->Port()).Receive(1), "");
+    EXPECT_TRUE(Eventually([&] { return !send(*server, "to nobody"); }));
     server->DisconnectClient();
     auto const client = makeClient();
     ASSERT_TRUE(client->Run());
@@ -107,9 +112,14 @@ TEST_F(LinkTest, HostileBytesDoNotDisturb) {
     }
     ASSERT_TRUE(server_messages.WaitFor(1));
     EXPECT_EQ(server_messages.All()[0].size(), 5U);
-    EXPECT_THAT(server->TakeErrorText(),
-                AllOf(HasSubstr("Exception in ipc callback: owner\n"),
-                      HasSubstr("Frame header with an impossible length\n")));
+    std::string told;  // behind the message
+    for (char const* const text :
+         {"Exception in ipc callback: owner\n", "Frame header with an impossible length\n"}) {
+        EXPECT_TRUE(Eventually([&] {
+            told += server->TakeErrorText();
+            return told.find(text) != std::string::npos;
+        }));
+    }
     EXPECT_TRUE(server_errors.All().empty());
 }
 
@@ -233,6 +243,62 @@ TEST_F(LinkTest, ConnectIsBoundedWhateverTheWorkerDoes) {
     EXPECT_FALSE(client->Run());
     EXPECT_EQ(client->TakeErrorText(), "Connect time out");
     client->Stop();
+}
+
+TEST_F(LinkTest, StopIsSafeAtAnyTime) {
+    auto const never_run = makeServer();
+    never_run->StartHeartbeat();
+    never_run->Stop();
+    never_run->Stop();
+    EXPECT_FALSE(never_run->Run()) << "a stopped link cannot run again";
+    makeServer()->StartHeartbeat();  // destroyed without Stop, by the fixture's reference only
+
+    auto const failed = makeClient();
+    EXPECT_FALSE(failed->Run());
+    failed->Stop();
+    failed->Stop();
+
+    auto const server = makeServer();
+    ASSERT_TRUE(server->Run());
+    auto const client = makeClient();
+    ASSERT_TRUE(client->Run());
+    server->Stop();
+    server->Stop();
+    ASSERT_TRUE(client_errors.WaitFor(1));
+    client->Stop();
+    EXPECT_TRUE(server_errors.All().empty()) << "our own closing is no error";
+}
+
+TEST_F(LinkTest, StoppedAndDestroyedOnItsOwnWorker) {
+    auto const server = makeServer();
+    ASSERT_TRUE(server->Run());
+    auto client = std::make_shared<Client>("own", nullptr, place);
+    std::weak_ptr<Client> const watch = client;
+    auto const released = std::make_shared<std::atomic<bool>>(false);
+    client->RegisterIPCMsgCallback(kIPCCommon, [released, watch](char const*, int) {
+        watch.lock()->Stop();
+        Eventually([&] { return released->load(); });
+    });
+    ASSERT_TRUE(client->Run());
+    ASSERT_TRUE(connected.WaitFor(1));
+    ASSERT_TRUE(send(*server, "stop"));
+    client.reset();
+    *released = true;
+    EXPECT_TRUE(Eventually([&] { return watch.expired(); }));
+}
+
+// Bound to the port that it dials, a socket meets itself half-way.
+TEST(DeadlineSocket, ConnectionToItselfIsNone) {
+    boost::asio::io_context context;
+    auto const work = boost::asio::make_work_guard(context);
+    std::thread worker([&] { context.run(); });
+    auto const texts = std::make_shared<LinkTexts>();
+    auto const socket = std::make_shared<DeadlineSocket>(context, texts);
+    socket->stream().bind({boost::asio::ip::address_v4::loopback(), 0});
+    EXPECT_FALSE(socket->connect(socket->stream().local_endpoint()));
+    EXPECT_NE(texts->Take(LinkTexts::kError), "");
+    context.stop();
+    worker.join();
 }
 
 #if !defined(__SANITIZE_ADDRESS__)  // whose own checks need a descriptor

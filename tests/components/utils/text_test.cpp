@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 
-#include "common/auth_type_list.h"
 #include "components/utils/paths.h"
 #include "components/utils/process_check.h"
 #include "components/utils/text.h"

@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QtTest/QTest>
 
+#include "components/cert/pkcs12.h"
 #include "components/utils/sensitive_value.h"
 #include "tests/support/qt_helpers.h"
 #include "tests/support/scripted_prompts.h"

@@ -1,7 +1,5 @@
 // Import into the store: what is refused, in which order, and what an import leaves behind.
-#include "components/cert/pkcs12.h"
 #include "tests/ui/cert/cert_fixture.h"
-#include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
 namespace {

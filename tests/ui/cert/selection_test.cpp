@@ -1,5 +1,4 @@
 // Selecting and deleting imported certificates, by mouse and by keyboard.
-#include "components/cert/pkcs12.h"
 #include "tests/ui/cert/cert_fixture.h"
 #include "ui/cert/cert_view_form.h"
 #include "ui/widgets/elided_label.h"

@@ -124,7 +124,8 @@ TEST_F(ConfigTest, AddingHasItsLimits) {
 
 // A disk that is full at the draft's copy, in the middle of the new text, and at its last bytes.
 TEST_F(ConfigTest, FailedSaveLeavesTheOldFileAndIsMadeUpFor) {
-    std::string const before = "[General]\nForeign=kept\n\n[first]\nConnectionName=first\n";
+    std::string const before =
+        "[General]\nForeign=kept\nCopiedOldConfig=mark\n\n[first]\nConnectionName=first\n";
     test::WriteFile(file_, before);
     Config config;
     int told = 0;
@@ -144,6 +145,7 @@ TEST_F(ConfigTest, FailedSaveLeavesTheOldFileAndIsMadeUpFor) {
     EXPECT_FALSE(config.LastSaveFailed());
     EXPECT_FALSE(fileHas("[first]"));
     EXPECT_TRUE(fileHas("[second]"));
+    EXPECT_TRUE(fileHas("CopiedOldConfig=mark")) << "else older settings would come back";
 }
 
 TEST_F(ConfigTest, ClientCertificates) {
@@ -245,21 +247,17 @@ TEST(Profile, OfferedTypes) {
 }
 
 TEST(CertDecode, Escapes) {
-    struct Case {
-        char const* text;
-        bool encoded;
-        char const* decoded;
-    } const cases[] = {
-        {"", false, ""},
-        {"CN=Anna\\", false, "CN=Anna\\"},
-        {"CN=\\4", false, "CN=\\4"},
-        {"CN=\\E5\\bc\\A0,O=x", true, "CN=张,O=x"},
-        {"CN=a\\,b", false, "CN=a\\,b"},
-        {"CN=\\\\41", true, "CN=\\41"},
+    std::pair<std::string, char const*> const cases[] = {
+        {"", ""},
+        {"CN=Anna\\", "CN=Anna\\"},
+        {"CN=\\4", "CN=\\4"},
+        {"CN=\\E5\\bc\\A0,O=x", "CN=张,O=x"},
+        {"CN=a\\,b", "CN=a\\,b"},
+        {"CN=\\\\41", "CN=\\41"},
     };
-    for (Case const& c : cases) {
-        EXPECT_EQ(IsCertEncoded(c.text), c.encoded) << c.text;
-        EXPECT_EQ(CertDecode(c.text), c.decoded) << c.text;
+    for (auto const& [text, decoded] : cases) {
+        EXPECT_EQ(CertDecode(text), decoded);
+        EXPECT_EQ(IsCertEncoded(text), text != decoded) << text;
     }
 }
 

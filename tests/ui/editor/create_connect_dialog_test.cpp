@@ -163,7 +163,7 @@ TEST_F(CreateConnectDialogTest, AnUntouchedProfileIsStoredAsItWas) {
             profile->perferredGatewayName = type == 1 ? "gone" : "Oslo";
             profile->spaMode = 1;
             profile->spaPort = 30443;
-            profile->commOptimMode = 1;
+            profile->commOptimMode = 2;
             profile->verifyServerCert = true;
             profile->forgotPwdUrl = "https://x.example";
             profile->systemCert.certName = profile->gmCert.certName = "kept";

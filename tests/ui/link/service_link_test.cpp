@@ -290,25 +290,5 @@ TEST_F(ServiceLinkTest, SendsOnlyWhileReady) {
     EXPECT_FALSE(link->SendToService(QStringLiteral("x")));
 }
 
-TEST_F(ServiceLinkTest, QuittingAtAnyMomentOfAReconnectStormIsSafe) {
-    for (int round = 0; round < 100; ++round) {
-        auto const first = good();
-        Links storm({first, bad(), good(), bad()});
-        ServiceLink quick(storm.Factory(), kNoPause);
-        quick.Start();
-        if (round % 3 != 0) {
-            ASSERT_TRUE(WaitUntil([&] { return linked(quick); }));
-            first->Deliver("text");
-            first->FailRead(2);
-        }
-        if (round % 3 == 2) {
-            QCoreApplication::processEvents();
-        }
-        if (round % 2 == 0) {
-            quick.Stop();
-        }
-    }
-}
-
 }  // namespace
 }  // namespace zorvanelink::ui

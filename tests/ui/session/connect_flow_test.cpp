@@ -1,4 +1,7 @@
+#include "app/environment/app_ctrl.h"
+#include "tests/core/golden.h"
 #include "tests/ui/session/session_fixture.h"
+#include "ui/session/start_message.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -15,9 +18,7 @@ class ConnectFlowTest : public test::SessionFixture {
 TEST_F(ConnectFlowTest, AStoredPasswordGoesOutWithoutAPromptAndNeverInClear) {
     Click();
     ASSERT_EQ(Sent("start"), 1);
-    std::string const json = service->Sent().back();
-    EXPECT_NE(json.find("\"encryptedPassword\":\"" + profile->password + "\""), std::string::npos);
-    EXPECT_EQ(json.find("correct horse"), std::string::npos);
+    EXPECT_EQ(service->Sent().back().find("correct horse"), std::string::npos);
     EXPECT_EQ(state.status, ConnectStatus::Disconnected) << "a start only asks";
     EXPECT_EQ(state.startingProfileName, "Head office");
 }
@@ -41,6 +42,65 @@ TEST_F(ConnectFlowTest, AMissingPinIsAskedForWithTheLimitOfAPin) {
     Click();
     EXPECT_EQ(Sent("start"), 1);
     EXPECT_EQ(prompts.Secrets().front().maxUtf8Length, 127);
+    Receive(MsgCode::CONNECTING);
+    Receive(MsgCode::OFFLINE);
+    // Of two prompts the second is cancelled: the first answer has nowhere to go.
+    profile->authType = SupportedAuthType::kPwdWithCert;
+    profile->rememberPassword = false;
+    profile->password.clear();
+    prompts.ExpectSecret(test::SecretOf("typed"));
+    prompts.ExpectSecret(std::nullopt);
+    Click();
+    EXPECT_TRUE(profile->password.empty());
+}
+
+// Compared whole; one flag after the other is turned, so that none stands for another.
+TEST_F(ConnectFlowTest, AStartCarriesEachValueUnderItsKey) {
+    AppCtrl::Instance().dataPath = QStringLiteral("/data");
+    config.uuid = QStringLiteral("0B9F");
+    *profile = {};
+    profile->name = "office";
+    profile->server = "vpn.example.net";
+    profile->port = 8443;
+    profile->authType = SupportedAuthType::kPwdWithCert;
+    profile->userName = "ada";
+    profile->password = "cGFzcw==";
+    profile->systemCert.certName = "Ada";
+    profile->systemCert.certData = "DER";
+    profile->systemCert.fingerprint = "F0";
+    profile->systemCert.pin = "UElO";
+    profile->spaMode = 1;
+    profile->spaPort = 62201;
+    profile->commOptimMode = 2;
+    profile->perferredGatewayName = "north";
+    profile->gatewayList = {{"north", {"192.0.2.1", 8001, 443}}};
+    profile->clusterList = {{"192.0.2.9", {"192.0.2.9", 4430}}};
+    profile->lastSupportedAuthTypes = {SupportedAuthType::kPwd, SupportedAuthType::kOauth};
+    profile->certIsFile = false;
+    std::pair<bool*, char const*> const flags[] = {
+        {&profile->keepAuthType, "keepAuthType"},
+        {&profile->systemCert.isSupportCNG, "isSupportCNG"},
+        {&profile->optimalChannel, "optimalChannel"},
+        {&profile->gatewayDetect, "gatewayDetect"},
+        {&profile->verifyServerCert, "enableVerifyServerCert"},
+        {&config.autoReconnect, "enableAutoReconnect"},
+        {&config.autoUpdate, "enableAutoUpdate"},
+        {&config.hasPromotedUpdate, "hasPromotedUpdate"},
+        {&AppCtrl::Instance().requireAdmin, "UIAdmin"}};
+    for (auto const& [flag, key] : flags) {
+        *flag = false;
+    }
+    std::string const start = test::Golden("start_of_profile");
+    EXPECT_EQ(BuildStartMessage(*profile, false, config), start);
+    for (auto const& [flag, key] : flags) {
+        *flag = true;
+        std::string expected = start;
+        std::string const off = std::string(key) + "\":false";
+        expected.replace(expected.find(off) + off.size() - 5, 5, "true");
+        EXPECT_EQ(BuildStartMessage(*profile, false, config), expected);
+        *flag = false;
+    }
+    AppCtrl::Instance() = AppCtrl();
 }
 
 TEST_F(ConnectFlowTest, ACancelledPromptGivesTheButtonBack) {
@@ -160,12 +220,14 @@ TEST_F(ConnectFlowTest, ARequestWithoutAStatusMayBeRepeatedAfterItsTime) {
     EXPECT_EQ(Sent("start"), 2);
     Receive(MsgCode::CONNECTING);
     Receive(MsgCode::ONLINE);
-    ClickStop();
-    EXPECT_TRUE(state.StopSent());
-    EXPECT_TRUE(WaitUntil([this] { return !state.StopSent(); }));
+    for (int const stops : {1, 2}) {
+        ClickStop();
+        EXPECT_EQ(Sent("stop"), stops);
+        EXPECT_TRUE(WaitUntil([this] { return !state.StopSent(); }));
+    }
     EXPECT_EQ(state.status, ConnectStatus::Connected) << "the service has not said otherwise";
     session.Leave();
-    EXPECT_EQ(Sent("stop"), 2) << "the tunnel may not outlive the client";
+    EXPECT_EQ(Sent("stop"), 3) << "the tunnel may not outlive the client";
 }
 
 TEST_F(ConnectFlowTest, ASessionThatIsReportedAgainIsOwedAStop) {
@@ -231,6 +293,18 @@ TEST_F(ConnectFlowTest, AfterTheUsersStopNothingOpens) {
     Receive(MsgCode::ONLINE);
     EXPECT_TRUE(prompts.Opened().empty());
     EXPECT_EQ(Sent("stop"), 1);
+}
+
+TEST_F(ConnectFlowTest, TheUsersStopClosesThePromptOfALogin) {
+    Connect();
+    profile->password.clear();
+    prompts.ExpectSecret(test::SecretOf("typed"), [this] { ClickStop(); });
+    session.Flow().StartChosen("Head office");
+    EXPECT_EQ(prompts.Closings(), 1);
+    EXPECT_EQ(Sent("stop"), 1);
+    EXPECT_EQ(Sent("start"), 1);
+    Receive(MsgCode::OFFLINE);
+    EXPECT_TRUE(state.Idle());
 }
 
 TEST_F(ConnectFlowTest, WhatHappensBehindAPromptCounts) {

@@ -44,8 +44,14 @@ TEST_F(DispatchTest, ReasonsOfTheGatewayAreToldOnceAndNotWhenDown) {
         int reason;
         std::optional<MsgCode> text;
     };
+    using enum MsgCode;
     for (Case const& c :
-         {Case{5, MsgCode::UI_WARNING_SERVER_KICKOUT_CLIENT}, Case{222, MsgCode::HEARTBEAT_TIMEOUT},
+         {Case{2, UI_WARNING_SERVER_DISCONNECT_FOR_CONNECTION_TIMEOUT},
+          Case{3, UI_WARNING_SERVER_DISCONNECT_FOR_CONFIGURATION},
+          Case{4, UI_WARNING_USER_LOG_ON_OTHER_CLIENT}, Case{5, UI_WARNING_SERVER_KICKOUT_CLIENT},
+          Case{7, UI_ERROR_INTERNAL_ERROR},
+          Case{9, UI_WARNING_SERVER_DISCONNECT_FOR_CONNECTION_TIMEOUT},
+          Case{12, UI_WARNING_SERVER_FORCE_TIMEOUT}, Case{222, HEARTBEAT_TIMEOUT},
           Case{10, std::nullopt}, Case{77, std::nullopt}}) {
         GoOnline();
         EXPECT_FALSE(state.lastEnd) << "until the next start";
@@ -60,12 +66,12 @@ TEST_F(DispatchTest, ReasonsOfTheGatewayAreToldOnceAndNotWhenDown) {
         EXPECT_EQ(state.status, ConnectStatus::Disconnected) << c.reason;
         Receive(record);
         ASSERT_TRUE(state.lastEnd);
-        EXPECT_EQ(state.lastEnd->why, c.text           ? Text(*c.text).toStdString()
+        EXPECT_EQ(state.lastEnd->why, c.text           ? Text(*c.text).trimmed().toStdString()
                                       : c.reason == 10 ? "Ctrl Timeout"
                                                        : "");
     }
-    EXPECT_EQ(prompts.Boxes().size(), 2U);
-    EXPECT_EQ(Sent("stop"), 4);
+    EXPECT_EQ(prompts.Boxes().size(), 8U);
+    EXPECT_EQ(Sent("stop"), 10);
     GoOnline();
     Receive(MsgCode::PREPARE_RECONNECTING);
     QDateTime const broken = state.since;
@@ -170,6 +176,11 @@ TEST_F(DispatchTest, ListsOfGatewaysAreKeptInTheProfile) {
 TEST_F(DispatchTest, ASilentServiceIsShownUntilItSpeaks) {
     core::sslvpn::CLMsgReplyTunnelStatisticsData counters;
     counters.profileName = "Head office";
+    // One that never sends a heartbeat.
+    LoseLink();
+    service = std::make_shared<test::FakeIpc>(true, false);
+    service_there = true;
+    ASSERT_TRUE(WaitUntil([this] { return state.link == LinkState::kLinked; }));
     GoOnline();
     Receive(counters);
     EXPECT_FALSE(viewStateFor(state).silent);

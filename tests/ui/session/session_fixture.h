@@ -103,7 +103,10 @@ class SessionFixture : public testing::Test {
                          },
                          {std::chrono::milliseconds(1), std::chrono::milliseconds(1),
                           std::chrono::milliseconds(200)}};
-    ui::Session session{{config, prompts, link, &window}};
+    // The clock of deadlines stands still until a test moves it.
+    std::chrono::milliseconds boot{1000};
+    ui::Session session{
+        {config, prompts, link, &window, {[this] { return boot; }, std::chrono::milliseconds(1)}}};
     ui::ConnectionState& state = session.state;
 };
 

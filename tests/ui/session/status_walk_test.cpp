@@ -79,8 +79,8 @@ bool fatal(MsgCode code) {
 
 // A dead session leaves no dialog that could still send; a choice of type may go on.
 Outcome down(Outcome before, Open open, int boxes) {
-    bool const told = open != Open::kNothing;
-    bool const closed = boxes > 0 && told && open != Open::kType;
+    bool const told = open == Open::kType || (open != Open::kNothing && boxes == 0);
+    bool const closed = open != Open::kNothing && !told;
     return {ConnectStatus::Disconnected, false, true, before.boxes + boxes, 1, 0, told, closed};
 }
 

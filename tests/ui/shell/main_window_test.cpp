@@ -191,6 +191,8 @@ TEST_F(Shell, PagesOfTheSessionStandInTheTrayUntilItEnds) {
     EXPECT_TRUE(WaitFor(offered));
     Say(MsgCode::OFFLINE);
     EXPECT_TRUE(WaitFor([&] { return !offered(); }));
+    Q_EMIT window->findChild<ProfileTab*>()->ForgotPassword(QStringLiteral("https://a.example/"));
+    EXPECT_TRUE(WaitFor([this] { return prompts.Opened().size() == 2; }));
 }
 
 TEST_F(Shell, TheFirstConnectionIsAddedAndStarted) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QFileDialog>
 #include <QtTest/QTest>
 
 #include "components/utils/sensitive_value.h"
@@ -14,6 +15,7 @@ using namespace zorvanelink;
 using test::Find;
 using test::WaitFor;
 using test::WhenModal;
+using ui::Prompts;
 
 namespace {
 
@@ -24,6 +26,11 @@ QString text(char const* utf8) {
 bool isDimmed(QDialog const& dialog) {
     auto const* cover = dialog.findChild<ui::DimCover*>(QStringLiteral("dialog_cover_"));
     return cover != nullptr && cover->isVisible() && cover->geometry() == dialog.rect();
+}
+
+bool askDelete(Prompts& prompts) {
+    return prompts.Question(nullptr, QStringLiteral("Warning"), QStringLiteral("Delete?"),
+                            QStringLiteral("Yes"), QStringLiteral("No"), Prompts::Default::kNo);
 }
 
 }  // namespace
@@ -114,16 +121,58 @@ TEST(InputDialog, NoTypedSecretStaysBehindACancelledPrompt) {
     EXPECT_TRUE(wiped);
 }
 
-TEST(InputDialog, AutomationAnswersAndRefuses) {
-    test::ScriptedPrompts prompts;
-    ui::InputDialog dialog(prompts);
-    dialog.show();
-    dialog.AutoConfirmPwd(text("secret"), true);
-    EXPECT_EQ(dialog.result(), QDialog::Accepted);
-    EXPECT_TRUE(dialog.remberCheck());
-    EXPECT_EQ(dialog.TakeSensitiveValue(), components::utils::EncodeSensitiveValue("secret"));
-    EXPECT_TRUE(dialog.textValue().isEmpty());
-    dialog.show();
-    dialog.AutoRefusedPwd();
-    EXPECT_EQ(dialog.result(), QDialog::Rejected);
+TEST(Prompts, OnlyAPressedYesIsYes) {
+    ui::DialogPrompts prompts;
+    WhenModal<ui::ZVLMessageBox>(
+        [](ui::ZVLMessageBox& box) { Find<QPushButton>(box, "button_0_").click(); });
+    EXPECT_TRUE(askDelete(prompts));
+    bool noIsDefault = false;
+    WhenModal<ui::ZVLMessageBox>([&noIsDefault](ui::ZVLMessageBox& box) {
+        noIsDefault = Find<QPushButton>(box, "button_1_").isDefault();
+        box.reject();
+    });
+    EXPECT_FALSE(askDelete(prompts));
+    EXPECT_TRUE(noIsDefault);
+}
+
+TEST(Prompts, SecretComesBackWithItsMark) {
+    ui::DialogPrompts prompts;
+    ui::SecretRequest request;
+    request.rememberText = QStringLiteral("Remember");
+    request.maxUtf8Length = 127;
+    WhenModal<ui::InputDialog>([](ui::InputDialog& dialog) {
+        WhenModal<ui::ZVLMessageBox>([](ui::ZVLMessageBox& box) { box.reject(); });
+        dialog.AutoConfirmPwd(QString(128, u'x'), true);
+        EXPECT_TRUE(dialog.isVisible()) << "too long";
+        dialog.AutoConfirmPwd(QStringLiteral("pin"), true);
+    });
+    auto const answer = prompts.InputSecret(request);
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(components::utils::DecodeSensitiveValue(answer->value), "pin");
+    EXPECT_TRUE(answer->remember);
+    WhenModal<ui::InputDialog>([](ui::InputDialog& dialog) { dialog.AutoRefusedPwd(); });
+    EXPECT_FALSE(prompts.InputSecret(request));
+}
+
+TEST(Prompts, EndsAllThatItHasOpened) {
+    ui::DialogPrompts prompts;
+    int ended = 0;
+    auto const expectEnded = [&ended](QDialog& dialog) {
+        ended += dialog.isVisible() ? 0 : 1;
+        dialog.reject();
+    };
+    WhenModal<ui::ZVLMessageBox>([&](ui::ZVLMessageBox& outer) {
+        WhenModal<ui::InputDialog>([&](ui::InputDialog& secret) {
+            WhenModal<QFileDialog>([&](QFileDialog& chooser) {
+                prompts.CloseAll();
+                expectEnded(chooser);
+            });
+            EXPECT_FALSE(prompts.ChooseFile({}));
+            expectEnded(secret);
+        });
+        EXPECT_FALSE(prompts.InputSecret({}));
+        expectEnded(outer);
+    });
+    EXPECT_FALSE(askDelete(prompts));
+    EXPECT_EQ(ended, 3);
 }

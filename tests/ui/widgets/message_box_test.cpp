@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QSignalSpy>
 #include <QtTest/QTest>
 
 #include "tests/support/qt_helpers.h"
@@ -10,7 +9,6 @@
 
 using namespace zorvanelink;
 using test::Find;
-using test::WaitFor;
 using test::WhenModal;
 using ui::MessageText;
 using ui::ZVLMessageBox;

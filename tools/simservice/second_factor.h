@@ -1,0 +1,32 @@
+// The code that a login wants besides the password. Counts what the client tries; knows no clock of
+// its own. One thread.
+#pragma once
+
+#include <string>
+
+#include "tools/simservice/scenario.h"
+
+namespace zorvanelink::simservice {
+
+class SecondFactor {
+  public:
+    // It must outlive this.
+    explicit SecondFactor(SecondFactorRules const& rules) : rules_(rules) {}
+
+    // The demand, the verdict on a code that came `age_ms` after the last one was sent out, and on
+    // the wish for another one: UNSPECIFIED is granted without a word.
+    core::sslvpn::CLMsgCommonReplyData Demand() const;
+    common::MsgCode Check(std::string const& code, long long age_ms);
+    common::MsgCode Resend();
+
+    // Whether the verdict ends the login.
+    static bool Ends(common::MsgCode verdict);
+    static bool Accepts(common::MsgCode verdict);
+
+  private:
+    SecondFactorRules const& rules_;
+    std::size_t resent_ = 0;
+    int wrong_ = 0;
+};
+
+}  // namespace zorvanelink::simservice

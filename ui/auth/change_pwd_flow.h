@@ -1,0 +1,62 @@
+// Runs a change of the password: one dialog, from the gateway's demand or the user's wish to the
+// gateway's verdict. GUI thread; the dialog is modal without an event loop of its own.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+#include "ui/auth/change_pwd_dialog.h"
+#include "ui/session/session.h"
+
+namespace zorvanelink::ui {
+
+class ChangePWDFlow : public QObject, public Conversation {
+    Q_OBJECT
+
+  public:
+    // The gateway gives up shortly after.
+    static constexpr std::chrono::milliseconds kChangeTime{590000};
+    // The gateway's answer to what was sent.
+    static constexpr std::chrono::milliseconds kResponseTime{1000};
+
+    explicit ChangePWDFlow(Session& session);
+    ~ChangePWDFlow() override;
+
+    bool OutlivesLogin() const override { return type_ == ChangePWdType::kUser; }
+    bool OnAnswer(common::MsgCode code) override;
+    void OnLost() override;
+    void OnEnded() override { close(); }
+    void OnSuperseded() override;
+
+  public Q_SLOTS:
+    void HandleChangePWD(core::sslvpn::CLMsgCommonReplyData const& data);
+    void onActionActiveChangePWDTriggered();
+    void onChangePWD(std::string const& current, std::string const& password);
+    void onChangePWDRet(int code);
+    void timeout();
+    void ResponseTimeOut();
+
+  private:
+    void ChangePWD(core::sslvpn::UserPasswordComplexity const& policy, ChangePWdType type);
+    void onChanged();
+    void onGivenUp();
+    void onFinished(ChangePWDDialog& dialog, int result);
+    void endWith(BoxKind kind, common::MsgCode text);
+    void close();
+
+    Session& session_;
+    Deadline deadline_;
+    Deadline response_;
+    ChangePWdType type_ = ChangePWdType::kUser;
+    QPointer<ChangePWDDialog> dialog_;  // while it is open
+    bool changed_ = false;
+    // What the gateway has been asked for and has not refused: it may still say yes, later than the
+    // user was ready to wait.
+    struct Sent {
+        std::shared_ptr<Profile> profile;
+        std::string password;  // a sensitive value
+    };
+    std::optional<Sent> sent_;
+};
+
+}  // namespace zorvanelink::ui
