@@ -78,7 +78,7 @@ QPushButton* InterfaceView::copyButton(QWidget* parent) {
 
 void InterfaceView::addRow(InterfaceRow const& row, bool first, bool last) {
     // All rows of a tunnel of both families fit the window.
-    int const room = shown_.size() > kManyRows ? 4 : 9;
+    int const room = shown_.size() > kManyRows ? 3 : 9;
     auto* line = new QFrame(panel_);
     line->setProperty("rule", !last);
     auto* label = new QLabel(row.label.trimmed(), line);
