@@ -16,6 +16,18 @@
         <translation>另一个会话正在使用后台服务</translation>
     </message>
     <message>
+        <source>Met</source>
+        <translation>已满足</translation>
+    </message>
+    <message>
+        <source>Not met yet</source>
+        <translation>尚未满足</translation>
+    </message>
+    <message>
+        <source>The connection needs your attention first. Change the password afterwards.</source>
+        <translation>连接需要您先处理，请稍后再修改密码。</translation>
+    </message>
+    <message>
         <source>Time left: %1</source>
         <translation>剩余时间：%1</translation>
     </message>
@@ -120,8 +132,8 @@
         <translation>收起详情</translation>
     </message>
     <message>
-        <source>No certificates</source>
-        <translation>没有证书</translation>
+        <source>No certificates. Import the .p12 or .pfx file that your administrator gave you.</source>
+        <translation>暂无证书。请导入管理员提供的 .p12 或 .pfx 文件</translation>
     </message>
     <message>
         <source>Refresh</source>
@@ -160,11 +172,11 @@ BuildID: %2</source>
         <translation>启动</translation>
     </message>
     <message>
-        <source>Start with the desktop session</source>
-        <translation>登录桌面后自动启动</translation>
+        <source>Start when you log in</source>
+        <translation>登录系统后自动启动</translation>
     </message>
     <message>
-        <source>Connect automatically after the start</source>
+        <source>Connect automatically at start</source>
         <translation>启动后自动连接</translation>
     </message>
     <message>
@@ -192,7 +204,7 @@ BuildID: %2</source>
         <translation>证书</translation>
     </message>
     <message>
-        <source>The start with the session could not be changed.#@@#%1</source>
+        <source>Starting at login could not be changed.#@@#%1</source>
         <translation>无法更改自动启动设置。#@@#%1</translation>
     </message>
     <message>
@@ -258,6 +270,70 @@ BuildID: %2</source>
     <message>
         <source>%1: %2</source>
         <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Connects only to servers whose certificate you trust.</source>
+        <translation>只连接证书受您信任的服务器</translation>
+    </message>
+    <message>
+        <source>Uses the fastest of the server's addresses.</source>
+        <translation>使用服务器响应最快的地址</translation>
+    </message>
+    <message>
+        <source>Looks for the gateway that answers first.</source>
+        <translation>查找最先响应的网关</translation>
+    </message>
+    <message>
+        <source>Taken as long as it answers.</source>
+        <translation>只要有响应就使用该网关</translation>
+    </message>
+    <message>
+        <source>Knocks before it connects.</source>
+        <translation>连接之前先敲门</translation>
+    </message>
+    <message>
+        <source>Where the server waits for the knock.</source>
+        <translation>服务器等待敲门的端口</translation>
+    </message>
+    <message>
+        <source>Steadier, but slower, on bad lines.</source>
+        <translation>线路差时更稳定，但速度较慢</translation>
+    </message>
+    <message>
+        <source>No trusted certificate has been imported yet.</source>
+        <translation>尚未导入受信任的证书。</translation>
+    </message>
+    <message>
+        <source>Open their folder</source>
+        <translation>打开证书文件夹</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on</source>
+        <translation>大写锁定已打开</translation>
+    </message>
+    <message>
+        <source>Your browser opens to log in.</source>
+        <translation>将打开浏览器进行登录</translation>
+    </message>
+    <message>
+        <source>Closes in %1 s</source>
+        <translation>%1 秒后关闭</translation>
+    </message>
+    <message>
+        <source>Valid until %1</source>
+        <translation>有效期至 %1</translation>
+    </message>
+    <message>
+        <source>Asking for the certificates...</source>
+        <translation>正在获取证书…</translation>
+    </message>
+    <message>
+        <source>No certificates. Insert the USB key and press Refresh.</source>
+        <translation>暂无证书。请插入 USB Key 并点击“刷新”</translation>
     </message>
     <message>
         <source>%1 (%2)</source>

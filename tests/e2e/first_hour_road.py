@@ -60,7 +60,7 @@ class FirstHour(road.Road):
     def _switch_automatic_login_on(self, hands):
         hands.press("push button", "More")
         keys("Down", "Down", "Down", "Return")  # level, updates, settings
-        hands.press("check box", "Connect automatically after the start")
+        hands.press("check box", "Connect automatically at start")
         hands.press("push button", "OK")
 
     def _close_and_restore(self, hands, client):

@@ -3,6 +3,7 @@
 #include "tools/gallery/stage.h"
 #include "ui/auth/auth_dialog.h"
 #include "ui/auth/auth_type_dialog.h"
+#include "ui/auth/change_pwd_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
 
 namespace zorvanelink::gallery {
@@ -61,6 +62,21 @@ ui::AuthDialog& code(Stage& stage) {
     return dialog;
 }
 
+ui::ChangePWDDialog& password(Stage& stage, ui::ChangePWdType type, bool rules) {
+    core::sslvpn::UserPasswordComplexity policy;
+    policy.enableComplexity = rules;
+    policy.minLength = 10;
+    policy.capitalLetters = policy.smallLetters = policy.numericCharacters = 1;
+    policy.nonAlphanumericLetters = 2;
+    policy.noIncludeUserName = true;
+    auto made = std::make_unique<ui::ChangePWDDialog>(QStringLiteral("alice"), policy, type,
+                                                      stage.prompts, stage.Owner());
+    ui::ChangePWDDialog& dialog = *made;
+    dialog.ShowTimeLeft(QStringLiteral("%1").arg(QLatin1String("9:32")));
+    stage.Keep(std::move(made));
+    return dialog;
+}
+
 template <std::uint16_t kKind>
 void withoutFile(ui::Profile& profile) {
     profile.certIsFile = false;
@@ -103,6 +119,16 @@ std::vector<Row> AuthRows() {
                  profile.supportedAuthTypes = {SupportedAuthType::kOauth};
              });
          }},
+        {"password-expired",
+         [](Stage& stage) { password(stage, ui::ChangePWdType::kExpired, true); }},
+        {"password-first-login",
+         [](Stage& stage) {
+             auto& dialog = password(stage, ui::ChangePWdType::kFirstLogin, true);
+             for (auto* const field : dialog.findChildren<ui::SecretEdit*>()) {
+                 field->setText(QStringLiteral("Correct-horse"));
+             }
+         }},
+        {"password-user", [](Stage& stage) { password(stage, ui::ChangePWdType::kUser, false); }},
         {"auth-code-sms", [](Stage& stage) { code<1>(stage); }},
         {"auth-code-resend",
          [](Stage& stage) {

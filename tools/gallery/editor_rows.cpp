@@ -65,7 +65,7 @@ std::vector<Row> EditorRows() {
          [](Stage& stage) {
              auto& dialog = modifying(stage);
              dialog.on_btn_icon_advanced_config__clicked();
-             auto* const bar = dialog.findChild<QScrollArea*>()->verticalScrollBar();
+             auto* const bar = dialog.findChild<ui::FormScroll*>()->verticalScrollBar();
              stage.Settle();
              bar->setValue(bar->maximum());
          }},

@@ -8,6 +8,7 @@
 #include <cstdio>
 
 #include "app/environment/app_ctrl.h"
+#include "tools/gallery/contrast.h"
 #include "tools/gallery/cut_text.h"
 #include "tools/gallery/stage.h"
 #include "ui/widgets/fonts.h"
@@ -100,6 +101,9 @@ int main(int argc, char** argv) {
         gallery::save(QLatin1String(row.name), stage.Shown());
         for (std::string const& text : gallery::CutTexts(*stage.Shown().back())) {
             std::fprintf(stderr, "%s: cut text: %s\n", row.name, text.c_str());
+        }
+        for (std::string const& thing : gallery::FaintThings(*stage.Shown().back())) {
+            std::fprintf(stderr, "%s: faint: %s\n", row.name, thing.c_str());
         }
     }
     return 0;

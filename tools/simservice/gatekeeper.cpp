@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <optional>
 
 #include "components/cert/pkcs12.h"
@@ -70,6 +71,20 @@ User const* findUser(std::vector<User> const& users, Predicate matches) {
     return found == users.end() ? nullptr : &*found;
 }
 
+bool meets(core::sslvpn::UserPasswordComplexity const& policy, std::string const& user,
+           std::string const& password) {
+    auto const count = [&](int (*is)(int)) {
+        return std::ranges::count_if(password, [is](unsigned char c) { return is(c) != 0; });
+    };
+    auto const others = static_cast<std::ptrdiff_t>(password.size()) - count(&isalnum);
+    return !policy.enableComplexity ||
+           (static_cast<int>(password.size()) >= policy.minLength &&
+            count(&isupper) >= policy.capitalLetters && count(&islower) >= policy.smallLetters &&
+            count(&isdigit) >= policy.numericCharacters &&
+            others >= policy.nonAlphanumericLetters &&
+            (!policy.noIncludeUserName || password.find(user) == std::string::npos));
+}
+
 }  // namespace
 
 Gatekeeper::Gatekeeper(Scenario const& scenario, Scheduler const& scheduler)
@@ -82,7 +97,7 @@ Judgement Gatekeeper::Judge(CLMsgStartData const& start) {
     auto const name = user != nullptr ? user->name : start.user;
     if (lockedSeconds(name) == 0) {
         if (user != nullptr) {
-            accounts_.erase(name);
+            accounts_[name].wrong_tries = 0;
             return {user};
         }
         if (refusal == MsgCode::ERR_AUTH_USER_OR_PASS) {
@@ -100,7 +115,7 @@ User const* Gatekeeper::recognise(CLMsgStartData const& start, MsgCode& refusal)
     if (common::NeedsPassword(start.authType)) {
         utils::SecretString const password(utils::DecodeSensitiveValue(start.encryptedPassword));
         user = findUser(scenario_.users, [&](User const& known) {
-            return known.name == start.user && known.password == password.Get();
+            return known.name == start.user && passwordOf(known) == password.Get();
         });
         if (user == nullptr) {
             refusal = MsgCode::ERR_AUTH_USER_OR_PASS;
@@ -122,6 +137,39 @@ User const* Gatekeeper::recognise(CLMsgStartData const& start, MsgCode& refusal)
     return user->certificate.empty() || isCertificateOf(*user, *cert) ? user : nullptr;
 }
 
+std::string const& Gatekeeper::passwordOf(User const& user) const {
+    auto const account = accounts_.find(user.name);
+    bool const changed = account != accounts_.end() && !account->second.password.empty();
+    return changed ? account->second.password : user.password;
+}
+
+bool Gatekeeper::MustChange(User const& user) const {
+    return scenario_.password.change != 0 && passwordOf(user) == user.password;
+}
+
+MsgCode Gatekeeper::ChangePassword(User const& user, std::string const& current,
+                                   std::string const& password) {
+    utils::SecretString const before(utils::DecodeSensitiveValue(current));
+    utils::SecretString const wanted(utils::DecodeSensitiveValue(password));
+    auto const used = [&](std::vector<std::string> const& list) {
+        return std::ranges::find(list, wanted.Get()) != list.end();
+    };
+    if (before.Get() != passwordOf(user)) {
+        return MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD;
+    }
+    if (!meets(scenario_.password.policy, user.name, wanted.Get())) {
+        return MsgCode::ERR_PASSWORD_COMPLEXITY;
+    }
+    auto& account = accounts_[user.name];
+    if (before.Get() == wanted.Get() || used(account.old_ones) ||
+        used(scenario_.password.history)) {
+        return MsgCode::ERR_HISTORY_PASSWORD;
+    }
+    account.old_ones.push_back(before.Get());
+    account.password = wanted.Get();
+    return MsgCode::CHANGE_PWD_SUCCESS;
+}
+
 int Gatekeeper::lockedSeconds(std::string const& name) const {
     auto const account = accounts_.find(name);
     if (account == accounts_.end() || account->second.locked_until <= scheduler_.Now()) {
@@ -139,7 +187,8 @@ void Gatekeeper::countWrongTry(std::string const& name) {
     }
     auto& account = accounts_[name];
     if (++account.wrong_tries >= user->locked_after) {
-        account = {0, scheduler_.Now() + std::chrono::seconds(user->lock_seconds)};
+        account.wrong_tries = 0;
+        account.locked_until = scheduler_.Now() + std::chrono::seconds(user->lock_seconds);
     }
 }
 

@@ -24,9 +24,16 @@ class Gatekeeper {
 
     // Of a login whose type is on offer. Opens the certificate's file with its PIN.
     Judgement Judge(core::sslvpn::CLMsgStartData const& start);
+    // Of a new password, both as sensitive values; CHANGE_PWD_SUCCESS when it holds from here on.
+    common::MsgCode ChangePassword(User const& user, std::string const& current,
+                                   std::string const& password);
+    // Whether the user has to change the password before anything else.
+    bool MustChange(User const& user) const;
 
   private:
     struct Account {
+        std::string password;  // when it is no longer the scenario's
+        std::vector<std::string> old_ones;
         int wrong_tries = 0;
         Scheduler::Clock::time_point locked_until{};
     };
@@ -34,6 +41,7 @@ class Gatekeeper {
     // The user whose credentials these are; null with the refusal.
     User const* recognise(core::sslvpn::CLMsgStartData const& start,
                           common::MsgCode& refusal) const;
+    std::string const& passwordOf(User const& user) const;
     int lockedSeconds(std::string const& name) const;
     void countWrongTry(std::string const& name);
 

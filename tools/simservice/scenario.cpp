@@ -205,6 +205,29 @@ void readSecondFactor(ObjectReader& part, SecondFactorRules& rules) {
     part.Read("valid_ms", rules.valid_ms, 0, kMaxDelay);
 }
 
+void readPolicy(ObjectReader& part, core::sslvpn::UserPasswordComplexity& policy) {
+    policy.enableComplexity = true;
+    part.Read("minLength", policy.minLength);
+    part.Read("capitalLetters", policy.capitalLetters);
+    part.Read("smallLetters", policy.smallLetters);
+    part.Read("numericCharacters", policy.numericCharacters);
+    part.Read("nonAlphanumericLetters", policy.nonAlphanumericLetters);
+    part.Read("noIncludeUserName", policy.noIncludeUserName);
+}
+
+void readPassword(ObjectReader& part, PasswordRules& rules) {
+    rules.told = true;
+    part.Read("change", rules.change);
+    part.Read("allow", rules.allow);
+    part.ReadObject("policy", [&](ObjectReader& inner) { readPolicy(inner, rules.policy); });
+    part.Read("history", rules.history);
+    part.Read("changeUrl", rules.change_url);
+    part.Read("forgotUrl", rules.forgot_url);
+    part.Read("passwordDays", rules.password_days);
+    part.Read("accountDays", rules.account_days);
+    part.Read("answer_ms", rules.answer_ms, 0, kMaxDelay);
+}
+
 void readLists(ObjectReader& reader, Scenario& scenario) {
     reader.ReadList("gateways", [&](Json const& element, std::string const& path) {
         ObjectReader entry(reader.Text(), element, path);
@@ -276,6 +299,8 @@ void readScenario(ObjectReader& reader, Scenario& scenario) {
     readLogin(reader, scenario);
     reader.ReadObject("secondFactor",
                       [&](ObjectReader& part) { readSecondFactor(part, scenario.second_factor); });
+    reader.ReadObject("password",
+                      [&](ObjectReader& part) { readPassword(part, scenario.password); });
     readLists(reader, scenario);
     reader.Read("vnic", scenario.vnic);
     reader.ReadObject("netconfig",

@@ -48,6 +48,20 @@ struct SecondFactorRules {
     int valid_ms = 0;  // 0: for good
 };
 
+// What the gateway thinks of its users' passwords.
+struct PasswordRules {
+    int change = 0;  // kind of change that a login needs first: 1 expired, 2 first login; 0: none
+    bool allow = true;  // a change while online
+    core::sslvpn::UserPasswordComplexity policy;
+    std::vector<std::string> history;  // that may not be used again
+    std::string change_url;
+    std::string forgot_url;
+    int password_days = 0;  // until it is over; 0: not told
+    int account_days = 0;
+    int answer_ms = 0;
+    bool told = false;  // whether the session is told of any of this
+};
+
 // Growth a second, and how often it is told.
 struct Counters {
     double inbound_bytes = 48'000;
@@ -84,6 +98,7 @@ struct Scenario {
     ServerCertificate server_certificate = ServerCertificate::kGood;
     ThirdParty third_party;
     SecondFactorRules second_factor;
+    PasswordRules password;
     bool vnic = true;  // whether the virtual network card is usable
     core::sslvpn::CLMsgReplyNetConfigData netconfig;
     // What the key exchange tells; nothing is sent when all of it is empty.

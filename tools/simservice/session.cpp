@@ -65,6 +65,7 @@ Session::Demand const Session::kDemands[] = {
     {CLMsg::Type::kSet, "tokenCode", &Session::onAuthCode},
     {CLMsg::Type::kSet, "requestSmsCode", &Session::onRequestAuthCode},
     {CLMsg::Type::kSet, "requestEmailCode", &Session::onRequestAuthCode},
+    {CLMsg::Type::kSet, "newPassword", &Session::onNewPassword},
     {CLMsg::Type::kUpdate, "update", &Session::onUpdate},
 };
 

@@ -69,6 +69,7 @@ class Session {
     void onServerCertificate(Message const& message);
     void onAuthCode(Message const& message);
     void onRequestAuthCode(Message const& message);
+    void onNewPassword(Message const& message);
     void onUpdate(Message const& message);
 
     using Start = core::sslvpn::CLMsgStartData;
@@ -83,6 +84,7 @@ class Session {
     // Once the credentials are right.
     void admit(User const& user);
     void judged(common::MsgCode verdict);
+    void tellPasswordRules();
     void accept(User const& user);
     void refuse(Judgement const& judgement);
     void goOnline(User const& user);

@@ -1,4 +1,4 @@
-// What a login may want besides its credentials: the code of a second factor.
+// What a login may want besides its credentials: a new password, the code of a second factor.
 #include <fmt/format.h>
 
 #include "components/utils/secret_string.h"
@@ -12,11 +12,20 @@ using common::MsgCode;
 using core::sslvpn::CLMsgJson;
 
 void Session::admit(User const& user) {
+    user_ = &user;
+    if (gatekeeper_.MustChange(user)) {
+        core::sslvpn::CLMsgCommonReplyData data;
+        static_cast<core::sslvpn::UserPasswordComplexity&>(data) = scenario_.password.policy;
+        data.statusCode = MsgCode::NEED_CHANGE_PWD;
+        data.changePWDType = scenario_.password.change;
+        hooks_.say("asks for a new password");
+        reply(std::move(data));
+        return;
+    }
     if (!scenario_.second_factor.kind) {
         accept(user);
         return;
     }
-    user_ = &user;
     challenge_.emplace(scenario_.second_factor);
     code_sent_ = scheduler_.Now();
     auto data = challenge_->Demand();
@@ -42,6 +51,37 @@ void Session::onRequestAuthCode(Message const& message) {
         code_sent_ = scheduler_.Now();
         judged(challenge_->Resend());
     }
+}
+
+void Session::onNewPassword(Message const& message) {
+    core::sslvpn::CLMsgSetData set;
+    if (!CLMsgJson::Parse(message, &set) || user_ == nullptr || state_ == State::kIdle ||
+        set.profileName != profile_) {
+        return;
+    }
+    bool const allowed = scenario_.password.allow || state_ != State::kOnline;
+    auto const verdict =
+        allowed ? gatekeeper_.ChangePassword(*user_, set.currentPassword, set.newPassword)
+                : MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE;
+    hooks_.say(fmt::format("a new password, {}", ReadableCode(verdict)));
+    step(scenario_.password.answer_ms, [this, verdict] { reply(verdict); });
+}
+
+// At the end of the login.
+void Session::tellPasswordRules() {
+    auto const& rules = scenario_.password;
+    if (!rules.told) {
+        return;
+    }
+    core::sslvpn::CLMsgCommonReplyData data;
+    static_cast<core::sslvpn::UserPasswordComplexity&>(data) = rules.policy;
+    data.statusCode = MsgCode::AUTH_DATA;
+    data.allowLocalChangePassword = rules.allow;
+    data.changePasswordUrl = rules.change_url;
+    data.forgotPasswordUrl = rules.forgot_url;
+    data.passwordExpiredDays = rules.password_days;
+    data.accountExpiredDays = rules.account_days;
+    reply(std::move(data));
 }
 
 // The verdict on a code, or on the wish for another one.

@@ -114,6 +114,7 @@ void Session::refuse(Judgement const& judgement) {
 }
 
 void Session::accept(User const& user) {
+    tellPasswordRules();
     if (hasSessionData(scenario_.session)) {
         auto data = scenario_.session;
         data.statusCode = MsgCode::KEY_EXCHANGE_DATA;

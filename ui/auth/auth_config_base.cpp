@@ -4,10 +4,11 @@
 #include "ui/cert/cert_view_form.h"
 #include "ui/cert/tls_cert_dialog.h"
 #include "ui/text/texts.h"
-#include "ui/widgets/zvl_message_box.h"
 #include "ui/widgets/elide.h"
+#include "ui/widgets/field_note.h"
 #include "ui/widgets/secret_field.h"
 #include "ui/widgets/style.h"
+#include "ui/widgets/zvl_message_box.h"
 
 namespace zorvanelink::ui {
 
@@ -55,8 +56,15 @@ void AuthConfigBase::InitAuthConfig() {
 
 bool AuthConfigBase::refuse(MsgCode text, QWidget* field, QString const& reason) {
     QString const detail = reason.isEmpty() ? QString() : QLatin1String(kMessageSeparator) + reason;
+    // A button inside a field stands for it.
+    auto* edit = qobject_cast<QLineEdit*>(field);
+    edit = edit != nullptr ? edit : qobject_cast<QLineEdit*>(field->parentWidget());
+    if (edit != nullptr) {
+        MarkRefused(*edit, reason.isEmpty() ? GetTrMsg(text) : reason);
+    }
     services_.prompts.Error(this, GetTrMsg(text) + detail);
     field->setFocus();
+    Reveal(field);
     return false;
 }
 
@@ -155,7 +163,7 @@ QString AuthConfigBase::certText() const {
     }
     std::string const& name =
         fileCert_.commonName.empty() ? fileCert_.subject : fileCert_.commonName;
-    return QStringLiteral("%1 (%2)").arg(readable(name), kind);
+    return Translate(QT_TRANSLATE_NOOP("ui", "%1 (%2)")).arg(readable(name), kind);
 }
 
 bool& AuthConfigBase::rememberPinFlag() const {

@@ -57,7 +57,7 @@ AuthDialog::AuthDialog(Context const& context, Prompts& prompts, QWidget* parent
       retry_(new QPushButtonExt(QString(), Body())),
       tips_(new QLabel(Body())),
       timeLeft_(new QLabel(Body())),
-      foot_(new DialogFoot(Body(), "verify_button_", "cancel_button_")) {
+      foot_(new DialogFoot(Panel(), "verify_button_", "cancel_button_")) {
     setObjectName(QStringLiteral("auth_dialog_"));
     setWindowTitle(GetTrMsg(MsgCode::UI_INFO_AUTH));
     build();
@@ -75,8 +75,7 @@ AuthDialog::~AuthDialog() {
 }
 
 void AuthDialog::build() {
-    FrameLayout()->setSizeConstraint(QLayout::SetFixedSize);
-    Body()->setFixedWidth(kWidth);
+    setFixedWidth(kWidth);
     prompt_->setObjectName(QStringLiteral("prompt_label_"));
     code_->setObjectName(QStringLiteral("code_edit_"));
     code_->setMaxLength(kMaxCodeLength);
@@ -98,17 +97,14 @@ void AuthDialog::build() {
     row->setSpacing(12);
     row->addWidget(code_);
     row->addWidget(retry_);
-    auto* end = new QHBoxLayout;
-    end->addWidget(timeLeft_);
-    end->addWidget(foot_, 1);
     auto* column = new QVBoxLayout(Body());
-    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    column->setContentsMargins(kMargin, kMargin, kMargin, 8);
     column->setSpacing(12);
     column->addWidget(prompt_);
     column->addLayout(row);
     column->addWidget(tips_);
-    column->addSpacing(8);
-    column->addLayout(end);
+    foot_->SetLead(timeLeft_);
+    SetFoot(foot_);
     setTabOrder(code_, retry_);
 }
 
@@ -125,10 +121,9 @@ void AuthDialog::fill(Context const& context) {
     for (QWidget* widget : {static_cast<QWidget*>(this), static_cast<QWidget*>(prompt_)}) {
         widget->ensurePolished();  // the sheet gives the font
     }
-    int const width = kWidth - 2 * kMargin;
+    int const width = kWidth - 2 * (kMargin + kEdge);
     prompt_->setPlainText(Text_Changeline(prompt, width, prompt_->fontMetrics()));
     prompt_->FitTo(width, kPromptHeight);
-    prompt_->setAccessibleName(prompt);
     code_->setAccessibleName(prompt);
     tips_->setText(tips);
     tips_->setHidden(tips.isEmpty());

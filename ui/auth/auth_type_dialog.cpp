@@ -1,12 +1,12 @@
 #include "ui/auth/auth_type_dialog.h"
 
 #include <QHBoxLayout>
-#include <QScreen>
 #include <algorithm>
 
 #include "app/environment/app_ctrl.h"
 #include "components/logger/logger.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/open_url.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -54,22 +54,35 @@ AuthTypeDialog::AuthTypeDialog(std::shared_ptr<Profile> profile, bool select, Se
 }
 
 void AuthTypeDialog::build() {
-    // Follows its content: the groups come and go with the type.
-    FrameLayout()->setSizeConstraint(QLayout::SetFixedSize);
-    Body()->setFixedWidth(kWidth);
+    setFixedWidth(kWidth);
     form_ = new CredentialForm(Body());
     keepType_ = new QCheckBox(GetTrMsg(MsgCode::UI_TR_INFO_REMEMBER_AUTH_TYPE), Body());
     keepType_->setObjectName(QStringLiteral("checkbox_keep_auth_type_"));
     keepType_->setAccessibleName(keepType_->text());
     keepType_->setChecked(EditedProfile().keepAuthType);
+    SetSubtitle(QString::fromStdString(EditedProfile().name + " · " + EditedProfile().server));
     auto* column = new QVBoxLayout(Body());
-    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    column->setContentsMargins(kMargin, kMargin, kMargin, 6);
     column->setSpacing(kSpacing);
     column->addWidget(buildRadios());
     column->addWidget(form_);
-    column->addWidget(keepType_, 0, Qt::AlignLeft);
-    column->addSpacing(4);
-    column->addWidget(buildButtons());
+    auto* last = new QHBoxLayout;
+    last->addWidget(keepType_);
+    last->addStretch();
+    last->addWidget(buildForgotten());
+    column->addLayout(last);
+    SetFoot(buildButtons());
+}
+
+QWidget* AuthTypeDialog::buildForgotten() {
+    QString const page = QString::fromStdString(EditedProfile().forgotPwdUrl);
+    forgotten_ = new QPushButtonExt(GetTrMsg(MsgCode::UI_TR_INFO_FORGOT_PWD), Body());
+    forgotten_->setObjectName(QStringLiteral("btn_forgot_pwd_"));
+    forgotten_->setProperty("flat", true);
+    forgotten_->hide();
+    connect(forgotten_, &QPushButton::clicked, this,
+            [this, page] { OpenUrlWithHint(services().prompts, this, page, false); });
+    return forgotten_;
 }
 
 QWidget* AuthTypeDialog::buildRadios() {
@@ -92,12 +105,19 @@ QWidget* AuthTypeDialog::buildRadios() {
 }
 
 QWidget* AuthTypeDialog::buildButtons() {
-    auto* bar = new QWidget(Body());
+    auto* bar = new QWidget(Panel());
     auto* column = new QVBoxLayout(bar);
-    column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(12);
     login_ = addButton(*column, "btn_connect_", MsgCode::UI_TR_INFO_BEGIN_LOGIN);
     thirdParty_ = addButton(*column, "btn_third_party_", MsgCode::UI_TR_INFO_THIRD_LOGIN);
+    browserHint_ =
+        new QLabel(Translate(QT_TRANSLATE_NOOP("ui", "Your browser opens to log in.")), bar);
+    browserHint_->setObjectName(QStringLiteral("browser_hint_"));
+    browserHint_->setProperty("role", QStringLiteral("hint"));
+    browserHint_->setAlignment(Qt::AlignCenter);
+    thirdParty_->setAccessibleDescription(browserHint_->text());
+    browserHint_->hide();
+    column->addWidget(browserHint_);
     cancel_ = addButton(*column, "btn_cancel_", MsgCode::UI_INFO_CANCEL);
     cancel_->setProperty("flat", true);
     login_->hide();
@@ -106,7 +126,7 @@ QWidget* AuthTypeDialog::buildButtons() {
 }
 
 QPushButtonExt* AuthTypeDialog::addButton(QLayout& column, char const* name, MsgCode text) {
-    auto* button = new QPushButtonExt(GetTrMsg(text), Body());
+    auto* button = new QPushButtonExt(GetTrMsg(text), Panel());
     button->setObjectName(QLatin1String(name));
     button->setAccessibleName(button->text());
     // The default button stays the one that Enter means, wherever the focus is.
@@ -168,6 +188,7 @@ bool AuthTypeDialog::IsNeedAuthTypeRadioButton() const {
 void AuthTypeDialog::InitAuthTypeWidget(SupportedAuthType type) {
     if (type == SupportedAuthType::kOauth) {
         thirdParty_->show();
+        browserHint_->show();
         thirdParty_->setDefault(true);
     }
     for (Choice const& choice : kChoices) {
@@ -195,7 +216,7 @@ void AuthTypeDialog::pressFirstChoice() {
 void AuthTypeDialog::orderTabs() {
     QList<QWidget*> stops{userRadio_, userCertRadio_, certRadio_};
     stops += form_->TabStops();
-    stops += {login_, thirdParty_, keepType_, cancel_};
+    stops += {login_, thirdParty_, keepType_, forgotten_, cancel_};
     for (int i = 1; i < stops.size(); ++i) {
         setTabOrder(stops[i - 1], stops[i]);
     }
@@ -209,6 +230,7 @@ void AuthTypeDialog::onRadio(Choice const& choice, bool checked) {
     chosen_ = choice.type;
     form_->PasswordGroup()->setVisible(common::NeedsPassword(chosen_));
     form_->CertGroup()->setVisible(common::NeedsCertificate(chosen_));
+    forgotten_->setVisible(common::NeedsPassword(chosen_) && !EditedProfile().forgotPwdUrl.empty());
     if (common::NeedsCertificate(chosen_)) {
         RefreshCertInfo();
     }
@@ -285,15 +307,6 @@ void AuthTypeDialog::showEvent(QShowEvent* event) {
         w.userName->setFocus();
     } else {
         w.password->setFocus();
-    }
-}
-
-// A group that comes may reach below the screen.
-void AuthTypeDialog::resizeEvent(QResizeEvent* event) {
-    AuthConfigBase::resizeEvent(event);
-    int const excess = geometry().bottom() - screen()->availableGeometry().bottom();
-    if (isVisible() && excess > 0) {
-        move(x(), qMax(screen()->availableGeometry().top(), y() - excess));
     }
 }
 

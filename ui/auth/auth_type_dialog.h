@@ -1,6 +1,7 @@
 // The choice of the way to log in, with the credentials that it needs. GUI thread.
 #pragma once
 
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <vector>
@@ -41,7 +42,6 @@ class AuthTypeDialog : public AuthConfigBase {
 
   protected:
     void showEvent(QShowEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
   private:
     // A type that the user can pick by a radio button.
@@ -56,6 +56,7 @@ class AuthTypeDialog : public AuthConfigBase {
 
     void build();
     QWidget* buildRadios();
+    QWidget* buildForgotten();
     QWidget* buildButtons();
     QPushButtonExt* addButton(QLayout& column, char const* name, common::MsgCode text);
     void completeKnownTypes();
@@ -81,6 +82,8 @@ class AuthTypeDialog : public AuthConfigBase {
     QPushButtonExt* login_ = nullptr;
     QPushButtonExt* thirdParty_ = nullptr;
     QPushButtonExt* cancel_ = nullptr;
+    QPushButtonExt* forgotten_ = nullptr;
+    QLabel* browserHint_ = nullptr;
 };
 
 }  // namespace zorvanelink::ui

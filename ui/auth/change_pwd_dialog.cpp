@@ -55,7 +55,7 @@ ChangePWDDialog::ChangePWDDialog(QString const& userName,
       confirm_(new SecretEdit(kMaxPasswordBytes, Body())),
       match_(new QLabel(Body())),
       timeLeft_(new QLabel(Body())),
-      foot_(new DialogFoot(Body(), "pushButton_ok", "pushButton_cancel")) {
+      foot_(new DialogFoot(Panel(), "pushButton_ok", "pushButton_cancel")) {
     setObjectName(QStringLiteral("change_pwd_dialog_"));
     setWindowTitle(GetTrMsg(titleOf(type)));
     build(ConvertPWDComplexityToString(policy));
@@ -76,10 +76,9 @@ ChangePWDDialog::~ChangePWDDialog() {
 }
 
 void ChangePWDDialog::build(QString const& policyText) {
-    FrameLayout()->setSizeConstraint(QLayout::SetFixedSize);
-    Body()->setFixedWidth(kWidth);
+    setFixedWidth(kWidth);
     auto* column = new QVBoxLayout(Body());
-    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    column->setContentsMargins(kMargin, kMargin, kMargin, 8);
     column->setSpacing(kSpacing);
     user_->setReadOnly(true);
     current_->setMaxLength(kMaxPasswordBytes);
@@ -95,11 +94,8 @@ void ChangePWDDialog::build(QString const& policyText) {
     addRules();
     timeLeft_->setObjectName(QStringLiteral("time_left_label_"));
     timeLeft_->setProperty("role", QStringLiteral("hint"));
-    auto* end = new QHBoxLayout;
-    end->addWidget(timeLeft_);
-    end->addWidget(foot_, 1);
-    column->addSpacing(4);
-    column->addLayout(end);
+    foot_->SetLead(timeLeft_);
+    SetFoot(foot_);
     setTabOrder(new_->Eye(), confirm_);
 }
 
@@ -195,8 +191,8 @@ MsgCode ChangePWDDialog::fault() const {
 void ChangePWDDialog::on_pushButton_ok_clicked() {
     if (MsgCode const text = fault(); text != MsgCode::UNSPECIFIED) {
         complain(GetTrMsg(text), text == MsgCode::UI_TR_ERR_CUR_PWD_LENGTH
-                                      ? current_
-                                      : static_cast<QLineEdit*>(new_));
+                                     ? current_
+                                     : static_cast<QLineEdit*>(new_));
         return;
     }
     SetWaiting(true);

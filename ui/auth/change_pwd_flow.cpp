@@ -167,9 +167,9 @@ void ChangePWDFlow::onChanged() {
     Log().debug("sus to change pwd: {}", sent.profile->name);
     Log().info("Change pwd ok");
     session_.prompts.CloseAll();  // what says that no answer came
-    endWith(BoxKind::kInformation,
-            type_ == ChangePWdType::kUser ? MsgCode::UI_INFO_CHANGE_PWD_SUCCESS
-                                          : MsgCode::UI_INFO_CHANGE_PWD_SUCCESS_PLEASE_LOGIN_AGAIN);
+    endWith(BoxKind::kInformation, type_ == ChangePWdType::kUser
+                                       ? MsgCode::UI_INFO_CHANGE_PWD_SUCCESS
+                                       : MsgCode::UI_INFO_CHANGE_PWD_SUCCESS_PLEASE_LOGIN_AGAIN);
 }
 
 // After a change that the gateway wanted, the user logs in again.

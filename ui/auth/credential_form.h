@@ -4,7 +4,7 @@
 #include <QCheckBox>
 #include <QWidget>
 
-#include "ui/auth/secret_edit.h"
+#include "ui/widgets/secret_edit.h"
 
 namespace zorvanelink::ui {
 

@@ -87,7 +87,14 @@ void ConnectionList::addCard(std::shared_ptr<Profile> const& profile) {
             Qt::QueuedConnection);
     connect(tab, &ProfileTab::ForgotPassword, this, &ConnectionList::ForgotPassword,
             Qt::QueuedConnection);
+    connect(tab, &ProfileTab::PageWanted, this, &ConnectionList::PageWanted, Qt::QueuedConnection);
     tabs_[profile->name] = tab;
+}
+
+void ConnectionList::SetPages(std::vector<SessionPage> const& pages) {
+    for (auto const& [name, tab] : tabs_) {
+        tab->SetPages(name == state_.currentProfileName ? pages : std::vector<SessionPage>());
+    }
 }
 
 void ConnectionList::logCards() const {

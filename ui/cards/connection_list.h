@@ -27,6 +27,9 @@ class ConnectionList : public QObject {
     // Shows the state on every card.
     void Render();
 
+    // What the running session offers for a new password.
+    void SetPages(std::vector<SessionPage> const& pages);
+
     // Null, with a line in the log, when no card has the name.
     ProfileTab* GetProfileTab(std::string const& name) const;
     ProfileTab* GetSelectedProfileTab() const;
@@ -42,6 +45,7 @@ class ConnectionList : public QObject {
     void DeleteConnectionInfo(QString name);
     void ModifyConnectionInfo(QString name);
     void ForgotPassword(QString url);
+    void PageWanted(zorvanelink::ui::SessionPage const& page);
     // The first-use page takes the place of the list, or gives it back.
     void EableUserGuide(bool enable);
     void Selected(QString name);

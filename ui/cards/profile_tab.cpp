@@ -100,6 +100,21 @@ void ProfileTab::renderButton() {
     ConnectButtonEnable(view_.buttonEnabled);
 }
 
+void ProfileTab::SetPages(std::vector<SessionPage> const& pages) {
+    if (pages == pages_) {
+        return;
+    }
+    pages_ = pages;
+    for (QToolButton* const button : std::exchange(pageButtons_, {})) {
+        button->deleteLater();  // it may be the one that was pressed
+        button->hide();
+    }
+    for (SessionPage const& page : pages_) {
+        pageButtons_.push_back(addPageButton(page));
+    }
+    placeTexts();
+}
+
 void ProfileTab::MenuPanelBtnClicked() {
     QString const name = QString::fromStdString(profile->name);
     QString const button = sender() != nullptr ? sender()->objectName() : QString();

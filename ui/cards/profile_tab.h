@@ -10,6 +10,7 @@
 
 #include "ui/cards/card_view.h"
 #include "ui/config/profile.h"
+#include "ui/session/session_pages.h"
 
 namespace zorvanelink::ui {
 
@@ -38,6 +39,8 @@ class ProfileTab : public QWidget {
     // The state of its connection, and what of the profile is shown. A card on which nothing has
     // changed is left alone.
     void Render(CardView const& view);
+    // What the session offers for a new password, as buttons beside the one to disconnect.
+    void SetPages(std::vector<SessionPage> const& pages);
     // Presses the button; a grey one does nothing.
     void Press();
 
@@ -48,6 +51,7 @@ class ProfileTab : public QWidget {
     void ModifyConnectionInfo(QString name);
     // The page for a forgotten password, for OpenUrlWithHint.
     void ForgotPassword(QString url);
+    void PageWanted(zorvanelink::ui::SessionPage const& page);
 
   public Q_SLOTS:
     void onConnButtonTriggered();
@@ -63,6 +67,7 @@ class ProfileTab : public QWidget {
     void build();
     QToolButton* addMenuButton(char const* name, QString const& icon, common::MsgCode text);
     void buildMenu();
+    QToolButton* addPageButton(SessionPage const& page);
     void ConnectButtonEnable(bool enable);
     void placeTexts();
     void renderProfile();
@@ -88,6 +93,8 @@ class ProfileTab : public QWidget {
     QLabel* loginMode_ = nullptr;
     QLabel* stateLabel_ = nullptr;
     QLabel* stateLamp_ = nullptr;
+    std::vector<SessionPage> pages_;
+    std::vector<QToolButton*> pageButtons_;
 
     // What of the profile stands on the card.
     struct Shown {

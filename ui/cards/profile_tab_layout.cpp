@@ -27,6 +27,7 @@ constexpr int kRowHeight = 20;
 constexpr int kUserWidth = 190;  // at most
 constexpr int kButtonWidth = 80;
 constexpr int kButtonHeight = 32;
+constexpr int kPageButton = 28;
 constexpr int kLampWidth = 52;
 constexpr int kLampMark = 12;
 constexpr int kGap = 8;
@@ -118,6 +119,22 @@ QToolButton* ProfileTab::addMenuButton(char const* name, QString const& icon, Ms
     return button;
 }
 
+QToolButton* ProfileTab::addPageButton(SessionPage const& page) {
+    bool const here = page.address.isEmpty();
+    auto* button = new QToolButton(this);
+    button->setObjectName(QLatin1String(here ? "change_pwd_button_" : "change_pwd_url_button_"));
+    button->setIcon(QIcon(QStringLiteral(":/assets/images/%1.png")
+                              .arg(QLatin1String(here ? "change_pwd" : "change_pwd_url"))));
+    button->setIconSize({16, 16});
+    button->setFixedSize(kPageButton, kPageButton);
+    button->setToolTip(page.title);
+    button->setAccessibleName(page.title);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->show();
+    connect(button, &QToolButton::clicked, this, [this, page] { Q_EMIT PageWanted(page); });
+    return button;
+}
+
 void ProfileTab::renderProfile() {
     bool const gm = shown_.loginMode == kLoginModeGm;
     setAccessibleName(QString::fromStdString(shown_.name));
@@ -171,6 +188,11 @@ void ProfileTab::placeTexts() {
         kUserWidth);
     conn_button_->move(right - conn_button_->width(),
                        height() - kRing - kPadding - conn_button_->height());
+    int left = kInset - 6;
+    for (QToolButton* const button : pageButtons_) {
+        button->move(left, conn_button_->y() + (kButtonHeight - kPageButton) / 2);
+        left += kPageButton + kGap;
+    }
 }
 
 void ProfileTab::updateMenu() {

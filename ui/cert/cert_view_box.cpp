@@ -7,6 +7,11 @@
 
 namespace zorvanelink::ui {
 
+QString NoCertificates() {
+    return Translate(QT_TRANSLATE_NOOP(
+        "ui", "No certificates. Import the .p12 or .pfx file that your administrator gave you."));
+}
+
 CertViewBox::CertViewBox(QWidget* parent) : QScrollArea(parent), column_(nullptr), empty_(nullptr) {
     setObjectName(QStringLiteral("cert_view_box_"));
     setWidgetResizable(true);
@@ -17,7 +22,8 @@ CertViewBox::CertViewBox(QWidget* parent) : QScrollArea(parent), column_(nullptr
     column_ = new QVBoxLayout(content);
     column_->setContentsMargins(0, 0, 0, 0);
     column_->setSpacing(0);
-    empty_ = new QLabel(Translate(QT_TRANSLATE_NOOP("ui", "No certificates")), content);
+    empty_ = new QLabel(NoCertificates(), content);
+    empty_->setWordWrap(true);
     empty_->setObjectName(QStringLiteral("empty_label_"));
     empty_->setProperty("role", QStringLiteral("hint"));
     empty_->setAlignment(Qt::AlignCenter);

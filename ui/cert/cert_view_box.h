@@ -11,6 +11,9 @@
 
 namespace zorvanelink::ui {
 
+// What an empty list of imported certificates says.
+QString NoCertificates();
+
 // Up, Down, Home and End move the selection; Right unfolds a row and Left folds it.
 class CertViewBox : public QScrollArea {
     Q_OBJECT

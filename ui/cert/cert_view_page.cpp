@@ -4,31 +4,27 @@
 #include <QStyle>
 
 #include "ui/text/texts.h"
-#include "ui/widgets/elide.h"
 
 namespace zorvanelink::ui {
 namespace {
 
-constexpr int kHeadHeight = 40;  // pixels
-constexpr int kIconSize = 16;
-constexpr int kTitleRoom = kIconSize + 28;  // what mark and paddings take of the head's button
+constexpr int kIconSize = 16;  // pixels
 
 }  // namespace
 
 CertViewPage::CertViewPage(QWidget* parent)
     : QFrame(parent),
       column_(new QVBoxLayout(this)),
-      pushButtonSelect(new QPushButton(this)),
+      pushButtonSelect(new CertLinesButton(this)),
       btnFold_(new QToolButton(this)) {
     setObjectName(QStringLiteral("cert_page_"));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     pushButtonSelect->setObjectName(QStringLiteral("pushButtonSelect"));
     pushButtonSelect->setCheckable(true);
     pushButtonSelect->setAutoDefault(false);
-    pushButtonSelect->setFixedHeight(kHeadHeight);
+    pushButtonSelect->setFixedHeight(kCertLinesHeight);
     pushButtonSelect->setIconSize({kIconSize, kIconSize});
     pushButtonSelect->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    pushButtonSelect->installEventFilter(this);
     btnFold_->setObjectName(QStringLiteral("btn_fold_"));
     btnFold_->setFixedSize(28, 28);
     btnFold_->setIconSize({12, 12});
@@ -49,11 +45,9 @@ CertViewPage::CertViewPage(QWidget* parent)
 }
 
 void CertViewPage::addWidget(QString const& title, QWidget* widget) {
-    title_ = title.simplified();
     body_ = widget;
     column_->addWidget(widget);
-    pushButtonSelect->setAccessibleName(title_);
-    elideTitle();
+    SetLines({title.simplified(), {}});
     setExpanded(expanded_);
 }
 
@@ -114,26 +108,6 @@ void CertViewPage::mousePressEvent(QMouseEvent* event) {
         pushButtonSelect->setFocus(Qt::MouseFocusReason);
         on_pushButtonSelect_clicked();
     }
-}
-
-void CertViewPage::resizeEvent(QResizeEvent* event) {
-    QFrame::resizeEvent(event);
-    elideTitle();
-}
-
-bool CertViewPage::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize || event->type() == QEvent::FontChange) {
-        elideTitle();
-    }
-    return QFrame::eventFilter(watched, event);
-}
-
-void CertViewPage::elideTitle() {
-    QString shown = pushButtonSelect->fontMetrics().elidedText(
-        title_, Qt::ElideRight, pushButtonSelect->width() - kTitleRoom);
-    pushButtonSelect->setToolTip(shown == title_ ? QString() : PlainToolTip(title_));
-    // An ampersand in a name is no shortcut.
-    pushButtonSelect->setText(shown.replace(QLatin1Char('&'), QStringLiteral("&&")));
 }
 
 }  // namespace zorvanelink::ui

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <QFrame>
-#include <QPushButton>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include "ui/cert/cert_lines.h"
 
 namespace zorvanelink::ui {
 
@@ -16,6 +17,8 @@ class CertViewPage : public QFrame {
 
     // Gives the page its head and, folded, its body; the page owns the widget from then on.
     void addWidget(QString const& title, QWidget* widget);
+    // What the head shows instead of the title alone.
+    void SetLines(CertLines const& lines) { pushButtonSelect->SetLines(lines); }
     QWidget* Body() const { return body_; }
     QPushButton* SelectButton() const { return pushButtonSelect; }
     QToolButton* FoldButton() const { return btnFold_; }
@@ -38,17 +41,13 @@ class CertViewPage : public QFrame {
 
   protected:
     void mousePressEvent(QMouseEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void setExpanded(bool expanded);
     void mark(bool chosen);
-    void elideTitle();
 
-    QString title_;
     QVBoxLayout* column_;
-    QPushButton* pushButtonSelect;
+    CertLinesButton* pushButtonSelect;
     QToolButton* btnFold_;
     QWidget* body_ = nullptr;
     bool expanded_ = false;

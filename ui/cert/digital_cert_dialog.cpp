@@ -21,7 +21,14 @@ using common::MsgCode;
 using components::logger::Log;
 namespace utils = components::utils;
 
-constexpr QSize kBodySize{520, 440};  // pixels
+// Pixels, before scaling.
+constexpr int kWidth = 520;
+constexpr int kBodyHeight = 372;
+
+QString deletionQuestion(CertInfo const& cert) {
+    return GetTrMsg(MsgCode::UI_TR_SURE_TO_DELETE_CERT) + QLatin1String("#@@#") +
+           LinesOf(cert).Whole();
+}
 
 }  // namespace
 
@@ -37,12 +44,13 @@ DigitalCertDialog::DigitalCertDialog(CertInfo* target, Config& config, Prompts& 
                                               : MsgCode::UI_TR_CLIENT_CERT_MANAGEMENT));
     certBox_->setAccessibleName(windowTitle());
     auto* column = new QVBoxLayout(Body());
-    column->setContentsMargins(20, 16, 20, 20);
+    column->setContentsMargins(20, 16, 20, 4);
     column->setSpacing(16);
     column->addWidget(buildHead());
     column->addWidget(certBox_, 1);
-    column->addWidget(buildFoot());
-    Body()->setFixedSize(kBodySize);
+    SetFoot(buildFoot());
+    Body()->setFixedHeight(kBodyHeight);
+    setFixedWidth(kWidth);
     connect(certBox_, &CertViewBox::SelectCert, this, &DigitalCertDialog::OnSelectCert);
     InitCertView();
 }
@@ -57,6 +65,7 @@ QWidget* DigitalCertDialog::buildHead() {
     import_->setProperty("outline", true);
     delete_ = new QPushButtonExt(GetTrMsg(MsgCode::UI_TR_DELETE), bar);
     delete_->setObjectName(QStringLiteral("btn_delete_"));
+    delete_->setEnabled(false);
     row->addWidget(import_);
     busy_ = new QLabel(Translate(QT_TRANSLATE_NOOP("ui", "Opening the certificate...")), bar);
     busy_->setObjectName(QStringLiteral("busy_label_"));
@@ -71,7 +80,7 @@ QWidget* DigitalCertDialog::buildHead() {
 }
 
 QWidget* DigitalCertDialog::buildFoot() {
-    auto* foot = new DialogFoot(Body(), "btn_ok_", target_ != nullptr ? "btn_cancel_" : nullptr);
+    auto* foot = new DialogFoot(Panel(), "btn_ok_", target_ != nullptr ? "btn_cancel_" : nullptr);
     connect(foot->Ok(), &QPushButton::clicked, this, &DigitalCertDialog::OnBtnOkClicked);
     if (foot->Cancel() != nullptr) {
         connect(foot->Cancel(), &QPushButton::clicked, this, &QDialog::reject);
@@ -104,13 +113,13 @@ void DigitalCertDialog::orderTabs() {
 }
 
 QWidget* DigitalCertDialog::AddCertView(CertInfo const& cert) {
-    QString const prefix =
-        ValidityMark(cert) + (cert.isTls ? QString() : QStringLiteral("[GMSSL] "));
-    auto* form = new CertViewForm(prefix + QString::fromStdString(cert.commonName),
+    auto* form = new CertViewForm(QString::fromStdString(cert.commonName),
                                   QString::fromStdString(cert.issuer), LocalTime(cert.validFrom),
                                   LocalTime(cert.validTo));
     certBox_->addWidget(form->Name(), form);
+    certBox_->PageOf(form)->SetLines(LinesOf(cert));
     certs_[form] = &cert;
+    delete_->setEnabled(true);
     orderTabs();
     return form;
 }
@@ -198,6 +207,7 @@ void DigitalCertDialog::showBusy(bool busy) {
     for (QPushButton* const button : {import_, delete_, ok_}) {
         button->setDisabled(busy);
     }
+    delete_->setDisabled(busy || certs_.empty());
     if (!busy && focused != nullptr) {
         import_->setFocus();
     }
@@ -261,9 +271,9 @@ void DigitalCertDialog::OnBtnDeleteClicked() {
         prompts_.Error(this, GetTrMsg(MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE));
         return;
     }
-    if (!prompts_.Question(
-            this, GetTrMsg(MsgCode::UI_WARNING), GetTrMsg(MsgCode::UI_TR_SURE_TO_DELETE_CERT),
-            GetTrMsg(MsgCode::UI_INFO_YES), GetTrMsg(MsgCode::UI_INFO_NO), Prompts::Default::kNo)) {
+    if (!prompts_.Question(this, GetTrMsg(MsgCode::UI_WARNING), deletionQuestion(*chosen->second),
+                           GetTrMsg(MsgCode::UI_INFO_YES), GetTrMsg(MsgCode::UI_INFO_NO),
+                           Prompts::Default::kNo)) {
         return;
     }
     Log().info("Delete cert: [{}]", chosen->second->commonName);
@@ -274,6 +284,10 @@ void DigitalCertDialog::OnBtnDeleteClicked() {
     certBox_->deleteWidget(chosen->first);
     certs_.erase(chosen);
     selected_ = nullptr;
+    if (certs_.empty()) {
+        delete_->setEnabled(false);
+        import_->setFocus();
+    }
     config_.Save();
 }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "components/logger/logger.h"
+#include "ui/cert/cert_lines.h"
 #include "ui/cert/cert_view_form.h"
 #include "ui/cert/digital_cert_dialog.h"
 #include "ui/text/texts.h"
@@ -15,7 +16,9 @@ namespace {
 using common::MsgCode;
 using components::logger::Log;
 
-constexpr QSize kBodySize{520, 380};  // pixels
+// Pixels, before scaling.
+constexpr int kWidth = 520;
+constexpr int kBodyHeight = 312;
 
 QString shownName(CertInfo const& cert) {
     std::string const& name = cert.certName.empty() ? cert.commonName : cert.certName;
@@ -42,15 +45,16 @@ TLSCertDialog::TLSCertDialog(CertInfo& target, Config& config, Prompts& prompts,
     connect(refresh, &QPushButton::clicked, this, &TLSCertDialog::on_refresh_button__clicked);
     connect(manage, &QPushButton::clicked, this, &TLSCertDialog::manageStore);
     auto* column = new QVBoxLayout(Body());
-    column->setContentsMargins(20, 16, 20, 20);
+    column->setContentsMargins(20, 16, 20, 4);
     column->setSpacing(16);
     column->addWidget(kinds);
     column->addWidget(pages_, 1);
-    auto* foot = new DialogFoot(Body(), "ok_button_", "cancel_button_");
+    auto* foot = new DialogFoot(Panel(), "ok_button_", "cancel_button_");
     connect(foot->Ok(), &QPushButton::clicked, this, &TLSCertDialog::on_ok_button__clicked);
     connect(foot->Cancel(), &QPushButton::clicked, this, &QDialog::reject);
-    column->addWidget(foot);
-    Body()->setFixedSize(kBodySize);
+    SetFoot(foot);
+    Body()->setFixedHeight(kBodyHeight);
+    setFixedWidth(kWidth);
     fillFromStore();
 }
 
@@ -86,8 +90,14 @@ QWidget* TLSCertDialog::buildPage(Source& source, char const* viewName, QPushBut
     source.view->setObjectName(QLatin1String(viewName));
     source.view->setAccessibleName(GetTrMsg(MsgCode::UI_INFO_SELECT_CERTIFICATE));
     source.view->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    source.names = new QStringListModel(source.view);
+    source.view->setItemDelegate(new CertLinesDelegate(source.view));
+    source.names = new QStandardItemModel(source.view);
     source.view->setModel(source.names);
+    source.empty = new QLabel(source.view);
+    source.empty->setProperty("role", QStringLiteral("hint"));
+    source.empty->setAlignment(Qt::AlignCenter);
+    source.empty->setWordWrap(true);
+    (new QVBoxLayout(source.view))->addWidget(source.empty);
     connect(source.view, &QListView::doubleClicked, this, &TLSCertDialog::on_ok_button__clicked);
     setTabOrder(source.view, action);
     auto* column = new QVBoxLayout(page);
@@ -145,11 +155,14 @@ void TLSCertDialog::showPage(Source const& source) {
 }
 
 void TLSCertDialog::on_refresh_button__clicked() {
+    service_.empty->setText(Translate(QT_TRANSLATE_NOOP("ui", "Asking for the certificates...")));
     Q_EMIT SendCertRequest(false);
 }
 
 void TLSCertDialog::onRecvCertInfo(std::vector<zorvanelink::CertInfo> const& list) {
     Log().info("on recv cert info");
+    service_.empty->setText(Translate(
+        QT_TRANSLATE_NOOP("ui", "No certificates. Insert the USB key and press Refresh.")));
     fill(service_, list);
 }
 
@@ -160,16 +173,16 @@ void TLSCertDialog::fill(Source& source, std::vector<CertInfo> certs) {
                                    ? source.certs[static_cast<std::size_t>(at.row())].fingerprint
                                    : target_.fingerprint;
     source.certs = std::move(certs);
-    QStringList names;
+    source.names->clear();
     int preset = -1;
     for (CertInfo const& cert : source.certs) {
         if (!wanted.empty() && cert.fingerprint == wanted) {
-            preset = names.size();
+            preset = source.names->rowCount();
         }
-        names.append(ValidityMark(cert) + shownName(cert));
+        source.names->appendRow(CertLinesDelegate::ItemOf(LinesOf(cert)));
     }
-    source.names->setStringList(names);
-    source.view->setCurrentIndex(source.names->index(preset));
+    source.empty->setVisible(source.certs.empty());
+    source.view->setCurrentIndex(source.names->index(preset, 0));
 }
 
 void TLSCertDialog::fillFromStore() {
@@ -179,6 +192,7 @@ void TLSCertDialog::fillFromStore() {
             certs.push_back(cert);
         }
     }
+    store_.empty->setText(NoCertificates());
     fill(store_, std::move(certs));
 }
 
@@ -195,7 +209,7 @@ void TLSCertDialog::manageStore() {
             return cert.fingerprint == store_.certs[row].fingerprint;
         };
         if (std::none_of(before.begin(), before.end(), same)) {
-            store_.view->setCurrentIndex(store_.names->index(static_cast<int>(row)));
+            store_.view->setCurrentIndex(store_.names->index(static_cast<int>(row), 0));
         }
     }
 }

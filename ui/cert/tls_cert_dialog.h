@@ -2,10 +2,11 @@
 // GUI thread.
 #pragma once
 
+#include <QLabel>
 #include <QListView>
 #include <QRadioButton>
 #include <QStackedWidget>
-#include <QStringListModel>
+#include <QStandardItemModel>
 #include <vector>
 
 #include "ui/config/config.h"
@@ -47,10 +48,11 @@ class TLSCertDialog : public ZVLDialog {
     void showEvent(QShowEvent* event) override;
 
   private:
-    // One list of names, and the records behind it.
+    // One list, and the records behind it.
     struct Source {
         QListView* view = nullptr;
-        QStringListModel* names = nullptr;
+        QStandardItemModel* names = nullptr;
+        QLabel* empty = nullptr;  // what stands in the place of no entries
         std::vector<CertInfo> certs;
     };
 

@@ -1,9 +1,7 @@
 #include "ui/editor/create_connect_dialog.h"
 
 #include <QDir>
-#include <QScreen>
-#include <QScrollBar>
-#include <QStyle>
+#include <QUrl>
 
 #include "app/environment/app_ctrl.h"
 #include "app/environment/paths.h"
@@ -22,7 +20,6 @@ using components::logger::Log;
 constexpr int kWidth = 480;
 constexpr int kCollapsedHeight = 328;
 constexpr int kOpenHeight = 560;
-constexpr int kScreenMargin = 20;
 
 constexpr std::uint16_t kLastMode = 2;
 
@@ -46,7 +43,7 @@ CreateConnectDialog::CreateConnectDialog(std::shared_ptr<Profile> shared,
       shared_(std::move(shared)),
       modifying_(shared_ != nullptr),
       credentials_(new CredentialForm(Body())),
-      form_(Body()) {
+      form_(*this) {
     setObjectName(QStringLiteral("create_connect_dialog_"));
     setFixedWidth(kWidth);
     SetCredentialWidgets(credentials_->Widgets());
@@ -75,6 +72,7 @@ void CreateConnectDialog::Init() {
         form_.add_connect_button_->setText(text);
         form_.add_connect_button_->setAccessibleName(text);
     }
+    form_.save_button_->setHidden(modifying_);  // there, saving is all
     form_.port_->setText(EditedProfile().port == 0 ? QString()
                                                    : QString::number(EditedProfile().port));
     fillAdvanced(EditedProfile());
@@ -89,9 +87,14 @@ void CreateConnectDialog::wire() {
     pressed(form_.btn_icon_advanced_config_,
             &CreateConnectDialog::on_btn_icon_advanced_config__clicked);
     pressed(form_.add_connect_button_, &CreateConnectDialog::on_add_connect_button__clicked);
+    pressed(form_.save_button_, &CreateConnectDialog::onSaveButtonClicked);
     pressed(form_.cannel_connect_button_, &CreateConnectDialog::on_cannel_connect_button__clicked);
     connect(form_.verfy_server_cert_checkbox_, &QCheckBox::stateChanged, this,
             &CreateConnectDialog::on_verfy_server_cert_checkbox__stateChanged);
+    connect(form_.trustWarning, &QLabel::linkActivated, this, [this] {
+        MakePrivateDir(GetConfigServerCertPath());
+        services().prompts.OpenUrl(QUrl::fromLocalFile(GetConfigServerCertPath()));
+    });
     connect(form_.gateway_detect_checkbox_, &QCheckBox::clicked, this,
             &CreateConnectDialog::on_gateway_detect_checkbox__clicked);
     connect(form_.comboBox_spa_mode_, qOverload<int>(&QComboBox::activated), this,
@@ -182,22 +185,18 @@ void CreateConnectDialog::EnableDigitalCertificate(bool enable) {
 }
 
 void CreateConnectDialog::SetSPAMode(SPAMode mode) {
-    form_.spaPortLabel->setVisible(mode == SPAMode::kOn);
-    form_.lineEdit_spa_port_->setVisible(mode == SPAMode::kOn);
+    form_.spaPortCell->setVisible(mode == SPAMode::kOn);
     form_.comboBox_spa_mode_->setCurrentIndex(static_cast<int>(mode));
-    fitHeight();
 }
 
 void CreateConnectDialog::on_pushButton_tls_clicked() {
     form_.pushButton_tls->setChecked(true);
     SetLoginMode(kLoginModeTls);
-    fitHeight();
 }
 
 void CreateConnectDialog::on_pushButton_gmssl_clicked() {
     form_.pushButton_gmssl->setChecked(true);
     SetLoginMode(kLoginModeGm);
-    fitHeight();
 }
 
 void CreateConnectDialog::on_verfy_server_cert_checkbox__stateChanged(int arg) {
@@ -205,13 +204,11 @@ void CreateConnectDialog::on_verfy_server_cert_checkbox__stateChanged(int arg) {
     bool const warn = arg == Qt::Checked && !trustedCertImported();
     form_.verfy_server_cert_checkbox_->setToolTip(
         warn ? PlainToolTip(GetTrMsg(MsgCode::UI_TR_IMPORT_TRUSTED_CERT_TIPS)) : QString());
+    form_.trustWarning->setVisible(warn);
 }
 
 void CreateConnectDialog::on_gateway_detect_checkbox__clicked() {
-    bool const detect = form_.gateway_detect_checkbox_->isChecked();
-    form_.gatewayLabel->setVisible(detect);
-    form_.perfer_gateway_combobox_->setVisible(detect);
-    fitHeight();
+    form_.gatewayCell->setVisible(form_.gateway_detect_checkbox_->isChecked());
 }
 
 void CreateConnectDialog::on_btn_icon_advanced_config__clicked() {
@@ -222,7 +219,6 @@ void CreateConnectDialog::openAdvanced(bool open) {
     advancedOpen_ = open;
     form_.advanced->setVisible(open);
     form_.SetArrow(open);
-    fitHeight();
     SetCurrentAtParentCenter();
 }
 
@@ -237,25 +233,21 @@ void CreateConnectDialog::reject() {
     AuthConfigBase::reject();
 }
 
-void CreateConnectDialog::fitHeight() {
-    if (!Placed()) {
-        return;  // not all styles are in force yet
-    }
-    QWidget const* const owner = parentWidget() != nullptr ? parentWidget()->window() : this;
-    int const limit = owner->screen()->availableGeometry().height() - kScreenMargin;
-    int const base = advancedOpen_ ? kOpenHeight : kCollapsedHeight;
-    setFixedHeight(qMin(limit, qMax(base, TitleBar::kHeight + form_.Height())));
+int CreateConnectDialog::MinHeight() const {
+    return advancedOpen_ ? kOpenHeight : kCollapsedHeight;
+}
+
+// It stands inside its window, which is as large as its user wants it.
+int CreateConnectDialog::MaxHeight() const {
+    int const room = AuthConfigBase::MaxHeight();
+    QWidget const* const owner = VisibleOwner();
+    return owner != nullptr ? qMin(room, qMax(kCollapsedHeight, owner->height())) : room;
 }
 
 void CreateConnectDialog::SetCurrentAtParentCenter() {
-    if (Placed()) {
-        AuthConfigBase::Place();
+    if (isVisible()) {
+        Place();
     }
-}
-
-void CreateConnectDialog::Place() {
-    fitHeight();
-    AuthConfigBase::Place();
 }
 
 void CreateConnectDialog::showEvent(QShowEvent* event) {

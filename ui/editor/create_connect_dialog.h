@@ -23,6 +23,9 @@ class CreateConnectDialog : public AuthConfigBase {
     // The connection that was added or modified; after accepting.
     QString StoredName() const { return QString::fromStdString(EditedProfile().name); }
 
+    // Whether a new connection is to be started at once; after accepting.
+    bool ConnectWanted() const { return connectWanted_; }
+
     // False, with the fault told and the focus on its field, unless all input can be stored.
     bool CheckInput();
     bool isProfileNameExist();
@@ -30,6 +33,7 @@ class CreateConnectDialog : public AuthConfigBase {
 
   public Q_SLOTS:
     void on_add_connect_button__clicked();
+    void onSaveButtonClicked();  // stores as the other one does, but is no wish to connect
     void on_cannel_connect_button__clicked();
     void on_pushButton_tls_clicked();
     void on_pushButton_gmssl_clicked();
@@ -44,7 +48,8 @@ class CreateConnectDialog : public AuthConfigBase {
     void AutoConfirmButtonSlots() { on_add_connect_button__clicked(); }
 
   protected:
-    void Place() override;
+    int MinHeight() const override;
+    int MaxHeight() const override;
     void showEvent(QShowEvent* event) override;
 
   private:
@@ -72,13 +77,13 @@ class CreateConnectDialog : public AuthConfigBase {
     void storeForm(Profile& profile);
     void storeGateway(Profile& profile) const;
     void openAdvanced(bool open);
-    void fitHeight();
     void SetCurrentAtParentCenter();
     void reportOpened();
 
     std::shared_ptr<Profile> const shared_;
     bool const modifying_;
     bool advancedOpen_ = false;
+    bool connectWanted_ = true;
     CredentialForm* credentials_;
     EditorForm form_;
 };

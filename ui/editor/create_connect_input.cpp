@@ -54,13 +54,8 @@ bool CreateConnectDialog::isProfileNameExist() {
 }
 
 bool CreateConnectDialog::CheckInput() {
-    if (checkName() && checkAddress() && checkCredentials() && checkSpaPort() && checkAutomated()) {
-        return true;
-    }
-    if (QWidget* const faulty = focusWidget()) {
-        form_.scroll->ensureWidgetVisible(faulty);
-    }
-    return false;
+    return checkName() && checkAddress() && checkCredentials() && checkSpaPort() &&
+           checkAutomated();
 }
 
 bool CreateConnectDialog::checkName() {
@@ -155,6 +150,12 @@ void CreateConnectDialog::on_add_connect_button__clicked() {
         config.AddProfile(SharedProfile(), true);
     }
     accept();
+}
+
+void CreateConnectDialog::onSaveButtonClicked() {
+    connectWanted_ = false;
+    on_add_connect_button__clicked();
+    connectWanted_ = result() != Accepted;
 }
 
 void CreateConnectDialog::storeForm(Profile& profile) {

@@ -3,8 +3,6 @@
 #include <QButtonGroup>
 #include <QHBoxLayout>
 #include <QRegularExpressionValidator>
-#include <QScrollBar>
-#include <QStyle>
 #include <QStyledItemDelegate>
 #include <QWheelEvent>
 
@@ -21,7 +19,8 @@ constexpr int kSide = 20;
 constexpr int kSpacing = 12;
 constexpr int kLabelSpacing = 5;
 constexpr int kPortWidth = 168;
-constexpr int kLabelWidth = 168;
+constexpr int kIndicatorRoom =
+    24;  // of a check box, so that what belongs to it starts with its text
 
 constexpr int kMaxNameChars = 127;
 constexpr char const* kServerPattern = "^[!-~]*$";
@@ -66,15 +65,27 @@ QLineEdit* makeEdit(QWidget* parent, char const* name, QString const& placeholde
 }
 
 // A label above its field needs no colon.
-QString heading(MsgCode code) {
-    QString text = GetTrMsg(code);
+QString withoutColon(QString text) {
     while (text.endsWith(QLatin1Char(':')) || text.endsWith(QChar(0xFF1A))) {
         text.chop(1);
     }
     return text;
 }
 
-QWidget* labelled(QWidget* parent, QLineEdit* edit, QString const& text) {
+QString heading(MsgCode code) {
+    return withoutColon(GetTrMsg(code));
+}
+
+// The line that says what a setting does.
+QLabel* makeHint(QWidget* parent, QWidget* field, QString const& text) {
+    auto* line = new QLabel(text, parent);
+    line->setProperty("role", QStringLiteral("hint"));
+    line->setWordWrap(true);
+    field->setAccessibleDescription(text);
+    return line;
+}
+
+QWidget* labelled(QWidget* parent, QWidget* edit, QString const& text) {
     auto* field = new QWidget(parent);
     auto* label = new QLabel(text, field);
     label->setProperty("role", QStringLiteral("label"));
@@ -105,17 +116,13 @@ QComboBox* makeModes(QWidget* parent) {
 
 }  // namespace
 
-EditorForm::EditorForm(QWidget* body) {
-    auto* column = new QVBoxLayout(body);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    buildTabs(body);
-    buildFoot(body);
-    buildFields(body);
-    column->addWidget(tabs);
-    column->addWidget(scroll, 1);
-    column->addWidget(foot);
-    for (QComboBox* combo : body->findChildren<QComboBox*>()) {
+EditorForm::EditorForm(ZVLDialog& dialog) {
+    buildTabs(&dialog);
+    buildFields(dialog.Body());
+    buildFoot(&dialog);
+    dialog.SetHead(tabs);
+    dialog.SetFoot(foot);
+    for (QComboBox* combo : dialog.Body()->findChildren<QComboBox*>()) {
         // The plain delegate would leave the stylesheet's items out.
         combo->setItemDelegate(new QStyledItemDelegate(combo));
     }
@@ -131,8 +138,8 @@ QPushButton* EditorForm::addTab(char const* name, QString const& text) {
     return tab;
 }
 
-void EditorForm::buildTabs(QWidget* body) {
-    tabs = new QWidget(body);
+void EditorForm::buildTabs(QWidget* dialog) {
+    tabs = new QWidget(dialog);
     tabs->setObjectName(QStringLiteral("ssl_tabs_"));
     auto* row = new QHBoxLayout(tabs);
     row->setContentsMargins(0, 0, 0, 0);
@@ -146,15 +153,7 @@ void EditorForm::buildTabs(QWidget* body) {
     pushButton_tls->setChecked(true);
 }
 
-void EditorForm::buildFields(QWidget* body) {
-    scroll = new QScrollArea(body);
-    scroll->setObjectName(QStringLiteral("form_scroll_"));
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    auto* content = new QWidget(scroll);
-    content->setObjectName(QStringLiteral("form_content_"));
+void EditorForm::buildFields(QWidget* content) {
     profile_name_ =
         makeEdit(content, "profile_name_", GetTrMsg(MsgCode::UI_INFO_INPUT_CONNECTION_NAME));
     profile_name_->setMaxLength(kMaxNameChars);
@@ -188,79 +187,106 @@ void EditorForm::buildFields(QWidget* body) {
     column_->addWidget(btn_icon_advanced_config_, 0, Qt::AlignLeft);
     column_->addWidget(advanced);
     column_->addStretch();
-    scroll->setWidget(content);
-    QObject::connect(scroll->verticalScrollBar(), &QScrollBar::rangeChanged, scroll,
-                     [foot = foot](int, int last) {
-                         // What scrolls away below the buttons does so under a line.
-                         foot->setProperty("lifted", last > 0);
-                         foot->style()->polish(foot);
-                     });
 }
 
 void EditorForm::InsertCredentials(QWidget* section) {
     column_->insertWidget(column_->indexOf(checkbox_keep_auth_type_), section);
 }
 
-// The label in front of a field of the advanced section.
-QLabel* EditorForm::addRow(QWidget* field, char const* name, QString const& text) {
-    auto* label = new QLabel(text, advanced);
-    label->setProperty("role", QStringLiteral("secondary"));
-    label->setBuddy(field);
+// A field of the advanced section, its label above and what it does below.
+QWidget* EditorForm::cell(QWidget* field, char const* name, QString const& text, char const* hint) {
     field->setObjectName(QLatin1String(name));
-    field->setAccessibleName(text);
-    int const row = rows_->rowCount();
-    rows_->addWidget(label, row, 0);
-    rows_->addWidget(field, row, 1);
-    return label;
+    auto* cell = labelled(advanced, field, withoutColon(text));
+    auto* column = static_cast<QVBoxLayout*>(cell->layout());
+    column->addWidget(makeHint(cell, field, Translate(hint)));
+    column->addStretch();
+    return cell;
+}
+
+QCheckBox* EditorForm::addSwitch(char const* name, QString const& text, char const* hint) {
+    QCheckBox* const box = makeCheck(advanced, name, text);
+    auto* line = makeHint(advanced, box, Translate(hint));
+    line->setIndent(kIndicatorRoom);
+    auto* pair = new QVBoxLayout;
+    pair->setSpacing(0);
+    pair->addWidget(box, 0, Qt::AlignLeft);
+    pair->addWidget(line);
+    rows_->addLayout(pair, rows_->rowCount(), 0, 1, 2);
+    return box;
 }
 
 void EditorForm::buildAdvanced(QWidget* content) {
     advanced = new QWidget(content);
     advanced->setObjectName(QStringLiteral("advanced_widget_"));
-    verfy_server_cert_checkbox_ = makeCheck(advanced, "verfy_server_cert_checkbox_",
-                                            GetCaption(common::MsgCode::UI_TR_VERFY_SERVER_CERT));
-    optimal_channel_checkbox_ =
-        makeCheck(advanced, "optimal_channel_checkbox_",
-                  Translate(QT_TRANSLATE_NOOP("ui", "Select Optimal Channel")));
+    rows_ = new QGridLayout(advanced);
+    rows_->setContentsMargins(0, 0, 0, 0);
+    rows_->setHorizontalSpacing(kSpacing);
+    rows_->setVerticalSpacing(kSpacing);
+    rows_->setColumnStretch(0, 1);
+    rows_->setColumnStretch(1, 1);
+    verfy_server_cert_checkbox_ =
+        addSwitch("verfy_server_cert_checkbox_", GetCaption(MsgCode::UI_TR_VERFY_SERVER_CERT),
+                  QT_TRANSLATE_NOOP("ui", "Connects only to servers whose certificate you trust."));
+    buildTrustWarning();
+    optimal_channel_checkbox_ = addSwitch(
+        "optimal_channel_checkbox_", Translate(QT_TRANSLATE_NOOP("ui", "Select Optimal Channel")),
+        QT_TRANSLATE_NOOP("ui", "Uses the fastest of the server's addresses."));
+    gateway_detect_checkbox_ = addSwitch(
+        "gateway_detect_checkbox_", Translate(QT_TRANSLATE_NOOP("ui", "Detect Nearest Gateway")),
+        QT_TRANSLATE_NOOP("ui", "Looks for the gateway that answers first."));
+    perfer_gateway_combobox_ = new StillComboBox(advanced);
+    perfer_gateway_combobox_->addItem(GetTrMsg(MsgCode::UI_INFO_OPTIONAL));
+    perfer_gateway_combobox_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    gatewayCell = cell(perfer_gateway_combobox_, "perfer_gateway_combobox_",
+                       Translate(QT_TRANSLATE_NOOP("ui", "Preferred Gateway:")),
+                       QT_TRANSLATE_NOOP("ui", "Taken as long as it answers."));
+    rows_->addWidget(gatewayCell, rows_->rowCount(), 0, 1, 2);
+    buildModes();
+}
+
+void EditorForm::buildModes() {
     comboBox_spa_mode_ = makeModes(advanced);
     lineEdit_spa_port_ = new QLineEdit(advanced);
     lineEdit_spa_port_->setPlaceholderText(GetTrMsg(MsgCode::UI_INFO_INPUT_SPA_PORT));
     restrictTo(lineEdit_spa_port_, kPortPattern);
     comboBox_comm_optim_mode = makeModes(advanced);
-    gateway_detect_checkbox_ =
-        makeCheck(advanced, "gateway_detect_checkbox_",
-                  Translate(QT_TRANSLATE_NOOP("ui", "Detect Nearest Gateway")));
-    perfer_gateway_combobox_ = new StillComboBox(advanced);
-    perfer_gateway_combobox_->addItem(GetTrMsg(MsgCode::UI_INFO_OPTIONAL));
-    perfer_gateway_combobox_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-
-    rows_ = new QGridLayout(advanced);
-    rows_->setContentsMargins(0, 0, 0, 0);
-    rows_->setHorizontalSpacing(kSpacing);
-    rows_->setVerticalSpacing(8);
-    rows_->setColumnMinimumWidth(0, kLabelWidth);
-    rows_->setColumnStretch(1, 1);
-    rows_->addWidget(verfy_server_cert_checkbox_, 0, 0, 1, 2);
-    rows_->addWidget(optimal_channel_checkbox_, 1, 0, 1, 2);
-    addRow(comboBox_spa_mode_, "comboBox_spa_mode_",
-           Translate(QT_TRANSLATE_NOOP("ui", "SPA Mode:")));
-    spaPortLabel = addRow(lineEdit_spa_port_, "lineEdit_spa_port_",
-                          Translate(QT_TRANSLATE_NOOP("ui", "SPA Port:")));
-    addRow(comboBox_comm_optim_mode, "comboBox_comm_optim_mode",
-           GetTrMsg(MsgCode::UI_INFO_COMMNICATION_STABILITY_OPTIMIZATION));
-    rows_->addWidget(gateway_detect_checkbox_, rows_->rowCount(), 0, 1, 2);
-    gatewayLabel = addRow(perfer_gateway_combobox_, "perfer_gateway_combobox_",
-                          Translate(QT_TRANSLATE_NOOP("ui", "Preferred Gateway:")));
+    int const row = rows_->rowCount();
+    rows_->addWidget(cell(comboBox_spa_mode_, "comboBox_spa_mode_",
+                          Translate(QT_TRANSLATE_NOOP("ui", "SPA Mode:")),
+                          QT_TRANSLATE_NOOP("ui", "Knocks before it connects.")),
+                     row, 0);
+    spaPortCell = cell(lineEdit_spa_port_, "lineEdit_spa_port_",
+                       Translate(QT_TRANSLATE_NOOP("ui", "SPA Port:")),
+                       QT_TRANSLATE_NOOP("ui", "Where the server waits for the knock."));
+    rows_->addWidget(spaPortCell, row, 1);
+    rows_->addWidget(cell(comboBox_comm_optim_mode, "comboBox_comm_optim_mode",
+                          GetTrMsg(MsgCode::UI_INFO_COMMNICATION_STABILITY_OPTIMIZATION),
+                          QT_TRANSLATE_NOOP("ui", "Steadier, but slower, on bad lines.")),
+                     row + 1, 0);
 }
 
-void EditorForm::buildFoot(QWidget* body) {
-    auto* buttons = new DialogFoot(body, "add_connect_button_", "cannel_connect_button_");
+void EditorForm::buildTrustWarning() {
+    trustWarning = new QLabel(advanced);
+    trustWarning->setObjectName(QStringLiteral("trust_warning_"));
+    trustWarning->setProperty("role", QStringLiteral("warning"));
+    trustWarning->setWordWrap(true);
+    trustWarning->setIndent(kIndicatorRoom);
+    trustWarning->setText(QStringLiteral("%1 <a href=\"folder\">%2</a>")
+                              .arg(Translate(QT_TRANSLATE_NOOP(
+                                       "ui", "No trusted certificate has been imported yet.")),
+                                   Translate(QT_TRANSLATE_NOOP("ui", "Open their folder"))));
+    trustWarning->setTextInteractionFlags(Qt::LinksAccessibleByMouse |
+                                          Qt::LinksAccessibleByKeyboard);
+    trustWarning->hide();
+    rows_->addWidget(trustWarning, rows_->rowCount(), 0, 1, 2);
+}
+
+void EditorForm::buildFoot(QWidget* dialog) {
+    auto* buttons = new DialogFoot(dialog, "add_connect_button_", "cannel_connect_button_");
     foot = buttons;
-    foot->setObjectName(QStringLiteral("editor_foot_"));
-    foot->setAttribute(Qt::WA_StyledBackground);
     cannel_connect_button_ = buttons->Cancel();
     add_connect_button_ = buttons->Ok();
-    foot->layout()->setContentsMargins(kSide, 12, kSide, 16);
+    save_button_ = buttons->AddButton(Translate(QT_TRANSLATE_NOOP("ui", "Save")), "save_button_");
 }
 
 void EditorForm::SetArrow(bool open) const {
@@ -269,30 +295,15 @@ void EditorForm::SetArrow(bool open) const {
                    : QStringLiteral(":/assets/images/arrow_right.png")));
 }
 
-int EditorForm::Height() const {
-    // Layouts hear of what was shown or hidden inside them with a later event.
-    QList<QWidget*> const inside = scroll->widget()->findChildren<QWidget*>();
-    for (auto widget = inside.crbegin(); widget != inside.crend(); ++widget) {
-        if (QLayout* const layout = (*widget)->layout()) {
-            layout->invalidate();
-            layout->activate();
-        }
-    }
-    column_->invalidate();
-    int const fields = column_->hasHeightForWidth()
-                           ? column_->totalHeightForWidth(scroll->viewport()->width())
-                           : column_->totalSizeHint().height();
-    return (tabs->isHidden() ? 0 : tabs->sizeHint().height()) + fields + foot->sizeHint().height();
-}
-
 void EditorForm::SetTabOrder(QList<QWidget*> const& credentials) const {
     QList<QWidget*> const order =
         QList<QWidget*>{pushButton_tls, pushButton_gmssl, profile_name_, server_, port_} +
         credentials + QList<QWidget*>{checkbox_keep_auth_type_,    btn_icon_advanced_config_,
-                                      verfy_server_cert_checkbox_, optimal_channel_checkbox_,
-                                      comboBox_spa_mode_,          lineEdit_spa_port_,
-                                      comboBox_comm_optim_mode,    gateway_detect_checkbox_,
-                                      perfer_gateway_combobox_,    cannel_connect_button_,
+                                      verfy_server_cert_checkbox_, trustWarning,
+                                      optimal_channel_checkbox_,   gateway_detect_checkbox_,
+                                      perfer_gateway_combobox_,    comboBox_spa_mode_,
+                                      lineEdit_spa_port_,          comboBox_comm_optim_mode,
+                                      cannel_connect_button_,      save_button_,
                                       add_connect_button_};
     for (int i = 1; i < order.size(); ++i) {
         QWidget::setTabOrder(order[i - 1], order[i]);

@@ -51,6 +51,9 @@ void ProfileEditing::add() {
     services_.config.Save();
     Q_EMIT ListChanged();
     Q_EMIT ProfileStored(name);
+    if (!dialog.ConnectWanted()) {
+        return;
+    }
     if (!services_.state.Idle()) {
         Log().info("Runing client num is {}", g_running_client);
         critical(GetTrMsg(MsgCode::UI_TR_STOP_CONNECTION_FIRST));

@@ -14,8 +14,9 @@ using components::logger::Log;
 BoxRequest OkBox(BoxKind kind, QString const& text) {
     BoxRequest request;
     request.kind = kind;
-    request.title = GetTrMsg(kind == BoxKind::kCritical ? common::MsgCode::UI_ERROR
-                                                        : common::MsgCode::UI_WARNING);
+    request.title = GetTrMsg(kind == BoxKind::kCritical      ? common::MsgCode::UI_ERROR
+                             : kind == BoxKind::kInformation ? common::MsgCode::UI_INFO
+                                                             : common::MsgCode::UI_WARNING);
     request.text = text;
     request.buttons = {GetTrMsg(common::MsgCode::UI_INFO_OK)};
     return request;

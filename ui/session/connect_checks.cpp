@@ -35,15 +35,19 @@ bool ConnectFlow::CheckProfile(std::shared_ptr<Profile> const& profile) {
     return !common::NeedsCertificate(profile->authType) || CheckCert(profile);
 }
 
-std::optional<SecretAnswer> ConnectFlow::askFor(SecretTexts const& texts) {
+std::optional<SecretAnswer> ConnectFlow::askFor(SecretTexts const& texts, Profile const& profile) {
     SecretRequest request;
     request.parent = core_.window;
     request.title = GetTrMsg(texts.title);
+    request.subject = QString::fromStdString(profile.name);
+    std::string const& whose = profile.userName;
+    request.subjectDetail =
+        QString::fromStdString(whose.empty() ? profile.server : whose + " · " + profile.server);
     request.label = GetTrMsg(texts.label);
     request.label2 = GetTrMsg(texts.name);
     request.placeholder = request.label;
     request.okButton = GetTrMsg(MsgCode::UI_INFO_OK);
-    request.cancelButton = GetTrMsg(MsgCode::UI_INFO_NO);
+    request.cancelButton = GetTrMsg(MsgCode::UI_INFO_CANCEL);
     request.rememberText = GetTrMsg(texts.remember);
     request.remember = texts.remembered;
     request.maxUtf8Length = texts.max_bytes;
@@ -58,7 +62,8 @@ bool ConnectFlow::CheckPassword(std::shared_ptr<Profile> const& profile) {
     auto const answer =
         askFor({MsgCode::UI_INFO_INPUT_PWD, MsgCode::UI_INFO_PLEASE_INPUT_THE_PWD,
                 MsgCode::UI_INFO_PASSWORD, MsgCode::UI_INFO_REMEMBER_PWD,
-                MsgCode::UI_TR_ERR_PWD_LENGTH, kMaxPasswordBytes, profile->rememberPassword});
+                MsgCode::UI_TR_ERR_PWD_LENGTH, kMaxPasswordBytes, profile->rememberPassword},
+               *profile);
     if (answer) {
         profile->password = answer->value;
         keepAnswer(answer->remember, profile->rememberPassword, *profile);
@@ -69,9 +74,10 @@ bool ConnectFlow::CheckPassword(std::shared_ptr<Profile> const& profile) {
 bool ConnectFlow::CheckPincode(std::shared_ptr<Profile> const& profile) {
     bool const gm = profile->loginMode == kLoginModeGm;
     bool& remember = gm ? profile->rememberGmPin : profile->rememberTlsPin;
-    auto const answer = askFor({MsgCode::UI_INFO_INPUT_PINCODE, MsgCode::UI_INFO_INPUT_PIN_CODE,
-                                MsgCode::UI_INFO_PINCODE, MsgCode::UI_INFO_REMEMBER_PIN,
-                                MsgCode::UI_TR_ERR_PIN_CODE_LENGTH, kMaxPinBytes, remember});
+    auto const answer = askFor(
+        {MsgCode::UI_INFO_INPUT_PINCODE, MsgCode::UI_INFO_INPUT_PIN_CODE, MsgCode::UI_INFO_PINCODE,
+         MsgCode::UI_INFO_REMEMBER_PIN, MsgCode::UI_TR_ERR_PIN_CODE_LENGTH, kMaxPinBytes, remember},
+        *profile);
     if (answer) {
         (gm ? profile->gmCert.pin : profile->systemCert.pin) = answer->value;
         keepAnswer(answer->remember, remember, *profile);

@@ -68,7 +68,7 @@ class ConnectFlow : public QObject {
         int max_bytes;  // UTF-8
         bool remembered;
     };
-    std::optional<SecretAnswer> askFor(SecretTexts const& texts);
+    std::optional<SecretAnswer> askFor(SecretTexts const& texts, Profile const& profile);
 
     bool CheckProfile(std::shared_ptr<Profile> const& profile);
     bool CheckPassword(std::shared_ptr<Profile> const& profile);

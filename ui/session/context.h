@@ -28,7 +28,8 @@ struct Context {
     std::string tokenPromptMsg;
     std::string emailAuthAccount;
     bool allowLocalChangePassword = false;
-    QString passwordPolicy;  // lines for the user, empty without a policy
+    core::sslvpn::UserPasswordComplexity passwordPolicy;
+    bool expiryTold = false;  // in this session
     std::string changePasswordUrl;
     std::string forgotPasswordUrl;
     QDateTime connectTime;  // invalid until the tunnel is up

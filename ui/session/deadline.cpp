@@ -15,13 +15,18 @@ std::chrono::milliseconds BootTime() {
 }
 
 Deadline::Deadline(Clock clock) : clock_(std::move(clock)) {
-    timer_.setInterval(clock_.tick);
+    timer_.setSingleShot(true);
+    timer_.setTimerType(Qt::PreciseTimer);
     connect(&timer_, &QTimer::timeout, this, &Deadline::onTick);
 }
 
 void Deadline::Start(Time time) {
     end_ = clock_.now() + time;
-    timer_.start();
+    arm();
+}
+
+void Deadline::arm() {
+    timer_.start(std::clamp(end_ - clock_.now(), Time(), clock_.tick));
 }
 
 QString Deadline::TimeLeft() const {
@@ -36,9 +41,9 @@ QString Deadline::TimeLeft() const {
 
 void Deadline::onTick() {
     if (clock_.now() < end_) {
+        arm();
         Q_EMIT Ticked();
     } else {
-        timer_.stop();
         Q_EMIT Passed();
     }
 }

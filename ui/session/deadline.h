@@ -37,6 +37,7 @@ class Deadline : public QObject {
     void Passed();
 
   private:
+    void arm();
     void onTick();
 
     Clock const clock_;

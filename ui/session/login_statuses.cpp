@@ -58,23 +58,47 @@ void LoginStatuses::onUnawaitedAnswer(Data const& data, Profile& /*profile*/) {
 void LoginStatuses::HandleChangePWD(Data const& data, Profile& profile) {
     if (data.statusCode == MsgCode::NEED_CHANGE_PWD) {
         Q_EMIT core_.NeedChangePwd(data);
-    } else if (!core_.conversation.OnAnswer(data.statusCode)) {
-        onUnawaitedAnswer(data, profile);
+    } else if (core_.conversation.OnAnswer(data.statusCode)) {
+        return;
+    } else if (data.statusCode == MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE) {
+        onPasswordRefused(data, profile);
+    } else {
+        Q_EMIT core_.ChangePWDRetSignal(static_cast<int>(data.statusCode));
     }
 }
 
 void LoginStatuses::onPasswordRefused(Data const& data, Profile& /*profile*/) {
-    Log().debug("stop change pwd response timer");
-    core_.conversation.StopDeadline();
     core_.state.errorShown = true;
     failures_.ProcessErrorMsg(GetTrMsg(data.statusCode));
 }
 
 void LoginStatuses::HandleAuthData(Data const& data, Profile& profile) {
     core_.context.allowLocalChangePassword = data.allowLocalChangePassword;
+    core_.context.passwordPolicy = data;
     core_.context.changePasswordUrl = data.changePasswordUrl;
     KeepForgottenPasswordPage(data.forgotPasswordUrl, profile, core_);
     core_.Announce();
+    warnOfExpiry(data);
+}
+
+// Once a session.
+void LoginStatuses::warnOfExpiry(Data const& data) {
+    bool const password = data.passwordExpiredDays > 0;
+    bool const account = data.accountExpiredDays > 0;
+    if ((!password && !account) || std::exchange(core_.context.expiryTold, true)) {
+        return;
+    }
+    QString text;
+    if (password && account) {
+        text = GetTrMsg(MsgCode::UI_INFO_ACCOUNT_AND_PWD_WILL_EXPIRE)
+                   .arg(data.accountExpiredDays)
+                   .arg(data.passwordExpiredDays);
+    } else if (password) {
+        text = GetTrMsg(MsgCode::UI_INFO_PWD_WILL_EXPIRE).arg(data.passwordExpiredDays);
+    } else {
+        text = GetTrMsg(MsgCode::UI_INFO_ACCOUNT_WILL_EXPIRE).arg(data.accountExpiredDays);
+    }
+    boxes_.Ask(OkBox(BoxKind::kWarning, text), {});
 }
 
 void LoginStatuses::onServerCertificate(Data const& data, Profile& profile) {

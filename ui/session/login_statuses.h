@@ -35,6 +35,7 @@ class LoginStatuses {
     ThirdPartyLogin& ThirdParty() { return thirdParty_; }
 
   private:
+    void warnOfExpiry(Data const& data);
     void HandleAcceptServerCert(bool result, std::string const& profileName);
 
     SessionCore& core_;

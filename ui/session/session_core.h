@@ -78,6 +78,8 @@ class SessionCore : public QObject {
     // What the service asks of the user. Who answers may run a dialog at once.
     void NeedSelectAuthType(bool select);
     void NeedSendAuthCode();
+    // An answer of the gateway to a change of the password.
+    void ChangePWDRetSignal(int code);
     void NeedChangePwd(zorvanelink::core::sslvpn::CLMsgCommonReplyData const& data);
 
   private:

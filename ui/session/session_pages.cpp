@@ -19,6 +19,13 @@ std::vector<SessionPage> pagesFor(ConnectionState const& state, Context const& c
         pages.push_back({GetTrMsg(MsgCode::UI_INFO_RESOURCE_LIST),
                          QString::fromStdString(context.resourceListPagePath), true});
     }
+    if (state.online && context.allowLocalChangePassword) {
+        pages.push_back({GetTrMsg(MsgCode::UI_INFO_LOWER_CHANGE_PWD), {}, false, true});
+    }
+    if (reachable && !context.changePasswordUrl.empty()) {
+        pages.push_back({GetTrMsg(MsgCode::UI_INFO_CHANGE_PWD_URL),
+                         QString::fromStdString(context.changePasswordUrl), false, true});
+    }
     return pages;
 }
 

@@ -1,4 +1,5 @@
-// The pages of the server that a session offers to its user. GUI thread.
+// What a session offers to its user: pages of the server, and the change of the password. GUI
+// thread.
 #pragma once
 
 #include <QString>
@@ -12,7 +13,8 @@ namespace zorvanelink::ui {
 struct SessionPage {
     QString title;
     QString address;
-    bool local = false;  // a file below the data folder, else an address of the web
+    bool local = false;     // a file below the data folder, else an address of the web
+    bool password = false;  // for a new password; without an address it is asked for here
 
     bool operator==(SessionPage const&) const = default;
 };

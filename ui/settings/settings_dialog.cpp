@@ -25,8 +25,8 @@ struct Row {
 
 constexpr Row kRows[] = {
     {[] { return Translate(QT_TRANSLATE_NOOP("ui", "Start")); }, "auto_run_",
-     QT_TRANSLATE_NOOP("ui", "Start with the desktop session"), &Config::autoRun},
-    {nullptr, "auto_login_", QT_TRANSLATE_NOOP("ui", "Connect automatically after the start"),
+     QT_TRANSLATE_NOOP("ui", "Start when you log in"), &Config::autoRun},
+    {nullptr, "auto_login_", QT_TRANSLATE_NOOP("ui", "Connect automatically at start"),
      &Config::autoLogin},
     {[] { return Translate(QT_TRANSLATE_NOOP("ui", "Connection")); }, "auto_reconnect_",
      QT_TRANSLATE_NOOP("ui", "Reconnect automatically after an interruption"),
@@ -52,19 +52,17 @@ SettingsDialog::SettingsDialog(Config& config, Prompts& prompts, QWidget* parent
     setObjectName(QStringLiteral("settings_dialog_"));
     setWindowTitle(GetTrMsg(MsgCode::UI_INFO_SETTING));
     auto* const column = new QVBoxLayout(Body());
-    column->setContentsMargins(20, 20, 20, 20);
+    column->setContentsMargins(20, 20, 20, 12);
     column->setSpacing(8);
     addSwitches(column);
     column->addSpacing(12);
     column->addWidget(buildCertificates());
-    column->addSpacing(16);
-    auto* const foot = new DialogFoot(Body(), "btn_ok_", "btn_cancel_");
+    auto* const foot = new DialogFoot(Panel(), "btn_ok_", "btn_cancel_");
     connect(foot->Ok(), &QPushButton::clicked, this, &QDialog::accept);
     connect(foot->Cancel(), &QPushButton::clicked, this, &QDialog::reject);
-    column->addWidget(foot);
+    SetFoot(foot);
     Body()->setMinimumWidth(kBodyWidth);
     switches_.front().box->setFocus();
-    FrameLayout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void SettingsDialog::addSwitches(QVBoxLayout* column) {
@@ -87,13 +85,13 @@ void SettingsDialog::addSwitches(QVBoxLayout* column) {
 
 QWidget* SettingsDialog::buildCertificates() {
     auto* const group = new QWidget(Body());
-    auto* const row = new QHBoxLayout(group);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(heading(Translate(QT_TRANSLATE_NOOP("ui", "Certificates")), group));
-    row->addStretch();
+    auto* const column = new QVBoxLayout(group);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(8);
+    column->addWidget(heading(Translate(QT_TRANSLATE_NOOP("ui", "Certificates")), group));
     auto* const button = new QPushButtonExt(GetTrMsg(MsgCode::UI_TR_CLIENT_CERT_MANAGEMENT), group);
     button->setObjectName(QStringLiteral("btn_client_certs_"));
-    row->addWidget(button);
+    column->addWidget(button, 0, Qt::AlignLeft);
     connect(button, &QPushButton::clicked, this,
             [this] { ManageClientCerts(config_, prompts_, this); });
     return group;
@@ -115,10 +113,11 @@ bool SettingsDialog::applyAutostart() {
     if (wanted == HasAutostart() || SetAutostart(wanted)) {
         return true;
     }
-    prompts_.Error(
-        this,
-        Translate(QT_TRANSLATE_NOOP("ui", "The start with the session could not be changed.#@@#%1"))
-            .arg(GetAutostartFilePath()));
+    prompts_.Critical(
+        this, windowTitle(),
+        Translate(QT_TRANSLATE_NOOP("ui", "Starting at login could not be changed.#@@#%1"))
+            .arg(GetAutostartFilePath()),
+        GetTrMsg(MsgCode::UI_INFO_OK));
     return false;
 }
 

@@ -47,6 +47,7 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
       tunnel_(*ui_.tunnel, session_.context),
       authTypes_(session_),
       authCodes_(session_),
+      passwords_(session_),
       editing_({session_.state, session_.config, session_.Certificates(), session_.prompts, this}),
       tray_(*this, session_.config, allowed(std::move(environment.trayAvailable))),
       more_({*ui_.titleBar->MoreButton(), session_.config, session_.prompts,
@@ -107,6 +108,7 @@ void MainWindow::wireCards() {
     connect(&cards_, &ConnectionList::StopConnect, &session_, &Session::Stop);
     connect(&cards_, &ConnectionList::ForgotPassword, this,
             [this](QString const& url) { OpenUrlWithHint(session_.prompts, this, url, false); });
+    connect(&cards_, &ConnectionList::PageWanted, this, &MainWindow::openPage);
     connect(&cards_, &ConnectionList::EableUserGuide, this, &MainWindow::EableUserGuide);
     connect(&cards_, &ConnectionList::Selected, this, [this] {
         renderHero(viewStateFor(session_.state));

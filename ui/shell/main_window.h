@@ -8,6 +8,7 @@
 
 #include "ui/auth/auth_code_flow.h"
 #include "ui/auth/auth_type_flow.h"
+#include "ui/auth/change_pwd_flow.h"
 #include "ui/cards/connection_list.h"
 #include "ui/editor/profile_editing.h"
 #include "ui/session/session.h"
@@ -93,6 +94,7 @@ class MainWindow : public FramelessWindow {
     TunnelController tunnel_;
     AuthTypeFlow authTypes_;
     AuthCodeFlow authCodes_;
+    ChangePWDFlow passwords_;
     ProfileEditing editing_;
     TrayController tray_;
     MoreMenu more_;

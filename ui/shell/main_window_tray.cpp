@@ -46,9 +46,17 @@ void MainWindow::renderPages() {
     }
     tray_.SetPages(pages);
     ui_.tunnel->SetPages(titles);
+    std::vector<SessionPage> ofCard;
+    std::copy_if(pages.begin(), pages.end(), std::back_inserter(ofCard),
+                 [](SessionPage const& page) { return page.password; });
+    cards_.SetPages(ofCard);
 }
 
 void MainWindow::openPage(SessionPage const& page) {
+    if (page.address.isEmpty()) {
+        passwords_.onActionActiveChangePWDTriggered();
+        return;
+    }
     OpenUrlWithHint(session_.prompts, this, page.address, page.local);
 }
 

@@ -16,6 +16,12 @@ class DialogFoot : public QWidget {
     // The object names of the two. Without the second there is no Cancel.
     DialogFoot(QWidget* parent, char const* okName, char const* cancelName);
 
+    // One more, between the two.
+    QPushButtonExt* AddButton(QString const& text, char const* name);
+
+    // What stands at the left end.
+    void SetLead(QWidget* lead);
+
     QPushButtonExt* Ok() const { return ok_; }
     QPushButtonExt* Cancel() const { return cancel_; }
 

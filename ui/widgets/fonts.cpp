@@ -8,6 +8,7 @@
 #include <QStyleFactory>
 
 #include "app/environment/app_ctrl.h"
+#include "ui/widgets/focus_ring.h"
 
 namespace zorvanelink::ui {
 
@@ -33,7 +34,11 @@ void SetApplicationFont() {
 void SetApplicationStyle() {
     QStyle* style = QStyleFactory::create(QStringLiteral("Fusion"));
     QApplication::setStyle(style);
-    QApplication::setPalette(style->standardPalette());
+    QPalette palette = style->standardPalette();
+    palette.setColor(QPalette::PlaceholderText, QColor(0x68, 0x71, 0x7C));  // no sheet can say it
+    palette.setColor(QPalette::Link, QColor(0x16, 0x65, 0xD8));
+    QApplication::setPalette(palette);
+    FocusRing::Install();
 }
 
 }  // namespace zorvanelink::ui

@@ -1,6 +1,8 @@
 #include "ui/widgets/frameless_window.h"
 
+#include <QEvent>
 #include <QScreen>
+#include <QStyle>
 
 #include "ui/widgets/resize_edges.h"
 #include "ui/widgets/round_corners.h"
@@ -32,6 +34,18 @@ void FramelessWindow::ContentsMade() {
 void FramelessWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     CutRoundCorners(*this);
+}
+
+// A maximised window ends where the screen does: no border, no round corners.
+void FramelessWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    auto* const frame = findChild<QWidget*>(QStringLiteral("window_frame_"));
+    if (event->type() == QEvent::WindowStateChange && frame != nullptr &&
+        frame->property("maximised").toBool() != isMaximized()) {
+        frame->setProperty("maximised", isMaximized());
+        frame->style()->unpolish(frame);
+        frame->style()->polish(frame);
+    }
 }
 
 }  // namespace zorvanelink::ui

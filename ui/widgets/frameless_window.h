@@ -26,6 +26,7 @@ class FramelessWindow : public QWidget {
     void ContentsMade();
 
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 };
 
 }  // namespace zorvanelink::ui

@@ -5,6 +5,7 @@
 #include "ui/text/bounded_text.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/automation_hooks.h"
+#include "ui/widgets/field_note.h"
 #include "ui/widgets/secret_field.h"
 
 namespace zorvanelink::ui {
@@ -14,16 +15,23 @@ using common::MsgCode;
 namespace {
 
 constexpr int kRun = 32;  // the widest signs so many fit a line
+constexpr int kMaxChars = 1024;
 
 }  // namespace
 
 InputDialog::InputDialog(Prompts& prompts, QWidget* parent)
     : ZVLDialog(parent, &prompts),
+      subject_(new ElidedLabel({}, Body())),
+      subjectDetail_(new ElidedLabel({}, Body())),
       label_(new QLabel(Body())),
       label2_(new QLabel(Body())),
-      edit_(new QLineEdit(Body())),
+      edit_(new SecretEdit(kMaxChars, Body())),
       remember_(new QCheckBox(Body())),
-      foot_(new DialogFoot(Body(), "ok_button_", "cancel_button_")) {
+      foot_(new DialogFoot(Panel(), "ok_button_", "cancel_button_")) {
+    subject_->setObjectName(QStringLiteral("subject_"));
+    subject_->setProperty("role", QStringLiteral("heading"));
+    subjectDetail_->setObjectName(QStringLiteral("subject_detail_"));
+    subjectDetail_->setProperty("role", QStringLiteral("secondary"));
     label_->setObjectName(QStringLiteral("label_"));
     label2_->setObjectName(QStringLiteral("label2_"));
     label2_->setProperty("role", QStringLiteral("label"));
@@ -44,19 +52,32 @@ InputDialog::InputDialog(Prompts& prompts, QWidget* parent)
     field->addWidget(label2_);
     field->addWidget(edit_);
     auto* column = new QVBoxLayout(Body());
-    column->setContentsMargins(20, 20, 20, 20);
+    column->setContentsMargins(20, 20, 20, 8);
     column->setSpacing(12);
+    auto* subject = new QVBoxLayout;
+    subject->setSpacing(2);
+    subject->addWidget(subject_);
+    subject->addWidget(subjectDetail_);
+    column->addLayout(subject);
     column->addWidget(label_);
     column->addLayout(field);
     column->addWidget(remember_);
-    column->addSpacing(4);
-    column->addWidget(foot_);
+    SetFoot(foot_);
     setFixedWidth(480);
+    SetSubject({}, {});
     edit_->setFocus();
 }
 
 InputDialog::~InputDialog() {
     WipeField(*edit_);
+}
+
+void InputDialog::SetSubject(QString const& name, QString const& detail) {
+    subject_->SetFullText(name);
+    subject_->setHidden(name.isEmpty());
+    subjectDetail_->SetFullText(detail);
+    subjectDetail_->setHidden(detail.isEmpty());
+    setAccessibleDescription((name + QLatin1Char('\n') + detail).trimmed());
 }
 
 void InputDialog::setLabelText(QString const& text) {
@@ -161,6 +182,7 @@ void InputDialog::on_ok_button__clicked() {
         accept();
         return;
     }
+    MarkRefused(*edit_, complaint);
     ShowCriticalBox(this, GetTrMsg(MsgCode::UI_ERROR), complaint, GetTrMsg(MsgCode::UI_INFO_OK));
     edit_->setFocus();
 }

@@ -3,10 +3,11 @@
 
 #include <QCheckBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <string>
 
 #include "ui/widgets/dialog_foot.h"
+#include "ui/widgets/elided_label.h"
+#include "ui/widgets/secret_edit.h"
 #include "ui/widgets/zvl_dialog.h"
 
 namespace zorvanelink::ui {
@@ -19,6 +20,8 @@ class InputDialog : public ZVLDialog {
     // Whatever way it ends, no typed secret stays behind.
     ~InputDialog() override;
 
+    // Whose secret it is: a name, and what tells it from others.
+    void SetSubject(QString const& name, QString const& detail);
     void setLabelText(QString const& text);   // what is asked for
     void setLabel2Text(QString const& text);  // the field's caption, hidden while empty
     void setTextEchoMode(QLineEdit::EchoMode mode);
@@ -50,9 +53,11 @@ class InputDialog : public ZVLDialog {
     void on_ok_button__clicked();
     void nameField();
 
+    ElidedLabel* subject_;
+    ElidedLabel* subjectDetail_;
     QLabel* label_;
     QLabel* label2_;
-    QLineEdit* edit_;
+    SecretEdit* edit_;
     QCheckBox* remember_;
     DialogFoot* foot_;
     QString emptyMessage_;

@@ -89,6 +89,7 @@ int DialogPrompts::Box(BoxRequest const& request) {
 std::optional<SecretAnswer> DialogPrompts::InputSecret(SecretRequest const& request) {
     InputDialog dialog(*this, request.parent);
     dialog.setWindowTitle(request.title);
+    dialog.SetSubject(request.subject, request.subjectDetail);
     dialog.setLabelText(request.label);
     dialog.setLabel2Text(request.label2);
     dialog.setPlaceholderText(request.placeholder);

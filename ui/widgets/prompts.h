@@ -31,6 +31,8 @@ struct BoxRequest {
 struct SecretRequest {
     QWidget* parent = nullptr;
     QString title;
+    QString subject;  // whose secret it is, and what tells it from others
+    QString subjectDetail;
     QString label;
     QString label2;
     QString placeholder;

@@ -7,19 +7,22 @@
 
 namespace zorvanelink::ui {
 
-std::string TakeSensitiveValue(QLineEdit& field) {
-    QString text = field.text();
-    // Only when the field has let go of the shared buffer does fill() reach that very buffer.
-    field.setText(QString());
-    QByteArray bytes = text.toUtf8();
-    text.fill(QChar(u'\0'));
+std::string SensitiveValueOf(QLineEdit const& field) {
+    QByteArray bytes = field.text().toUtf8();
     components::utils::SecretString const clear(bytes.toStdString());
     bytes.fill('\0');
     return components::utils::EncodeSensitiveValue(clear.Get());
 }
 
+std::string TakeSensitiveValue(QLineEdit& field) {
+    std::string value = SensitiveValueOf(field);
+    WipeField(field);
+    return value;
+}
+
 void WipeField(QLineEdit& field) {
     QString text = field.text();
+    // Only when the field has let go of the shared buffer does fill() reach that very buffer.
     field.setText(QString());
     text.fill(QChar(u'\0'));
 }

@@ -10,6 +10,9 @@ namespace zorvanelink::ui {
 // way is overwritten.
 std::string TakeSensitiveValue(QLineEdit& field);
 
+// The same, and the field stays as it is.
+std::string SensitiveValueOf(QLineEdit const& field);
+
 // Empties the field and overwrites what stood in it.
 void WipeField(QLineEdit& field);
 

@@ -30,7 +30,16 @@ TitleBar::TitleBar(Kind kind, QWidget* parent) : QFrame(parent), kind_(kind) {
     title_ = new QLabel(this);
     title_->setObjectName(QStringLiteral("title_"));
     title_->setTextFormat(Qt::PlainText);
-    row->addWidget(title_, 1);
+    subtitle_ = new ElidedLabel({}, this);
+    subtitle_->setObjectName(QStringLiteral("subtitle_"));
+    subtitle_->hide();
+    auto* titles = new QVBoxLayout;
+    titles->setSpacing(0);
+    titles->addStretch();
+    titles->addWidget(title_);
+    titles->addWidget(subtitle_);
+    titles->addStretch();
+    row->addLayout(titles, 1);
     if (window) {
         more_ =
             addButton("btn_main_more_", image("more"), Translate(QT_TRANSLATE_NOOP("ui", "More")));
@@ -56,6 +65,11 @@ QToolButton* TitleBar::addButton(char const* name, QString const& icon,
 
 void TitleBar::SetTitle(QString const& title) {
     title_->setText(title);
+}
+
+void TitleBar::SetSubtitle(QString const& text) {
+    subtitle_->SetFullText(text);
+    subtitle_->setHidden(text.isEmpty());
 }
 
 QString TitleBar::Title() const {

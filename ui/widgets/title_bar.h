@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QToolButton>
 
+#include "ui/widgets/elided_label.h"
 #include "ui/widgets/window_mover.h"
 
 namespace zorvanelink::ui {
@@ -21,6 +22,8 @@ class TitleBar : public QFrame {
 
     void SetTitle(QString const& title);
     QString Title() const;
+    // A second line below the title; none while empty.
+    void SetSubtitle(QString const& text);
 
     // The window's buttons, named btn_main_more_, btn_main_min_ and btn_main_close_; a dialog has
     // only the last, named btn_close_.
@@ -42,6 +45,7 @@ class TitleBar : public QFrame {
     QToolButton* addButton(char const* name, QString const& icon, QString const& accessibleName);
 
     QLabel* title_ = nullptr;
+    ElidedLabel* subtitle_ = nullptr;
     QToolButton* more_ = nullptr;
     QToolButton* min_ = nullptr;
     QToolButton* close_ = nullptr;

@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QStyle>
 #include <QStyleOption>
 
 #include "components/logger/logger.h"
@@ -14,6 +15,11 @@
 
 namespace zorvanelink::ui {
 namespace {
+
+// Pixels, before scaling.
+constexpr int kScreenMargin = 20;  // that a dialog leaves of the screen's height
+constexpr int kSide = 20;
+constexpr int kAboveFoot = 12;
 
 // The list of a combo box is a window of its own that must not dim the dialog it belongs to.
 bool isComboBoxPopup(QWidget const* popup) {
@@ -28,7 +34,8 @@ ZVLDialog::ZVLDialog(QWidget* parent, Prompts* prompts)
       frame_(new QVBoxLayout(this)),
       panel_(new QFrame(this)),
       titleBar_(new TitleBar(TitleBar::Kind::kDialog, panel_)),
-      body_(new QWidget(panel_)) {
+      body_(new QWidget(panel_)),
+      scroll_(new FormScroll(body_, panel_)) {
     setModal(true);
     PrepareRoundCorners(*this);
     setStyleSheet(LoadStyle(QStringLiteral("controls")) + LoadStyle(QStringLiteral("dialog")));
@@ -39,7 +46,7 @@ ZVLDialog::ZVLDialog(QWidget* parent, Prompts* prompts)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(titleBar_);
-    column->addWidget(body_, 1);
+    column->addWidget(scroll_, 1);
     connect(titleBar_->CloseButton(), &QToolButton::clicked, this, &QDialog::reject);
     installEventFilter(this);
 }
@@ -110,23 +117,81 @@ void ZVLDialog::setVisible(bool visible) {
     QDialog::setVisible(visible);
 }
 
-void ZVLDialog::Place() {
-    QWidget const* owner = parentWidget() != nullptr ? parentWidget()->window() : nullptr;
-    bool const overOwner = owner != nullptr && owner->isVisible() && !owner->isMinimized();
-    QRect const area = overOwner ? owner->frameGeometry() : screen()->availableGeometry();
-    // What has just been fitted reaches the outer layouts by events, which come too late.
+void ZVLDialog::SetHead(QWidget* head) {
+    head_ = head;
+    static_cast<QVBoxLayout*>(panel_->layout())->insertWidget(1, head);
+}
+
+void ZVLDialog::SetFoot(QWidget* foot) {
+    foot_ = foot;
+    foot->setProperty("foot", true);
+    foot->setAttribute(Qt::WA_StyledBackground);
+    foot->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    foot->layout()->setContentsMargins(kSide, kAboveFoot, kSide, kSide);
+    panel_->layout()->addWidget(foot);
+    // What scrolls away behind the buttons does so under a line.
+    connect(scroll_, &FormScroll::Scrolls, foot, [foot](bool scrolls) {
+        foot->setProperty("lifted", scrolls);
+        foot->style()->unpolish(foot);
+        foot->style()->polish(foot);
+    });
+}
+
+QWidget const* ZVLDialog::VisibleOwner() const {
+    QWidget const* const owner = parentWidget() != nullptr ? parentWidget()->window() : nullptr;
+    return owner != nullptr && owner->isVisible() && !owner->isMinimized() ? owner : nullptr;
+}
+
+int ZVLDialog::MaxHeight() const {
+    return screen()->availableGeometry().height() - kScreenMargin;
+}
+
+void ZVLDialog::Fit() {
+    // What has just come or gone reaches the outer layouts by events, which come too late.
     for (QLayout* const inner : {body_->layout(), panel_->layout()}) {
         if (inner != nullptr) {
             inner->activate();
         }
     }
-    adjustSize();
-    // It stops at two thirds of the screen, which cuts wrapped texts on a small one.
-    if (layout()->hasHeightForWidth()) {
-        resize(width(), qMax(height(), layout()->totalHeightForWidth(width())));
+    if (minimumWidth() != maximumWidth()) {
+        setFixedWidth(layout()->sizeHint().width());
     }
-    QPoint target = area.center() - rect().center();
+    QMargins const frame = panel_->contentsMargins();
+    int const inside = width() - frame.left() - frame.right();
+    int rest = frame.top() + frame.bottom();
+    for (QWidget const* const fixed : {static_cast<QWidget*>(titleBar_), head_, foot_}) {
+        rest += fixed != nullptr && !fixed->isHidden() ? fixed->sizeHint().height() : 0;
+    }
+    int const form = scroll_->hasHeightForWidth() ? scroll_->heightForWidth(inside)
+                                                  : scroll_->sizeHint().height();
+    // Else the layout takes what a wrapped text wants for what it needs.
+    scroll_->setMaximumHeight(qMax(scroll_->minimumSizeHint().height(), MaxHeight() - rest));
+    setFixedHeight(qMin(qMax(form + rest, MinHeight()), MaxHeight()));
+}
+
+bool ZVLDialog::event(QEvent* event) {
+    bool const done = QDialog::event(event);
+    if (event->type() == QEvent::LayoutRequest && placed_) {
+        Fit();
+        moveOntoScreen();
+    }
+    return done;
+}
+
+void ZVLDialog::moveOntoScreen() {
+    int const excess = geometry().bottom() - screen()->availableGeometry().bottom();
+    if (excess > 0) {
+        move(x(), qMax(screen()->availableGeometry().top(), y() - excess));
+    }
+}
+
+void ZVLDialog::Place() {
+    FrameLayout()->setSizeConstraint(QLayout::SetNoConstraint);
+    Fit();
+    QWidget const* const owner = VisibleOwner();
     QRect const visible = screen()->availableGeometry();
+    QPoint target =
+        (owner != nullptr ? owner->frameGeometry() : visible).center() - rect().center();
     target.setX(
         qBound(visible.left(), target.x(), qMax(visible.left(), visible.right() - width())));
     target.setY(

@@ -9,6 +9,7 @@
 
 #include "components/logger/logger.h"
 #include "ui/text/bounded_text.h"
+#include "ui/text/texts.h"
 #include "ui/widgets/automation_hooks.h"
 #include "ui/widgets/style.h"
 
@@ -79,23 +80,25 @@ void ZVLMessageBox::init(ZVLMsgBoxType kind, QString const& text, Buttons const&
     top->setSpacing(16);
     top->addWidget(icon, 0, Qt::AlignTop);
     top->addLayout(texts);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(12);
     auto* column = new QVBoxLayout(Body());
-    column->setContentsMargins(20, 20, 20, 20);
-    column->setSpacing(20);
+    column->setContentsMargins(20, 20, 20, 8);
     column->addLayout(top);
-    column->addLayout(row);
-    addButtons(row, buttons);
-    FrameLayout()->setSizeConstraint(QLayout::SetFixedSize);
+    addButtons(buttons);
     setAccessibleDescription(
         (mainLabel_->toPlainText() + QLatin1Char('\n') + detailLabel_->toPlainText()).trimmed());
 }
 
-void ZVLMessageBox::addButtons(QHBoxLayout* row, Buttons const& buttons) {
-    row->addStretch();
+void ZVLMessageBox::addButtons(Buttons const& buttons) {
+    auto* foot = new QWidget(Panel());
+    auto* row = new QHBoxLayout(foot);
+    row->setSpacing(12);
+    timeLeft_ = new QLabel(foot);
+    timeLeft_->setObjectName(QStringLiteral("time_left_"));
+    timeLeft_->setProperty("role", QStringLiteral("hint"));
+    timeLeft_->hide();
+    row->addWidget(timeLeft_, 1);
     for (std::size_t i = 0; i < buttons.size(); ++i) {
-        auto* button = new QPushButtonExt(buttons[i], Body());
+        auto* button = new QPushButtonExt(buttons[i], foot);
         button->setObjectName(QStringLiteral("button_%1_").arg(i));
         connect(button, &QPushButton::clicked, this, [this, i] {
             answer_ = static_cast<int>(i);
@@ -105,6 +108,7 @@ void ZVLMessageBox::addButtons(QHBoxLayout* row, Buttons const& buttons) {
         row->insertWidget(1, button);
         buttons_.push_back(button);
     }
+    SetFoot(foot);
     SetDefaultButton(0);
 }
 
@@ -120,12 +124,22 @@ void ZVLMessageBox::SetDefaultButton(int index) {
 void ZVLMessageBox::SetTimeout(std::chrono::milliseconds timeout, std::function<void()> onTimeout) {
     timeout_.setSingleShot(true);
     timeout_.setInterval(timeout);
+    timeLeft_->show();
+    second_.setInterval(1000);
+    connect(&second_, &QTimer::timeout, this, &ZVLMessageBox::showTimeLeft);
+    showTimeLeft();
     connect(&timeout_, &QTimer::timeout, this, [this, onTimeout = std::move(onTimeout)] {
         reject();
         if (onTimeout) {
             onTimeout();
         }
     });
+}
+
+void ZVLMessageBox::showTimeLeft() {
+    int const left = timeout_.isActive() ? timeout_.remainingTime() : timeout_.interval();
+    timeLeft_->setText(
+        Translate(QT_TRANSLATE_NOOP("ui", "Closes in %1 s")).arg((left + 999) / 1000));
 }
 
 void ZVLMessageBox::AllowLink(std::function<void(QString const& url)> onLink) {
@@ -138,9 +152,11 @@ int ZVLMessageBox::Ask() {
     answer_ = -1;
     if (timeout_.interval() > 0) {
         timeout_.start();
+        second_.start();
     }
     exec();
     timeout_.stop();
+    second_.stop();
     return answer_;
 }
 
@@ -243,14 +259,10 @@ void ZVLMessageBoxWithBackground::paintEvent(QPaintEvent*) {
 }
 
 void ZVLMessageBoxWithBackground::Place() {
-    QWidget const* owner = parentWidget() != nullptr ? parentWidget()->window() : nullptr;
-    bool const overOwner = owner != nullptr && owner->isVisible() && !owner->isMinimized();
+    QWidget const* const owner = VisibleOwner();
     fitTexts();
-    FrameLayout()->setSizeConstraint(QLayout::SetNoConstraint);
     FrameLayout()->setAlignment(Panel(), Qt::AlignCenter);
-    setMinimumSize(0, 0);
-    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-    setGeometry(overOwner ? owner->frameGeometry() : screen()->availableGeometry());
+    setGeometry(owner != nullptr ? owner->frameGeometry() : screen()->availableGeometry());
 }
 
 }  // namespace zorvanelink::ui

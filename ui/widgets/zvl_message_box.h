@@ -2,6 +2,7 @@
 // loop. Flow code asks through Prompts instead.
 #pragma once
 
+#include <QLabel>
 #include <QTimer>
 #include <functional>
 #include <vector>
@@ -50,6 +51,7 @@ class ZVLMessageBox : public ZVLDialog {
                         std::function<void()> onTimeout = {}, int defaultButton = 0);
 
     void SetDefaultButton(int index);
+    // Says how many seconds are left.
     void SetTimeout(std::chrono::milliseconds timeout, std::function<void()> onTimeout);
     // Reads the text as markup with links, for our own texts only.
     void AllowLink(std::function<void(QString const& url)> onLink);
@@ -67,7 +69,8 @@ class ZVLMessageBox : public ZVLDialog {
 
   private:
     void init(ZVLMsgBoxType kind, QString const& text, Buttons const& buttons);
-    void addButtons(QHBoxLayout* row, Buttons const& buttons);
+    void addButtons(Buttons const& buttons);
+    void showTimeLeft();
     void AutoGetRes();
 
     ZVLMsgBoxType kind_;
@@ -76,6 +79,8 @@ class ZVLMessageBox : public ZVLDialog {
     MessageText* detailLabel_ = nullptr;
     std::vector<QPushButtonExt*> buttons_;
     QTimer timeout_;
+    QTimer second_;
+    QLabel* timeLeft_ = nullptr;
     int answer_ = -1;
 };
 
@@ -92,6 +97,7 @@ class ZVLMessageBoxWithBackground : public ZVLMessageBox {
   protected:
     void paintEvent(QPaintEvent* event) override;
     void Place() override;
+    void Fit() override {}  // the backdrop is as large as the owner
 };
 
 }  // namespace zorvanelink::ui

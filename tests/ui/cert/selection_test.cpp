@@ -36,10 +36,13 @@ TEST_F(CertDialogTest, OkCopiesTheSelectedRecordAndCancelKeepsTheTarget) {
 
 TEST_F(CertDialogTest, DeleteAsksAndNoIsTheDefault) {
     CertInfo const cert = stored("Anna");
+    QString const detail =
+        QStringLiteral("#@@#Anna\nAnna \u00B7 Valid until ") + LocalTime(cert.validTo).left(10);
     DigitalCertDialog dialog(nullptr, config, prompts);
     auto const deleting = [&](std::vector<std::pair<MsgCode, int>> const& boxes) {
         for (auto const& [code, answer] : boxes) {
-            prompts.ExpectBox(text(code), answer);
+            bool const asks = code == MsgCode::UI_TR_SURE_TO_DELETE_CERT;
+            prompts.ExpectBox(text(code) + (asks ? detail : QString()), answer);
         }
         click(dialog, "btn_delete_");
     };
@@ -68,7 +71,7 @@ TEST_F(CertDialogTest, DeleteAsksAndNoIsTheDefault) {
     EXPECT_TRUE(boxOf(dialog).Pages().empty());
     EXPECT_TRUE(Find<QLabel>(dialog, "empty_label_").isVisibleTo(&dialog));
     EXPECT_FALSE(fileHas(cert.fingerprint)) << "the deletion saved the configuration";
-    deleting({{MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE, 0}});
+    EXPECT_FALSE(Find<QPushButton>(dialog, "btn_delete_").isEnabled());
 }
 
 TEST_F(CertDialogTest, KeyboardMovesFoldsAndAccepts) {

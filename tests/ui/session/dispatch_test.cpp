@@ -74,7 +74,7 @@ TEST_F(DispatchTest, ReasonsOfTheGatewayAreToldOnceAndNotWhenDown) {
     EXPECT_EQ(Sent("stop"), 10);
     GoOnline();
     Receive(MsgCode::PREPARE_RECONNECTING);
-    QDateTime const broken = state.since;
+    QDateTime const broken = state.since = state.since.addSecs(-10);
     Receive(MsgCode::RECONNECTING);
     EXPECT_EQ(state.since, broken) << "one interruption";
     ClickStop();

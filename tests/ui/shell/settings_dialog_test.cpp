@@ -57,9 +57,8 @@ TEST(SettingsDialog, AutostartEntryThatCannotBeWrittenKeepsTheDialogOpen) {
     ASSERT_TRUE(QDir(folder).removeRecursively());
     QFile in_the_way(folder);
     ASSERT_TRUE(in_the_way.open(QIODevice::WriteOnly));
-    prompts.ExpectBox(QStringLiteral("The start with the session could not be changed.#@@#") +
-                          GetAutostartFilePath(),
-                      0);
+    prompts.ExpectBox(
+        QStringLiteral("Starting at login could not be changed.#@@#") + GetAutostartFilePath(), 0);
     SettingsDialog dialog(config, prompts);
     dialog.show();
     Find<QCheckBox>(dialog, "auto_run_").click();

@@ -147,11 +147,7 @@ TEST_F(Tray, EveryStateHasOneLookEverywhere) {
          MsgCode::UI_TR_STATE_CONNECTTED, Look::kConnected},
         {"silent", kConnected, [](auto& s) { s.silentSince = QDateTime(); }, Look::kWarning,
          MsgCode::UI_INFO_CONNECTED, MsgCode::UI_TR_STATE_CONNECTTED, Look::kConnected},
-        {"service gone", kDisconnected,
-         [](auto& s) {
-             s.link = LinkState::kReconnecting;
-             s.adapterUsable = false;
-         },
+        {"service gone", kDisconnected, [](auto& s) { s.link = LinkState::kReconnecting; },
          Look::kWarning, MsgCode::UI_INFO_CONNECTING_SERVICE, MsgCode::UI_INFO_CONNECTING_SERVICE,
          Look::kDisconnected},
         {"no adapter", kDisconnected, [](auto& s) { s.adapterUsable = false; }, Look::kFailed,
@@ -175,6 +171,7 @@ TEST_F(Tray, EveryStateHasOneLookEverywhere) {
                   c.look == Look::kConnecting);
         EXPECT_TRUE(c.look == Look::kConnecting || view.statusIcon == DotImage(c.look));
         EXPECT_EQ(in_tray.icon, TrayImage(c.in_tray));
+        EXPECT_EQ(card.buttonEnabled, in_tray.canConnect || in_tray.canDisconnect);
         EXPECT_EQ(card.lamp, view.status == kDisconnected ? "" : LampName(c.look));
         for (QString const& image : {ShieldImage(c.look, false), ShieldImage(c.look, true),
                                      QString::fromLatin1(in_tray.icon)}) {

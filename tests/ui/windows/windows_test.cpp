@@ -1,5 +1,6 @@
-// What holds for every window and dialog of the gallery's list, in both languages: no text is cut,
-// also at twice the scale, and who cannot see or cannot point reaches every control.
+// What holds for every window and dialog of the gallery's list, in both languages: no text is cut
+// or faint, also at twice the scale, no button lies outside a small screen, and who cannot see or
+// cannot point reaches every control.
 #include <gmock/gmock.h>
 
 #include <QAbstractButton>
@@ -7,12 +8,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QScreen>
 #include <QTextEdit>
 #include <QTranslator>
 #include <QtTest/QTest>
 #include <set>
 
 #include "app/environment/app_ctrl.h"
+#include "tools/gallery/contrast.h"
 #include "tools/gallery/cut_text.h"
 #include "tools/gallery/stage.h"
 #include "ui/text/texts.h"
@@ -105,7 +108,7 @@ std::set<QString> longestTexts() {
     return chosen;
 }
 
-TEST_P(Windows, MeasureFindsACutText) {
+TEST_P(Windows, MeasureFindsWhatIsCutOrFaint) {
     QWidget window;
     QString const text = QStringLiteral("a text that is cut");
     (new QLabel(text, &window))->setGeometry(0, 0, 30, 30);
@@ -113,18 +116,53 @@ TEST_P(Windows, MeasureFindsACutText) {
     auto* edit = new QLineEdit(&window);
     edit->setPlaceholderText(text);
     edit->setGeometry(0, 80, 40, 30);
+    edit->setFocusPolicy(Qt::NoFocus);
+    window.setStyleSheet(
+        QStringLiteral("* { background: #FFFFFF; color: #868686; }"
+                       "QLineEdit { border: 1px solid #AAAAAA; }"));
     window.show();
     EXPECT_EQ(gallery::CutTexts(window).size(), 3U);
+    EXPECT_EQ(gallery::FaintThings(window).size(), 4U) << "three texts and a border";
 }
 
-TEST_P(Windows, NoTextIsCut) {
+TEST_P(Windows, NothingIsCutOrFaint) {
     for (gallery::Row const& row : gallery::AllRows()) {
         SCOPED_TRACE(row.name);
         gallery::Stage stage(false);
         row.set(stage);
         stage.Settle();
         EXPECT_THAT(gallery::CutTexts(*stage.Shown().back()), IsEmpty());
+        EXPECT_THAT(gallery::FaintThings(*stage.Shown().back()), IsEmpty());
     }
+}
+
+// The platform's screen is run at a scale that makes it as low as one of 1366 x 768 at 150 %;
+// at 200 % it is lower than any.
+TEST_P(Windows, NoButtonOfADialogLiesOutsideTheScreen) {
+    int dialogs = 0;
+    for (gallery::Row const& row : gallery::AllRows()) {
+        gallery::Stage stage(false);
+        row.set(stage);
+        stage.Settle();
+        auto const* const dialog = qobject_cast<ZVLDialog*>(stage.Shown().back());
+        if (dialog == nullptr) {
+            continue;
+        }
+        SCOPED_TRACE(row.name);
+        ++dialogs;
+        EXPECT_LE(dialog->height(), dialog->screen()->availableGeometry().height() - 20);
+        int fixed = 0;
+        for (auto const* button : dialog->findChildren<QPushButton*>()) {
+            bool const scrolls = dialog->Body()->isAncestorOf(button);
+            if (button->isVisible() && !scrolls) {
+                ++fixed;
+                EXPECT_EQ(button->visibleRegion().boundingRect(), button->rect())
+                    << button->text().toStdString();
+            }
+        }
+        EXPECT_GT(fixed, 0);
+    }
+    EXPECT_GT(dialogs, 30);
 }
 
 TEST_P(Windows, NoTextIsCutInABox) {

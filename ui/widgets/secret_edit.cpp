@@ -1,8 +1,10 @@
-#include "ui/auth/secret_edit.h"
+#include "ui/widgets/secret_edit.h"
 
+#include <QKeyEvent>
 #include <utility>
 
 #include "ui/text/texts.h"
+#include "ui/widgets/field_note.h"
 #include "ui/widgets/secret_field.h"
 
 namespace zorvanelink::ui {
@@ -38,6 +40,25 @@ bool SecretEdit::HoldsMask() const {
 void SecretEdit::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     keepMaskWhole();
+}
+
+void SecretEdit::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    SetFieldNote(*this, {}, NoteKind::kHint);
+}
+
+// The toolkit does not know the lock; a letter of the other case gives it away.
+void SecretEdit::keyPressEvent(QKeyEvent* event) {
+    QString const typed = event->text();
+    if (typed.size() == 1 && typed[0].isLetter() && typed[0].toLower() != typed[0].toUpper()) {
+        bool const locked = typed[0].isUpper() != event->modifiers().testFlag(Qt::ShiftModifier);
+        SetFieldNote(*this,
+                     locked ? Translate(QT_TRANSLATE_NOOP("ui", "Caps Lock is on")) : QString(),
+                     NoteKind::kHint);
+    } else if (event->key() == Qt::Key_CapsLock) {
+        SetFieldNote(*this, {}, NoteKind::kHint);
+    }
+    QLineEdit::keyPressEvent(event);
 }
 
 void SecretEdit::keepMaskWhole() {

@@ -1,4 +1,4 @@
-#include "ui/auth/field_button.h"
+#include "ui/widgets/field_button.h"
 
 #include <QKeyEvent>
 

@@ -3,12 +3,13 @@
 
 #include <QLineEdit>
 
-#include "ui/auth/field_button.h"
+#include "ui/widgets/field_button.h"
 
 namespace zorvanelink::ui {
 
 // A stored secret is never shown: asterisks stand for it, always selected as a whole, so that the
-// first edit of any kind replaces them. What is typed can be looked at with the eye button.
+// first edit of any kind replaces them. What is typed can be looked at with the eye button. A line
+// below says when Caps Lock turns the letters round.
 class SecretEdit : public QLineEdit {
     Q_OBJECT
 
@@ -23,6 +24,8 @@ class SecretEdit : public QLineEdit {
 
   protected:
     void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     void keepMaskWhole();

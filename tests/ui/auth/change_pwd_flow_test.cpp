@@ -1,0 +1,245 @@
+// A change of the password, from the demand or the wish to each of its ends, with the real session
+// around it.
+#include "ui/auth/change_pwd_flow.h"
+
+#include <QtTest/QTest>
+
+#include "core/clmsg_json.h"
+#include "tests/support/qt_helpers.h"
+#include "tests/ui/session/session_fixture.h"
+
+namespace zorvanelink::ui {
+namespace {
+
+using common::MsgCode;
+
+class ChangePWDFlowTest : public test::SessionFixture {
+  protected:
+    void Demand(int type = 1) {
+        auto data = Reply(MsgCode::NEED_CHANGE_PWD);
+        data.changePWDType = type;
+        Receive(data);
+    }
+    // At login with `type`, or by the user, online.
+    void Open(ChangePWdType type) {
+        if (type != ChangePWdType::kUser) {
+            Connect();
+            Demand(static_cast<int>(type));
+        } else {
+            GoOnline();
+            auto data = Reply(MsgCode::AUTH_DATA);
+            data.allowLocalChangePassword = true;
+            Receive(data);
+            passwords.onActionActiveChangePWDTriggered();
+        }
+        service->Forget();
+    }
+    ChangePWDDialog* Dialog() const {
+        auto const all = window.findChildren<ChangePWDDialog*>();
+        return all.isEmpty() ? nullptr : all.last();
+    }
+    bool Stands() const { return Dialog() != nullptr && Dialog()->isVisible(); }
+    void Type(char const* current, char const* password, char const* confirmed) {
+        Dialog()->AutoConfirmChangePwd(0, current, password, confirmed);
+    }
+    void ExpectGone() {
+        ASSERT_TRUE(test::WaitUntil([this] { return Dialog() == nullptr; }));
+        EXPECT_TRUE(prompts.Finished());
+    }
+    std::string Stored() const {
+        return components::utils::DecodeSensitiveValue(profile->password);
+    }
+
+    std::shared_ptr<Profile> profile = Add("Head office");
+    ChangePWDFlow passwords{session};
+};
+
+TEST_F(ChangePWDFlowTest, TheFormIsCheckedInItsOrder) {
+    char const* const ten = "一二三四五六七八九十";
+    char const* const eleven = "一二三四五六七八九十一";
+    struct Case {
+        char const* current;
+        char const* password;
+        char const* confirmed;
+        MsgCode fault;
+    };
+    Open(ChangePWdType::kExpired);
+    for (Case const& c : {Case{"", "b", "c", MsgCode::UI_INFO_CHECK_NO_EMPTY_ITEM},
+                          Case{"a", "a", "c", MsgCode::UI_ERROR_TWO_PWD_NOT_MATCH},
+                          Case{"a", "a", "a", MsgCode::UI_INFO_PWD_NOT_CHANGE},
+                          Case{eleven, ten, ten, MsgCode::UI_TR_ERR_CUR_PWD_LENGTH},
+                          Case{ten, eleven, eleven, MsgCode::UI_TR_ERR_NEW_PWD_LENGTH}}) {
+        prompts.ExpectBox(Text(c.fault), 0);
+        Type(c.current, c.password, c.confirmed);
+    }
+    EXPECT_EQ(Sent("newPassword"), 0);
+    Type("a", ten, ten);
+    EXPECT_EQ(Sent("newPassword"), 1);
+}
+
+TEST_F(ChangePWDFlowTest, SuccessIsKeptAtOnceAndEndsAForcedLogin) {
+    for (bool const remember : {true, false}) {
+        for (auto const type :
+             {ChangePWdType::kFirstLogin, ChangePWdType(7), ChangePWdType::kUser}) {
+            bool const users = type == ChangePWdType::kUser;
+            profile->rememberPassword = remember;
+            profile->password = components::utils::EncodeSensitiveValue("old");
+            profile->tempCredential = false;
+            config.Save();
+            Open(type);
+            Type("old", "new", "new");
+            prompts.ExpectBox(Text(users ? MsgCode::UI_INFO_CHANGE_PWD_SUCCESS
+                                         : MsgCode::UI_INFO_CHANGE_PWD_SUCCESS_PLEASE_LOGIN_AGAIN),
+                              0, [this] { EXPECT_EQ(Stored(), "new"); });
+            Receive(MsgCode::CHANGE_PWD_SUCCESS);
+            ExpectGone();
+            EXPECT_EQ(Sent("stop"), users ? 0 : 1);
+            EXPECT_EQ(state.online, users);
+            Config reread;
+            reread.Load();
+            EXPECT_EQ(reread.GetProfile("Head office")->password.empty(), !remember);
+            Receive(MsgCode::OFFLINE);
+            service->Forget();
+            Click();  // typed once, good for this attempt
+            EXPECT_EQ(Sent(profile->rememberPassword ? profile->password.c_str() : "start"), 1);
+            EXPECT_EQ(profile->password.empty(), !remember);
+            Receive(MsgCode::OFFLINE);
+        }
+    }
+}
+
+TEST_F(ChangePWDFlowTest, ARefusalIsOneBoxAndAnotherTry) {
+    struct Case {
+        MsgCode code;
+        QString text;
+    };
+    Open(ChangePWdType::kExpired);
+    for (Case const& c :
+         {Case{MsgCode::ERR_PASSWORD_COMPLEXITY, Text(MsgCode::UI_INFO_OBEY_PWD_RULE)},
+          Case{MsgCode::ERR_HISTORY_PASSWORD, Text(MsgCode::UI_INFO_NO_HISTORY_PWD)},
+          Case{MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD, Text(MsgCode::UI_INFO_WRONG_USER_OR_PWD)},
+          Case{MsgCode::ERR_CHANGE_PWD_WITH_CLIENT, Text(MsgCode::UI_ERROR_UNKNOWN).arg(-30)},
+          Case{MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE,
+               Text(MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE)}}) {
+        for (std::string const subtype : {"connectStatus", "changePWD"}) {
+            Type("old", "new", "new");
+            prompts.ExpectBox(c.text, 0, [&] { boot += std::chrono::seconds(30); });
+            std::string json = core::sslvpn::CLMsgReplyJson::Build(Reply(c.code));
+            ReceiveText(json.replace(json.find("connectStatus"), 13, subtype));
+            EXPECT_TRUE(prompts.Finished());
+            EXPECT_TRUE(Stands());
+        }
+    }
+    EXPECT_EQ(Stored(), "correct horse");
+    prompts.ExpectBox(Text(MsgCode::UI_ERROR_INTERNAL_ERROR), 0);
+    Demand(2);
+    EXPECT_EQ(Dialog()->windowTitle(), Text(MsgCode::UI_INFO_CHANGE_PWD_EXPIRED));
+    EXPECT_EQ(Sent("stop"), 0);
+}
+
+TEST_F(ChangePWDFlowTest, EveryOtherEndIsToldOnce) {
+    struct Case {
+        std::function<void()> act;
+        MsgCode text;
+    };
+    auto const stops = [](ChangePWdType type) { return type == ChangePWdType::kUser ? 0 : 1; };
+    Case const cases[] = {
+        {[this] { QTest::keyClick(Dialog(), Qt::Key_Escape); }, MsgCode::UNSPECIFIED},
+        {[this] { boot += ChangePWDFlow::kChangeTime; }, MsgCode::UI_INFO_CHANGE_PWD_TIMEOUT},
+        {[this] { Type("old", "new", "new"), boot += ChangePWDFlow::kResponseTime; },
+         MsgCode::UI_ERROR_NETWORK_ERROR},
+    };
+    for (Case const& c : cases) {
+        for (auto const type : {ChangePWdType::kExpired, ChangePWdType::kUser}) {
+            Open(type);
+            if (c.text != MsgCode::UNSPECIFIED) {
+                prompts.ExpectBox(Text(c.text), 0, [this] { EXPECT_TRUE(Stands()); });
+            }
+            c.act();
+            ExpectGone();
+            EXPECT_EQ(Sent("stop"), stops(type));
+            EXPECT_EQ(state.Idle(), type != ChangePWdType::kUser);
+            Receive(MsgCode::OFFLINE);
+        }
+    }
+    for (auto const type : {ChangePWdType::kExpired, ChangePWdType::kUser}) {
+        Open(type);
+        prompts.ExpectBox(Text(MsgCode::UI_INFO_CONNECTION_TERMINATED), 0);
+        LoseLink();
+        ExpectGone();
+        EXPECT_TRUE(state.Idle());
+        EXPECT_EQ(Sent("stop"), 0);
+        FindLink();
+    }
+}
+
+TEST_F(ChangePWDFlowTest, AYesThatComesLateStillHolds) {
+    for (bool const while_told : {true, false}) {
+        profile->password = components::utils::EncodeSensitiveValue("old");
+        Open(ChangePWdType::kUser);
+        Type("old", "new", "new");
+        auto const late = [this] {
+            prompts.ExpectBox(Text(MsgCode::UI_INFO_CHANGE_PWD_SUCCESS), 0);
+            Receive(MsgCode::CHANGE_PWD_SUCCESS);
+            ASSERT_TRUE(test::WaitUntil([this] { return prompts.Finished(); }));
+        };
+        prompts.ExpectBox(Text(MsgCode::UI_ERROR_NETWORK_ERROR), 0,
+                          while_told ? late : std::function<void()>());
+        boot += ChangePWDFlow::kResponseTime;
+        ExpectGone();
+        if (!while_told) {
+            late();
+        }
+        EXPECT_EQ(Stored(), "new");
+        EXPECT_TRUE(state.online);
+        Receive(MsgCode::OFFLINE);
+    }
+}
+
+TEST_F(ChangePWDFlowTest, TheUsersOwnChangeSurvivesAReconnectAndYieldsToADemand) {
+    Open(ChangePWdType::kUser);
+    for (MsgCode const code :
+         {MsgCode::PREPARE_RECONNECTING, MsgCode::RECONNECTING, MsgCode::ONLINE}) {
+        Receive(code);
+        EXPECT_TRUE(Stands());
+    }
+    test::FakeConversation next;
+    prompts.ExpectBox(
+        QStringLiteral(
+            "The connection needs your attention first. Change the password afterwards."),
+        0, [this] { EXPECT_FALSE(Stands()); });
+    session.conversation.Open(next);
+    EXPECT_TRUE(session.conversation.Is(next));
+    session.conversation.Close(next);
+    ExpectGone();
+    session.context.allowLocalChangePassword = false;
+    passwords.onActionActiveChangePWDTriggered();
+    EXPECT_FALSE(Stands());
+    EXPECT_EQ(Sent("stop"), 0);
+}
+
+TEST_F(ChangePWDFlowTest, TheRulesTickThemselvesOff) {
+    core::sslvpn::UserPasswordComplexity policy;
+    policy.noIncludeUserName = true;
+    EXPECT_EQ(ConvertPWDComplexityToString(policy), QString());
+    policy.enableComplexity = true;
+    EXPECT_EQ(ConvertPWDComplexityToString(policy),
+              QLatin1Char('\n') + Text(MsgCode::UI_INFO_NO_USER_NAME));
+    policy.minLength = policy.capitalLetters = policy.smallLetters = 3;
+    policy.numericCharacters = policy.nonAlphanumericLetters = 2;
+    EXPECT_EQ(ConvertPWDComplexityToString(policy).count(QLatin1Char('\n')), 6);
+    auto const met = [&](char const* password) {
+        std::string marks;
+        for (PasswordRule const& rule : PasswordRulesOf(policy)) {
+            marks += rule.MetBy(QString::fromUtf8(password), QStringLiteral("alice")) ? '+' : '-';
+        }
+        return marks;
+    };
+    EXPECT_EQ(met(""), "------");
+    EXPECT_EQ(met("ABC"), "++---+");
+    EXPECT_EQ(met("xalIcEx12"), "+-++--");
+    EXPECT_EQ(met("ABCabc12!?"), "++++++");
+}
+
+}  // namespace
+}  // namespace zorvanelink::ui
