@@ -63,7 +63,7 @@ TEST_F(ProfileTabTest, TheButtonDoesWhatItSays) {
     char const* const own = "Head office";
     for (Case const& c : {
              Case{ConnectStatus::Disconnected, "", "", "Connect", "", true, true},
-             Case{ConnectStatus::Disconnected, own, "", "Connect", "", false, false},
+             Case{ConnectStatus::Disconnected, own, "", "Connect", "Connecting", false, false},
              Case{ConnectStatus::Disconnected, "Lab", "", "Connect", "", false, true},
              Case{ConnectStatus::Disconnected, "", own, "Connect", "", true, true},
              Case{ConnectStatus::Connecting, "", "", "Disconnect", "Connecting", true, false},
