@@ -238,6 +238,10 @@ TEST_F(ConnectionsTest, TheListIsOneStopWhoseKeysChooseAndAct) {
     state.currentProfileName = "b";
     state.status = ConnectStatus::Connected;
     cards.Render();
+    QSignalSpy pages(&cards, &ConnectionList::PageWanted);
+    cards.SetPages({{QStringLiteral("Change Password"), QString()}});
+    Find<QPushButton>(*cards.GetProfileTab("b"), "change_pwd_button_").click();
+    EXPECT_TRUE(test::WaitFor([&pages] { return pages.count() == 1; }));
     QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), true);
     QApplication::sendEvent(&list, &held);
     press(Qt::Key_F2);
