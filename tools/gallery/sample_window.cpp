@@ -54,6 +54,16 @@ void writeSettings(SampleWindow::Content content) {
                          "a.user.name.that.is.much.longer.than.its.place@example.com")},
             false);
         config.SetDefaultProfile(firstName());
+    } else if (content == SampleWindow::Content::kMany) {
+        config.AddProfiles({makeProfile(firstName(), "vpn.example.com", "alice")}, false);
+        for (int i = 1; i < 20; ++i) {
+            std::string const number = std::to_string(i);
+            auto const site = makeProfile(("Site " + number).c_str(),
+                                          ("gw" + number + ".example.com").c_str(), "alice.chen");
+            site->forgotPwdUrl = "https://vpn.example.com/forgot";
+            config.AddProfiles({site}, false);
+        }
+        config.SetDefaultProfile("Site 11");
     }
     config.Save();
 }
@@ -123,6 +133,16 @@ void SampleWindow::sendTunnel() {
     data.inbound_comp_ratio = 0.5;
     data.outbound_comp_ratio = 1.25;
     service_->Deliver(CLMsgReplyJson::Build(data));
+}
+
+void SampleWindow::GoToBrowserLogin() {
+    GoTo(ConnectStatus::Connecting);
+    core::sslvpn::CLMsgCommonReplyData data;
+    data.profileName = firstName();
+    data.statusCode = MsgCode::OAUTH_PAGE;
+    data.oauthPagePath = "https://login.example.com/";
+    service_->Deliver(CLMsgReplyJson::Build(data));
+    WaitUntil([this] { return window_->CurrentSession().ThirdParty().Waits(); });
 }
 
 void SampleWindow::GoTo(ConnectStatus status, bool warning) {

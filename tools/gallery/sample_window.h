@@ -11,13 +11,16 @@ namespace zorvanelink::gallery {
 
 class SampleWindow {
   public:
-    enum class Content { kCards, kFirstUse };
+    enum class Content { kCards, kMany, kFirstUse };
 
     // `linked` false: the service is never found, so the wait form stands.
     explicit SampleWindow(Content content = Content::kCards, bool linked = true);
 
     // The first connection is started and reaches that state.
     void GoTo(ui::ConnectStatus status, bool warning = false);
+
+    // A login that goes on in the browser.
+    void GoToBrowserLogin();
 
     ui::MainWindow& Window() { return *window_; }
     ui::TunnelView& Tunnel();

@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "tools/gallery/stage.h"
@@ -102,7 +103,7 @@ std::unique_ptr<QWidget> sheet() {
 void cards(Stage& stage) {
     auto made = sheet();
     auto* grid = new QGridLayout(made.get());
-    for (int gm = 0; gm < 2; ++gm) {
+    for (int column = 0; column < 3; ++column) {
         int row = 0;
         for (auto const status : {ConnectStatus::Disconnected, ConnectStatus::Connecting,
                                   ConnectStatus::PrepareReconnecting, ConnectStatus::Reconnecting,
@@ -111,14 +112,14 @@ void cards(Stage& stage) {
             profile->name = "Emergency access with a very long name of a connection";
             profile->server = "a-very-long-gateway-name.region-7.example.com";
             profile->userName = "a.user.name.that.is.much.longer.than.its.place@example.com";
-            profile->loginMode = gm == 0 ? ui::kLoginModeTls : ui::kLoginModeGm;
+            profile->loginMode = column == 0 ? ui::kLoginModeTls : ui::kLoginModeGm;
             auto* card = new ui::ProfileTab(profile, made.get());
-            card->setFixedSize(ui::kCardWidth, ui::kCardHeight);
+            card->SetCompact(column == 2);
             ui::ConnectionState state;
             state.currentProfileName = profile->name;
             state.status = status;
             card->Render(ui::cardViewFor(state, profile->name));
-            grid->addWidget(card, row++, gm);
+            grid->addWidget(card, row++, column);
         }
     }
     stage.Keep(std::move(made));
@@ -161,6 +162,7 @@ std::vector<Row> mainRows() {
     return {
         {"window-disconnected", [](Stage& stage) { stage.Main(); }},
         {"window-connecting", [](Stage& stage) { stage.Main().GoTo(ConnectStatus::Connecting); }},
+        {"window-browser-login", [](Stage& stage) { stage.Main().GoToBrowserLogin(); }},
         {"window-reconnecting",
          [](Stage& stage) { stage.Main().GoTo(ConnectStatus::Reconnecting); }},
         {"window-statistics",
@@ -182,6 +184,21 @@ std::vector<Row> mainRows() {
          }},
         {"window-guide", [](Stage& stage) { stage.Main(SampleWindow::Content::kFirstUse); }},
         {"window-wait", [](Stage& stage) { stage.Main(SampleWindow::Content::kCards, false); }},
+        {"window-many",
+         [](Stage& stage) {
+             auto& list = *stage.Main(SampleWindow::Content::kMany)
+                               .Window()
+                               .findChild<ui::StartListWidget*>();
+             stage.Settle();
+             list.verticalScrollBar()->setValue(list.verticalScrollBar()->singleStep());
+         }},
+        {"window-many-search",
+         [](Stage& stage) {
+             stage.Main(SampleWindow::Content::kMany)
+                 .Window()
+                 .findChild<QLineEdit*>(QStringLiteral("connection_search_"))
+                 ->setText(QStringLiteral("gw1"));
+         }},
         {"part-cards", cards},
         {"part-status-bars", statusBars},
         {"part-wait-forms", waitForms},

@@ -109,6 +109,10 @@ void MainWindow::wireSession() {
     connect(&session_, &Session::ClientAddressChanged, &tunnel_,
             &TunnelController::SetClientAddress);
     connect(&session_, &Session::Changed, this, &MainWindow::render);
+    connect(&session_.ThirdParty(), &ThirdPartyLogin::Ticked, this,
+            [this] { ui_.tunnel->SetBrowserLogin(session_.ThirdParty().TimeLeft()); });
+    connect(ui_.tunnel, &TunnelView::LoginPageWanted, &session_.ThirdParty(),
+            &ThirdPartyLogin::OpenAgain);
     connect(&session_, &Session::Demanded, this, [this](QString const& what) {
         QApplication::alert(this);
         tray_.TellDemand(what);
@@ -167,6 +171,7 @@ void MainWindow::render() {
                             : Translate(QT_TRANSLATE_NOOP(
                                   "ui", "Choose a connection on the left and press Connect.")));
     ui_.tunnel->SetWarning(warningText(view, state));
+    ui_.tunnel->SetBrowserLogin(session_.ThirdParty().TimeLeft());
     cards_.Render();
     SetStatusBarInfo();
     renderTray();

@@ -109,17 +109,19 @@ TEST_F(ProfileEditingTest, ModifyingChangesTheSharedProfileAndConnectsNothing) {
 }
 
 TEST_F(ProfileEditingTest, DeletingAsksAndLooksAgain) {
-    QString const question = GetTrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION);
-    prompts_.ExpectBox(question, -1);
+    auto const question = [](char const* detail) {
+        return GetTrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION) + QLatin1String(detail);
+    };
+    prompts_.ExpectBox(question("#@@#a\na.example"), -1);
     editing_.onDeleteConnectionInfo(QStringLiteral("a"));
-    prompts_.ExpectBox(question, 0, [this] {
+    prompts_.ExpectBox(question("#@@#a\na.example"), 0, [this] {
         editing_.onDeleteConnectionInfo(QStringLiteral("a"));  // a second click is dropped
         run("a");
     });
     expectCritical(MsgCode::UI_ERROR_PROFILE_IS_RUNNING);
     editing_.onDeleteConnectionInfo(QStringLiteral("a"));
     EXPECT_TRUE(config_.GetProfile("a"));
-    prompts_.ExpectBox(question, 0);
+    prompts_.ExpectBox(question("#@@#b\nb.example"), 0);
     editing_.onDeleteConnectionInfo(QStringLiteral("b"));
     EXPECT_FALSE(config_.GetProfile("b"));
     EXPECT_EQ(changed_.count(), 1);

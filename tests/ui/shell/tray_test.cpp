@@ -104,9 +104,13 @@ TEST_F(Tray, RepeatedAndSilencedMessagesAreNotShown) {
     Go(kConnecting);
     Go(kConnected);
     EXPECT_EQ(shown.count(), 1);
+    for (int demands = 1; demands < 3; ++demands) {
+        tray.TellDemand(QStringLiteral("Authentication"));
+        EXPECT_EQ(shown.count(), 1 + demands) << "what the service asks for is always shown";
+    }
     config.statusNotify = true;
     Go(kDisconnected);  // the silent ones were counted
-    EXPECT_EQ(shown.count(), 2);
+    EXPECT_EQ(shown.count(), 4);
 }
 
 TEST_F(Tray, OffersWhatCanBeDone) {
