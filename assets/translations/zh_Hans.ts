@@ -9,7 +9,15 @@
     </message>
     <message>
         <source>Add the gateway that your administrator gave you.</source>
-        <translation>请添加管理员提供的网关。</translation>
+        <translation>请添加管理员提供的网关</translation>
+    </message>
+    <message>
+        <source>Search connections</source>
+        <translation>搜索连接</translation>
+    </message>
+    <message>
+        <source>No matching connections</source>
+        <translation>无匹配的连接</translation>
     </message>
     <message>
         <source>Another session is using the backend service</source>
@@ -313,7 +321,7 @@ BuildID: %2</source>
     </message>
     <message>
         <source>No trusted certificate has been imported yet.</source>
-        <translation>尚未导入受信任的证书。</translation>
+        <translation>尚未导入受信任的证书</translation>
     </message>
     <message>
         <source>Open their folder</source>

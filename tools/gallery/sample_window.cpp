@@ -1,6 +1,7 @@
 #include "tools/gallery/sample_window.h"
 
 #include <QFile>
+#include <QGuiApplication>
 
 #include "app/environment/globals.h"
 #include "app/environment/paths.h"
@@ -53,6 +54,16 @@ void writeSettings(SampleWindow::Content content) {
                          "a.user.name.that.is.much.longer.than.its.place@example.com")},
             false);
         config.SetDefaultProfile(firstName());
+    } else if (content == SampleWindow::Content::kMany) {
+        config.AddProfiles({makeProfile(firstName(), "vpn.example.com", "alice")}, false);
+        for (int i = 1; i < 20; ++i) {
+            std::string const number = std::to_string(i);
+            auto const site = makeProfile(("Site " + number).c_str(),
+                                          ("gw" + number + ".example.com").c_str(), "alice.chen");
+            site->forgotPwdUrl = "https://vpn.example.com/forgot";
+            config.AddProfiles({site}, false);
+        }
+        config.SetDefaultProfile("Site 11");
     }
     config.Save();
 }
@@ -85,7 +96,9 @@ SampleWindow::SampleWindow(Content content, bool linked)
     writeSettings(content);
     window_ = std::make_unique<ui::MainWindow>(
         ui::MainWindow::Environment{config_, prompts_, [this] { return service_; }, nullptr});
-    window_->resize(960, 640);  // the platform's screen may be smaller
+    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+        window_->resize(960, 640);  // whose screen is smaller
+    }
     window_->show();
     if (linked) {
         WaitUntil([this] {

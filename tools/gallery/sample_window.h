@@ -11,7 +11,7 @@ namespace zorvanelink::gallery {
 
 class SampleWindow {
   public:
-    enum class Content { kCards, kFirstUse };
+    enum class Content { kCards, kMany, kFirstUse };
 
     // `linked` false: the service is never found, so the wait form stands.
     explicit SampleWindow(Content content = Content::kCards, bool linked = true);

@@ -7,6 +7,7 @@ using common::MsgCode;
 
 CardView idleView(ConnectionState const& state, std::string const& name) {
     CardView view;
+    view.current = state.currentProfileName == name;
     view.logName = "DISCONNECT";
     view.buttonEnabled = state.Idle() && state.adapterUsable;
     view.menuEnabled = state.startingProfileName != name;
@@ -43,6 +44,7 @@ CardView runningView(ConnectStatus status) {
     view.action = CardAction::kDisconnect;
     view.buttonText = MsgCode::UI_INFO_LOWER_DISCONNECT;
     view.menuEnabled = false;
+    view.current = true;
     return view;
 }
 
