@@ -174,7 +174,9 @@ void AuthCodeFlow::onFinished(AuthDialog& dialog, int result) {
     }
     session_.state.secondFactor = false;
     session_.Announce();
-    BringForward(session_.window);
+    // Queued: whoever leaves the program is not shown its window once more.
+    QMetaObject::invokeMethod(
+        this, [this] { BringForward(session_.window); }, Qt::QueuedConnection);
 }
 
 }  // namespace zorvanelink::ui

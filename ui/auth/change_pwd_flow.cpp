@@ -262,7 +262,9 @@ void ChangePWDFlow::onFinished(ChangePWDDialog& dialog, int result) {
         Log().info("Change pwd not ok with type {}", static_cast<int>(type_));
     }
     Log().info("Change pwd process done");
-    BringForward(session_.window);
+    // Queued: whoever leaves the program is not shown its window once more.
+    QMetaObject::invokeMethod(
+        this, [this] { BringForward(session_.window); }, Qt::QueuedConnection);
 }
 
 }  // namespace zorvanelink::ui

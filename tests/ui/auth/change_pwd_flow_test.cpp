@@ -97,7 +97,8 @@ TEST_F(ChangePWDFlowTest, SuccessIsKeptAtOnceAndEndsAForcedLogin) {
             EXPECT_EQ(state.online, users);
             Config reread;
             reread.Load();
-            EXPECT_EQ(reread.GetProfile("Head office")->password.empty(), !remember);
+            EXPECT_EQ(reread.GetProfile("Head office")->password,
+                      remember ? profile->password : std::string());
             Receive(MsgCode::OFFLINE);
             service->Forget();
             Click();  // typed once, good for this attempt
@@ -123,7 +124,12 @@ TEST_F(ChangePWDFlowTest, ARefusalIsOneBoxAndAnotherTry) {
                Text(MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE)}}) {
         for (std::string const subtype : {"connectStatus", "changePWD"}) {
             Type("old", "new", "new");
-            prompts.ExpectBox(c.text, 0, [&] { boot += std::chrono::seconds(30); });
+            prompts.ExpectBox(c.text, 0, [this] {
+                auto const& left = test::Find<QLabel>(*Dialog(), "time_left_label_");
+                QString const before = left.text();
+                boot += std::chrono::seconds(30);  // of nothing more to answer
+                EXPECT_TRUE(test::WaitUntil([&] { return left.text() != before; }));
+            });
             std::string json = core::sslvpn::CLMsgReplyJson::Build(Reply(c.code));
             ReceiveText(json.replace(json.find("connectStatus"), 13, subtype));
             EXPECT_TRUE(prompts.Finished());
