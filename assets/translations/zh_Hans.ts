@@ -9,11 +9,31 @@
     </message>
     <message>
         <source>Add the gateway that your administrator gave you.</source>
-        <translation>请添加管理员提供的网关。</translation>
+        <translation>请添加管理员提供的网关</translation>
+    </message>
+    <message>
+        <source>Search connections</source>
+        <translation>搜索连接</translation>
+    </message>
+    <message>
+        <source>No matching connections</source>
+        <translation>无匹配的连接</translation>
     </message>
     <message>
         <source>Another session is using the backend service</source>
         <translation>另一个会话正在使用后台服务</translation>
+    </message>
+    <message>
+        <source>Continue in the browser</source>
+        <translation>请在浏览器中继续</translation>
+    </message>
+    <message>
+        <source>Log in on the page that has been opened.</source>
+        <translation>请在打开的页面上登录。</translation>
+    </message>
+    <message>
+        <source>Open the page again</source>
+        <translation>重新打开页面</translation>
     </message>
     <message>
         <source>Met</source>
@@ -305,7 +325,7 @@ BuildID: %2</source>
     </message>
     <message>
         <source>No trusted certificate has been imported yet.</source>
-        <translation>尚未导入受信任的证书。</translation>
+        <translation>尚未导入受信任的证书</translation>
     </message>
     <message>
         <source>Open their folder</source>

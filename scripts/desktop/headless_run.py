@@ -18,6 +18,8 @@ from virtual_desktop import VirtualDesktop
 from waiting import NotSeen, wait_for
 
 _ONLINE_SECONDS = 15
+_SCENARIO = Path(__file__).resolve().parents[2] / "tools/simservice/scenarios/first-look.json"
+_CODE, _PASSWORD, _NEW_PASSWORD = "246810", "alice-demo", "Horse-battery-9"  # of the scenario
 _START_KEYS = (
     "type userDataPath systemTextCode clientType profileName needQueryAuthType keepAuthType "
     "lastTimeSupportedAuthType uiUUID UIAdmin server port enableGMSSL authType user "
@@ -40,13 +42,23 @@ class Language:
     connecting: str
     online: str
     disconnect: str
+    code: str  # names of fields, dialogs and buttons
+    change: str
+    passwords: tuple
+    changed: str
+    ok: str
 
 
 _LANGUAGES = (
     Language("", 2, "Connecting to the backend service", "Ready", "Disconnected", "Connect",
-             "Connecting", "Online", "Disconnect"),
+             "Connecting", "Online", "Disconnect",
+             "Enter the verification code received by your mobile phone:", "Change Password",
+             ("Current Password", "New Password", "Confirm Password"),
+             "Your password is changed successfully", "OK"),
     Language("-chinese", 1, "正在连接后台服务", "就绪", "未连接", "连接",
-             "正在连接", "在线", "断开连接"),
+             "正在连接", "在线", "断开连接",
+             "请输入手机收到的验证码：", "修改密码", ("当前密码", "新密码", "确认密码"),
+             "密码修改成功", "确定"),
 )  # fmt: skip
 
 
@@ -62,12 +74,13 @@ class Session:
         self._client = Client(
             desktop, binaries, f"client{language.suffix}", {"LANGUAGE": language.number}
         )
-        self._service.write_profile()
+        self._service.write_profile("--scenario", str(_SCENARIO))
 
     def run(self):
         self._start()
         self._connect()
         self._stay_online()
+        self._change_password()
         self._disconnect()
         self._check_record()
         self._client.stop()
@@ -78,7 +91,7 @@ class Session:
         self._client.start()
         self._label("the window waits for the service", say.wait)
         self._screenshot("waiting")
-        self._service.start()
+        self._service.start("--scenario", str(_SCENARIO))
         self._label("the service is found", say.ready)
         self._label("not connected", say.disconnected)
         self._client.settle(_ONLINE_SECONDS)
@@ -93,7 +106,8 @@ class Session:
             lambda: widgets.click("push button", button),
         )
         self._label("the session begins", say.connecting)
-        self._screenshot("connecting")
+        self._see("the gateway wants a code", lambda: self._fill(say.code, _CODE, "code"))
+        widgets.click("push button", say.ok)
         self._label("the session stands", say.online)
 
     def _stay_online(self):
@@ -108,6 +122,32 @@ class Session:
                 lambda: wait_for("other counters", lambda: counters() != before, _ONLINE_SECONDS),
             )
         self._screenshot("online")
+
+    def _change_password(self):
+        say = self._say
+        widgets = self._client.widgets
+        widgets.click("push button", say.change)
+        for name, text in zip(say.passwords, (_PASSWORD, _NEW_PASSWORD, _NEW_PASSWORD)):
+            self._see(f'"{name}" is asked for', lambda: self._fill(name, text))
+        self._screenshot("password")
+        widgets.click("push button", say.ok)
+        self._see("the password is changed", lambda: widgets.find("text", say.changed))
+        widgets.press("push button", say.ok)
+        self._label("the session goes on", say.online)
+
+    def _fill(self, name, text, picture=None):
+        """Types into the field of that name, whatever its role."""
+
+        def field():
+            found = [w for w in self._client.widgets.all() if w.name == name and "text" in w.role]
+            return next((widget for widget in found if widget.in_front()), None)
+
+        widget = wait_for(f"field {name!r}", field, _ONLINE_SECONDS)
+        if picture:
+            self._screenshot(picture)
+        widget.click()
+        wait_for(f"focus in {name!r}", widget.focused, _ONLINE_SECONDS)
+        subprocess.run(["xdotool", "type", "--clearmodifiers", text], check=True, timeout=20)
 
     def _disconnect(self):
         say = self._say

@@ -1,5 +1,6 @@
 """Logins that want a code: sent to a phone, to an address, or shown by a token."""
 
+import base64
 from pathlib import Path
 
 import road
@@ -52,6 +53,14 @@ class SecondFactor(road.Road):
         client.widgets.usable("push button", road.CONNECT, road.SECONDS)
         wait_for("a stop", lambda: len(service.messages("stop")) == 1, road.SECONDS)
         self._no_code_to_see(client)
+
+    def test_the_search_for_secrets_finds_one(self):
+        trap = self.desktop.folder / "trap.log"
+        for form in (CODES[0].encode(), base64.b64encode(road.PASSWORDS[0].encode())):
+            trap.write_bytes(b"x" + form + b"x")
+            with self.assertRaises(AssertionError):
+                self._no_secret()
+        trap.unlink()
 
     def _begin(self, scenario=None, options=None, language=2):
         options = options or ("--scenario", str(SCENARIOS / scenario))

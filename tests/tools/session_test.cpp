@@ -138,6 +138,73 @@ TEST_F(SessionTest, AQuestionForTypesIsAnsweredAndThenWaits) {
     EXPECT_THAT(take(), ElementsAre("40976", "41036", "40994", "netconfig", "40971"));
 }
 
+TEST_F(SessionTest, ACodeIsJudgedByItsAgeAndByHowOftenItWasWrong) {
+    auto& rules = scenario.second_factor;
+    rules.codes = {"1111", "2222"};
+    rules.resends = 1;
+    rules.valid_ms = 5000;
+    struct Case {
+        CodeKind kind;
+        std::vector<std::string> codes;  // empty: another one is asked for
+        int wait_ms;
+        std::vector<std::string> answers;
+    };
+    using core::sslvpn::SetType;
+    for (Case const& c :
+         {Case{CodeKind::kSms, {"1111"}, 0, {"40961", "40962", "40994", "netconfig"}},
+          Case{CodeKind::kSms,
+               {"", "1111", "2222"},
+               0,
+               {"40961", "-16", "40962", "40994", "netconfig"}},
+          Case{CodeKind::kEmail, {"", ""}, 0, {"40974", "-20", "40973"}},
+          Case{CodeKind::kEmail, {"1111"}, 5001, {"40974", "-32", "40973"}},
+          Case{CodeKind::kToken,
+               {"1", "2", "3", "1111"},
+               0,
+               {"40963", "41010", "41010", "-19", "40973"}}}) {
+        rules.kind = c.kind;
+        session.Receive(CLMsgJson::BuildStart(startOf("alice", "made-up")));
+        scheduler.Advance(110);
+        EXPECT_EQ(take(), (std::vector<std::string>{"40976", c.answers.front()}));
+        scheduler.Advance(c.wait_ms);
+        for (std::string const& code : c.codes) {
+            session.Receive(
+                code.empty() ? CLMsgJson::BuildRequestAuthCode("Office", SetType::kRequestSmsCode)
+                             : CLMsgJson::BuildAuthCode("Office", SetType::kSmsCode, code));
+        }
+        EXPECT_EQ(take(), std::vector(c.answers.begin() + 1, c.answers.end()));
+    }
+}
+
+TEST_F(SessionTest, ANewPasswordFollowsTheRulesAndHolds) {
+    using components::utils::EncodeSensitiveValue;
+    auto& rules = scenario.password;
+    rules.change = 1;
+    rules.policy.enableComplexity = rules.policy.noIncludeUserName = true;
+    rules.policy.minLength = 6;
+    rules.policy.numericCharacters = 1;
+    rules.history = {"before-1"};
+    session.Receive(CLMsgJson::BuildStart(startOf("alice", "made-up")));
+    scheduler.Advance(110);
+    EXPECT_THAT(take(), ElementsAre("40976", "40966"));
+    for (auto const& [current, password, answer] : {std::tuple("wrong", "better-1", "41011"),
+                                                    {"made-up", "short", "-29"},
+                                                    {"made-up", "malice-12", "-29"},
+                                                    {"made-up", "before-1", "-27"},
+                                                    {"made-up", "better-1", "40967"}}) {
+        session.Receive(CLMsgJson::BuildNewPassword("Office", EncodeSensitiveValue(current),
+                                                    EncodeSensitiveValue(password)));
+        scheduler.Advance(1);
+        EXPECT_THAT(take(), ElementsAre(answer)) << password;
+    }
+    session.Receive(CLMsgJson::BuildStart(startOf("alice", "made-up")));
+    scheduler.Advance(110);
+    EXPECT_THAT(take(), ElementsAre("40976", "-3", "40973"));
+    session.Receive(CLMsgJson::BuildStart(startOf("alice", "better-1")));
+    scheduler.Advance(110);
+    EXPECT_THAT(take(), ElementsAre("40976", "40994", "netconfig"));
+}
+
 TEST_F(SessionTest, StopInTheMiddleOfALoginLeavesNothingBehind) {
     session.Receive(CLMsgJson::BuildStart(startOf("alice", "made-up")));
     scheduler.Advance(50);

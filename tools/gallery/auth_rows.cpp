@@ -18,6 +18,7 @@ std::shared_ptr<ui::Profile> sampleProfile(ui::Config& config) {
     config.clientCerts[cert.fingerprint] = cert;
     auto profile = std::make_shared<ui::Profile>();
     profile->name = "Head office";
+    profile->server = "vpn.example.com";
     profile->userName = "alice";
     profile->password = components::utils::EncodeSensitiveValue("sample");
     profile->rememberPassword = true;
@@ -107,6 +108,19 @@ std::vector<Row> AuthRows() {
                  profile.userName.clear();
                  profile.rememberPassword = false;
              });
+         }},
+        {"auth-type-refused",
+         [](Stage& stage) {
+             auto& dialog = show(stage, true, [](ui::Profile& profile) {
+                 profile.forgotPwdUrl = "https://vpn.example.com/forgot";
+                 profile.userName.clear();
+             });
+             dialog.onClickedConnectButton();
+         }},
+        {"auth-type-focus",
+         [](Stage& stage) {
+             auto& dialog = show(stage, true);
+             dialog.findChild<QRadioButton*>(QStringLiteral("radioButton_cert_"))->setFocus();
          }},
         {"auth-type-browser",
          [](Stage& stage) {

@@ -45,7 +45,9 @@ void kinds(Stage& stage) {
     stage.target = stage.config.clientCerts.begin()->second;
     stage.target.certType = kKind;
     stage.Show<ui::TLSCertDialog>(stage.target, stage.config, stage.prompts)
-        .onRecvCertInfo({cert("Alice Chen", ""), cert("vpn-laptop-0042", "")});
+        .onRecvCertInfo(
+            {cert("Alice Chen", ""), cert("vpn-laptop-0042 whose name is longer than the list",
+                                          "CN=Example Issuing Authority G2")});
 }
 
 }  // namespace
@@ -64,9 +66,28 @@ std::vector<Row> CertRows() {
              pages[0]->expand();
              pages[1]->expand();
          }},
-        {"cert-kinds-empty",
+        {"cert-delete",
+         [](Stage& stage) {
+             auto& dialog = choice(stage);
+             dialog.findChild<ui::CertViewBox*>()->Pages()[0]->SelectButton()->click();
+             dialog.OnBtnDeleteClicked();
+             stage.ShowBox(stage.prompts.last);
+         }},
+        {"cert-import",
+         [](Stage& stage) {
+             stage.prompts.file = QStringLiteral("alice-chen.p12");
+             choice(stage).OnBtnImportClicked();
+             stage.ShowSecret(stage.prompts.lastSecret);
+         }},
+        {"cert-kinds-waiting",
          [](Stage& stage) {
              stage.Show<ui::TLSCertDialog>(stage.target, stage.config, stage.prompts);
+         }},
+        {"cert-kinds-system", kinds<ui::kCertTypeSystem>},
+        {"cert-kinds-empty",
+         [](Stage& stage) {
+             stage.Show<ui::TLSCertDialog>(stage.target, stage.config, stage.prompts)
+                 .onRecvCertInfo({});
          }},
         {"cert-kinds-usb-key", kinds<ui::kCertTypeUsbKey>},
         {"cert-kinds-file", kinds<ui::kCertTypeFile>},

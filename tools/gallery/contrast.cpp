@@ -87,7 +87,7 @@ QRect textPart(QWidget const& widget) {
 
 // A strip across the left border of a field or of a box without a mark.
 QRect borderPart(QWidget const& widget) {
-    constexpr int kLength = 8;
+    constexpr int kLength = 4;  // less than the padding, so that no text stands in it
     if (!widget.isEnabled() || widget.hasFocus()) {
         return {};  // the ring is looked at by its own test
     }

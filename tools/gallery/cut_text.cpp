@@ -6,6 +6,7 @@
 #include <QScrollBar>
 #include <QStyleOptionButton>
 #include <QStyleOptionFrame>
+#include <QTextDocumentFragment>
 #include <QTextEdit>
 #include <QToolButton>
 #include <cmath>
@@ -30,8 +31,11 @@ bool labelFits(QLabel const& label) {
     QRect const room = label.contentsRect();
     int const flags = label.wordWrap() ? Qt::TextWordWrap : 0;
     // The lines' own height: a label may be lower than font height plus leading.
+    QString const text = Qt::mightBeRichText(label.text())
+                             ? QTextDocumentFragment::fromHtml(label.text()).toPlainText()
+                             : label.text();
     QRect const need =
-        label.fontMetrics().boundingRect(QRect(0, 0, room.width(), 10000), flags, label.text());
+        label.fontMetrics().boundingRect(QRect(0, 0, room.width(), 10000), flags, text);
     return fits(need.size(), room.size());
 }
 

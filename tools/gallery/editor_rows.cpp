@@ -58,6 +58,23 @@ std::vector<Row> EditorRows() {
              dialog.on_btn_icon_advanced_config__clicked();
              dialog.SetSPAMode(ui::SPAMode::kOn);
          }},
+        {"editor-refused",
+         [](Stage& stage) {
+             auto& dialog = show(stage, nullptr);
+             dialog.findChild<QPushButton*>(QStringLiteral("add_connect_button_"))->click();
+         }},
+        {"editor-focus",
+         [](Stage& stage) {
+             auto& dialog = show(stage, nullptr);
+             dialog.findChild<QPushButton*>(QStringLiteral("pushButton_gmssl"))->setFocus();
+         }},
+        {"editor-focus-check-box",
+         [](Stage& stage) {
+             auto& dialog = show(stage, nullptr);
+             dialog.on_btn_icon_advanced_config__clicked();
+             dialog.findChild<QCheckBox*>(QStringLiteral("verfy_server_cert_checkbox_"))->click();
+             dialog.findChild<QCheckBox*>(QStringLiteral("optimal_channel_checkbox_"))->setFocus();
+         }},
         {"editor-modify", [](Stage& stage) { modifying(stage); }},
         {"editor-modify-advanced",
          [](Stage& stage) { modifying(stage).on_btn_icon_advanced_config__clicked(); }},

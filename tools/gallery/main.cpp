@@ -1,5 +1,5 @@
 // Renders windows and dialogs in their states to PNG files, and tells of texts that are cut.
-// zvl_gallery FOLDER en|zh SCALE [NAME]
+// zvl_gallery FOLDER en|zh LABEL [NAME...]
 #include <QApplication>
 #include <QDialog>
 #include <QImage>
@@ -22,36 +22,21 @@ constexpr int kMargin = 32;  // of backdrop around a window
 QString g_folder;
 QString g_suffix;
 
-void drawShadow(QPainter& painter, QRect const& window) {
-    painter.setPen(Qt::NoPen);
-    for (int i = 20; i > 0; i -= 2) {
-        QColor shade(Qt::black);
-        shade.setAlphaF(0.012);
-        painter.setBrush(shade);
-        painter.drawRoundedRect(window.adjusted(-i, -i + 6, i, i + 6), 8 + i, 8 + i);
-    }
-}
-
 // What stands, the last on top, on a backdrop.
 void save(QString const& name, std::vector<QWidget*> const& shown) {
     QWidget const& window = *shown.front();
     QRect area = window.geometry();
-    for (QWidget* front : shown) {
-        // The offscreen platform's screen is smaller than some windows, so dialogs land askew.
-        if (front != &window && qobject_cast<QDialog*>(front) != nullptr) {
-            front->move(window.geometry().center() - front->rect().center());
-        }
+    for (QWidget const* const front : shown) {
         area = area.united(front->geometry());
     }
     qreal const ratio = qApp->devicePixelRatio();
     QImage image((area.size() + QSize(2 * kMargin, 2 * kMargin)) * ratio, QImage::Format_RGB32);
     image.setDevicePixelRatio(ratio);
-    image.fill(QColor(Qt::lightGray).lighter(108));
+    image.fill(Qt::white);  // where an edge is hardest to see
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(QPoint(kMargin, kMargin) - area.topLeft());
     for (QWidget* widget : shown) {
-        drawShadow(painter, widget->geometry());
         widget->render(&painter, widget->pos(), {}, QWidget::DrawChildren);
     }
     painter.end();
@@ -77,14 +62,16 @@ void installTranslators() {
 int main(int argc, char** argv) {
     using namespace zorvanelink;
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication const application(argc, argv);
     QStringList const arguments = QApplication::arguments();
     if (arguments.size() < 4) {
-        std::fputs("zvl_gallery FOLDER en|zh SCALE [NAME]\n", stderr);
+        std::fputs("zvl_gallery FOLDER en|zh LABEL [NAME...]\n", stderr);
         return 2;
     }
     gallery::g_folder = arguments[1];
-    gallery::g_suffix = QStringLiteral("-%1-%2x").arg(arguments[2], arguments[3]);
+    gallery::g_suffix = QStringLiteral("-%1-%2").arg(arguments[2], arguments[3]);
     bool const chinese = arguments[2] == QLatin1String("zh");
     ui::AppCtrl::Instance().language =
         chinese ? ui::SysLang::kSimplifiedChinese : ui::SysLang::kEnglish;
@@ -92,7 +79,7 @@ int main(int argc, char** argv) {
     ui::SetApplicationFont();
     ui::SetApplicationStyle();
     for (gallery::Row const& row : gallery::AllRows()) {
-        if (arguments.size() > 4 && arguments[4] != QLatin1String(row.name)) {
+        if (arguments.size() > 4 && arguments.indexOf(QLatin1String(row.name), 4) < 0) {
             continue;
         }
         gallery::Stage stage(true);

@@ -1,6 +1,7 @@
 #include "tools/gallery/sample_window.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QPushButton>
 
 #include "app/environment/globals.h"
@@ -56,6 +57,16 @@ void writeSettings(SampleWindow::Content content) {
                          "a.user.name.that.is.much.longer.than.its.place@example.com")},
             false);
         config.SetDefaultProfile(firstName());
+    } else if (content == SampleWindow::Content::kMany) {
+        config.AddProfiles({makeProfile(firstName(), "vpn.example.com", "alice")}, false);
+        for (int i = 1; i < 20; ++i) {
+            std::string const number = std::to_string(i);
+            auto const site = makeProfile(("Site " + number).c_str(),
+                                          ("gw" + number + ".example.com").c_str(), "alice.chen");
+            site->forgotPwdUrl = "https://vpn.example.com/forgot";
+            config.AddProfiles({site}, false);
+        }
+        config.SetDefaultProfile("Site 11");
     }
     config.Save();
 }
@@ -97,7 +108,9 @@ SampleWindow::SampleWindow(Content content, bool linked)
         .link = [this] { return there_ ? service_ : std::make_shared<test::FakeIpc>(false); },
         .trayAvailable = nullptr,
         .patience = kPatience});
-    window_->resize(960, 640);  // the platform's screen may be smaller
+    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+        window_->resize(960, 640);  // whose screen is smaller
+    }
     window_->show();
     if (linked) {
         WaitUntil([this] {
@@ -162,6 +175,15 @@ void SampleWindow::EndSession() {
     data.reason = kCtrlTimeout;
     deliver(data);
     WaitUntil([this] { return window_->State().lastEnd.has_value(); });
+}
+
+void SampleWindow::GoToBrowserLogin() {
+    GoTo(ConnectStatus::Connecting);
+    core::sslvpn::CLMsgCommonReplyData data;
+    data.statusCode = MsgCode::OAUTH_PAGE;
+    data.oauthPagePath = "https://login.example.com/";
+    deliver(data);
+    WaitUntil([this] { return window_->CurrentSession().ThirdParty().Waits(); });
 }
 
 void SampleWindow::GoTo(ConnectStatus status, bool warning) {

@@ -13,7 +13,7 @@ namespace zorvanelink::gallery {
 
 class SampleWindow {
   public:
-    enum class Content { kCards, kFirstUse };
+    enum class Content { kCards, kMany, kFirstUse };
 
     // `linked` false: the service is never found, so the wait form stands.
     explicit SampleWindow(Content content = Content::kCards, bool linked = true);
@@ -26,6 +26,9 @@ class SampleWindow {
     void EndSession();
     // The connection that is started, instead of the first.
     void Use(std::string const& name) { name_ = name; }
+
+    // A login that goes on in the browser.
+    void GoToBrowserLogin();
 
     ui::MainWindow& Window() { return *window_; }
     ui::TunnelView& Tunnel();

@@ -1,10 +1,14 @@
 #include "tools/gallery/stage.h"
 
 #include <QApplication>
+#include <QWindow>
 
+#include "tools/support/wait.h"
 #include "ui/widgets/zvl_message_box.h"
 
 namespace zorvanelink::gallery {
+
+constexpr int kDeadline = 2000;  // milliseconds
 
 Stage::Stage(bool behind) : behind_(behind) {
 }
@@ -37,7 +41,19 @@ void Stage::ShowBox(ui::BoxRequest const& request) {
     if (request.onLink) {
         box->AllowLink(request.onLink);
     }
+    if (request.timeoutSeconds > 0) {
+        box->SetTimeout(std::chrono::seconds(request.timeoutSeconds), {});
+    }
     Keep(std::move(box));
+}
+
+ui::InputDialog& Stage::ShowSecret(ui::SecretRequest const& request) {
+    ui::SecretRequest here = request;
+    here.parent = Owner();
+    auto made = ui::PromptFor(here, prompts);
+    ui::InputDialog& dialog = *made;
+    Keep(std::move(made));
+    return dialog;
 }
 
 void Stage::Keep(std::unique_ptr<QWidget> widget) {
@@ -52,7 +68,15 @@ void Stage::Lean(QWidget& popup) {
 }
 
 void Stage::Settle() {
+    QWidget const& front = *shown_.back();
     shown_.back()->activateWindow();
+    test::WaitUntil(
+        [&front] {  // a real display takes its time
+            bool const popup = front.windowType() == Qt::Popup;
+            return front.windowHandle() != nullptr && front.windowHandle()->isExposed() &&
+                   (popup || front.isActiveWindow());
+        },
+        kDeadline);
     for (int i = 0; i < 3; ++i) {
         QApplication::sendPostedEvents();
         QApplication::processEvents();

@@ -8,6 +8,7 @@
 #include "tools/support/no_prompts.h"
 #include "ui/cert/client_certs.h"
 #include "ui/config/config.h"
+#include "ui/widgets/input_dialog.h"
 
 namespace zorvanelink::gallery {
 
@@ -33,6 +34,8 @@ class Stage {
     }
     // The box that was asked for last.
     void ShowBox(ui::BoxRequest const& request);
+    // The prompt for a secret that was asked for last.
+    ui::InputDialog& ShowSecret(ui::SecretRequest const& request);
     void Keep(std::unique_ptr<QWidget> widget);  // shows it
     void Lean(QWidget& popup);                   // a menu of one of the windows
     void Settle();

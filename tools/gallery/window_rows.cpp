@@ -2,10 +2,13 @@
 #include <QAction>
 #include <QApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMenu>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "tools/gallery/stage.h"
+#include "ui/cert/tls_cert_dialog.h"
 #include "ui/settings/settings_dialog.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/input_dialog.h"
@@ -20,6 +23,7 @@ using common::MsgCode;
 using ui::BoxKind;
 using ui::ConnectStatus;
 using ui::GetTrMsg;
+using ui::SupportedAuthType;
 
 ui::TunnelView& onlineTunnel(Stage& stage, ui::TunnelView::Tab tab) {
     stage.Main().GoTo(ConnectStatus::Connected, true);
@@ -52,6 +56,22 @@ ui::InputDialog& input(Stage& stage, MsgCode title, MsgCode label, QString const
     dialog.SetRememberCheckHide(GetTrMsg(remember).isEmpty());
     stage.Keep(std::move(made));
     return dialog;
+}
+
+// What the start of a connection without a stored secret asks for.
+ui::SecretRequest askedFor(Stage& stage, SupportedAuthType type) {
+    auto& session = stage.Main().Window().CurrentSession();
+    auto profile = std::make_shared<ui::Profile>();
+    profile->name = "Branch office";
+    profile->server = "vpn.example.com";
+    profile->userName = "alice";
+    profile->authType = type;
+    profile->certIsFile = false;
+    profile->systemCert.certType = ui::kCertTypeUsbKey;
+    profile->systemCert.certName = "Alice Chen";
+    session.config.AddProfile(profile, false);
+    session.Start(QString::fromStdString(profile->name));
+    return stage.Main().Prompts().lastSecret;
 }
 
 // What an entry of the menu opens.
@@ -92,7 +112,7 @@ std::unique_ptr<QWidget> sheet() {
 void cards(Stage& stage) {
     auto made = sheet();
     auto* grid = new QGridLayout(made.get());
-    for (int gm = 0; gm < 2; ++gm) {
+    for (int column = 0; column < 3; ++column) {
         int row = 0;
         for (auto const status : {ConnectStatus::Disconnected, ConnectStatus::Connecting,
                                   ConnectStatus::PrepareReconnecting, ConnectStatus::Reconnecting,
@@ -101,14 +121,14 @@ void cards(Stage& stage) {
             profile->name = "Emergency access with a very long name of a connection";
             profile->server = "a-very-long-gateway-name.region-7.example.com";
             profile->userName = "a.user.name.that.is.much.longer.than.its.place@example.com";
-            profile->loginMode = gm == 0 ? ui::kLoginModeTls : ui::kLoginModeGm;
+            profile->loginMode = column == 0 ? ui::kLoginModeTls : ui::kLoginModeGm;
             auto* card = new ui::ProfileTab(profile, made.get());
-            card->setFixedSize(ui::kCardWidth, ui::kCardHeight);
+            card->SetCompact(column == 2);
             ui::ConnectionState state;
             state.currentProfileName = profile->name;
             state.status = status;
             card->Render(ui::cardViewFor(state, profile->name));
-            grid->addWidget(card, row++, gm);
+            grid->addWidget(card, row++, column);
         }
     }
     stage.Keep(std::move(made));
@@ -152,6 +172,7 @@ std::vector<Row> mainRows() {
         {"window-connecting", [](Stage& stage) { stage.Main().GoTo(ConnectStatus::Connecting); }},
         {"window-prepare",
          [](Stage& stage) { stage.Main().GoTo(ConnectStatus::PrepareReconnecting); }},
+        {"window-browser-login", [](Stage& stage) { stage.Main().GoToBrowserLogin(); }},
         {"window-reconnecting",
          [](Stage& stage) { stage.Main().GoTo(ConnectStatus::Reconnecting); }},
         {"window-service-lost", [](Stage& stage) { stage.Main().LoseService(); }},
@@ -200,6 +221,21 @@ std::vector<Row> mainRows() {
          }},
         {"window-guide", [](Stage& stage) { stage.Main(SampleWindow::Content::kFirstUse); }},
         {"window-wait", [](Stage& stage) { stage.Main(SampleWindow::Content::kCards, false); }},
+        {"window-many",
+         [](Stage& stage) {
+             auto& list = *stage.Main(SampleWindow::Content::kMany)
+                               .Window()
+                               .findChild<ui::StartListWidget*>();
+             stage.Settle();
+             list.verticalScrollBar()->setValue(list.verticalScrollBar()->singleStep());
+         }},
+        {"window-many-search",
+         [](Stage& stage) {
+             stage.Main(SampleWindow::Content::kMany)
+                 .Window()
+                 .findChild<QLineEdit*>(QStringLiteral("connection_search_"))
+                 ->setText(QStringLiteral("gw1"));
+         }},
         {"part-cards", cards},
         {"part-status-bars", statusBars},
         {"part-wait-forms", waitForms},
@@ -244,6 +280,24 @@ std::vector<Row> boxRows() {
                  GetTrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION),
                  {MsgCode::UI_INFO_YES, MsgCode::UI_INFO_NO}, 1);
          }},
+        {"box-certificate",
+         [](Stage& stage) {
+             ui::BoxRequest request;
+             request.kind = BoxKind::kQuestion;
+             request.title = GetTrMsg(MsgCode::UI_WARNING);
+             request.text = GetTrMsg(MsgCode::SSL_CERT_EXPIRED);
+             request.buttons = {GetTrMsg(MsgCode::UI_INFO_REQUEST_YES),
+                                GetTrMsg(MsgCode::UI_INFO_REQUEST_NO)};
+             request.defaultButton = 1;
+             request.timeoutSeconds = 30;
+             stage.ShowBox(request);
+         }},
+        {"box-exit",
+         [](Stage& stage) {
+             auto& window = stage.Main().Window();
+             window.findChild<QToolButton*>(QStringLiteral("btn_main_close_"))->click();
+             stage.ShowBox(stage.Main().Prompts().last);
+         }},
         {"box-update",
          [](Stage& stage) {
              box(stage, BoxKind::kInformation, MsgCode::UI_INFO, GetTrMsg(MsgCode::UPDATE_DETECTED),
@@ -269,20 +323,20 @@ std::vector<Row> dialogRows() {
         {"settings",
          [](Stage& stage) { stage.Show<ui::SettingsDialog>(stage.config, stage.prompts); }},
         {"dialog-password",
-         [](Stage& stage) {
-             input(stage, MsgCode::UI_INFO_INPUT_PWD, MsgCode::UI_INFO_PLEASE_INPUT_THE_PWD,
-                   GetTrMsg(MsgCode::UI_INFO_PASSWORD), MsgCode::UI_INFO_REMEMBER_PWD);
-         }},
+         [](Stage& stage) { stage.ShowSecret(askedFor(stage, SupportedAuthType::kPwd)); }},
         {"dialog-pin",
+         [](Stage& stage) { stage.ShowSecret(askedFor(stage, SupportedAuthType::kOnlyUkey)); }},
+        {"dialog-refused",
          [](Stage& stage) {
-             input(stage, MsgCode::UI_INFO_INPUT_PINCODE, MsgCode::UI_INFO_INPUT_PIN_CODE,
-                   GetTrMsg(MsgCode::UI_INFO_PINCODE), MsgCode::UI_INFO_REMEMBER_PIN)
-                 .setRemember(true);
+             auto& dialog = stage.ShowSecret(askedFor(stage, SupportedAuthType::kPwd));
+             dialog.findChild<QPushButton*>(QStringLiteral("ok_button_"))->click();
          }},
-        {"dialog-import",
+        {"dialog-caps-lock",
          [](Stage& stage) {
-             input(stage, MsgCode::UI_TR_IMPORT, MsgCode::UI_TR_PLEASE_INPUT_CERT_PWD,
-                   QStringLiteral("alice-chen.p12"), MsgCode::UI_INFO_NONE);
+             auto& dialog = stage.ShowSecret(askedFor(stage, SupportedAuthType::kPwd));
+             QKeyEvent typed(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("A"));
+             QApplication::sendEvent(dialog.findChild<QLineEdit*>(QStringLiteral("text_edit_")),
+                                     &typed);
          }},
         {"dialog-long",
          [](Stage& stage) {

@@ -188,6 +188,9 @@ void readLogin(ObjectReader& reader, Scenario& scenario) {
     reader.ReadObject("thirdParty", [&](ObjectReader& part) {
         part.Read("page", scenario.third_party.page);
         part.Read("after_ms", scenario.third_party.after_ms, 0, kMaxDelay);
+        part.Read("server", scenario.third_party.server);
+        part.Read("signedOn", scenario.third_party.signed_on);
+        part.Read("failure", scenario.third_party.failure, -1000);
     });
 }
 

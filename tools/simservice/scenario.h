@@ -29,10 +29,13 @@ struct User {
 // What the gateway's own certificate gives cause for.
 enum class ServerCertificate { kGood, kNotYetValid, kExpired, kUntrusted };
 
-// Login at the page of an outside provider, which ends well by itself.
+// Login at the page of an outside provider. Without a server of its own it ends well by itself.
 struct ThirdParty {
     std::string page = "http://127.0.0.1/login";
     int after_ms = 3000;
+    bool server = false;     // pages of our own, where the user says yes or no
+    bool signed_on = false;  // ... or has said so before
+    int failure = 0;         // code that the login fails with
 };
 
 enum class CodeKind { kToken, kSms, kEmail };

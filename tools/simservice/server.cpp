@@ -38,15 +38,34 @@ Server::Server(Options const& options, Scenario const& scenario, EventLoop& loop
                       link_->AsyncSend(bytes.data(), bytes.size());
                   }
               }),
-      session_(scenario, loop,
-               {[this](std::string const& json) { outbox_.SendMessage(json); },
-                [this](std::string const& line) { terminal_.Say(line); },
-                [this](Moment moment) { faults_.Happened(moment); }}),
+      session_(
+          scenario, loop,
+          {[this](std::string const& json) { outbox_.SendMessage(json); },
+           [this](std::string const& line) { terminal_.Say(line); },
+           [this](Moment moment) { faults_.Happened(moment); },
+           [this](std::function<void(bool)> answered) { return loginAt(std::move(answered)); }}),
       faults_(scenario.faults, loop, [this](Action const& action) {
           if (auto const answer = perform(action); answer.starts_with("error")) {
               terminal_.Say(answer.substr(0, answer.find('\n')));
           }
       }) {
+}
+
+// The one login that is open has the latest mark.
+std::string Server::loginAt(std::function<void(bool yes)> answered) {
+    ++login_;
+    login_answered_ = std::move(answered);
+    if (!login_server_) {
+        auto const report = [this](std::string const& mark, bool yes) {
+            loop_.Post([this, mark, yes] {
+                if (mark == std::to_string(login_) && login_answered_) {
+                    std::exchange(login_answered_, {})(yes);
+                }
+            });
+        };
+        login_server_ = std::make_unique<LoginServer>(scenario_.third_party.signed_on, report);
+    }
+    return login_server_->Address(std::to_string(login_));
 }
 
 Server::~Server() {

@@ -9,6 +9,7 @@
 #include "components/ipc/socket_ipc_server.h"
 #include "tools/simservice/event_loop.h"
 #include "tools/simservice/faults.h"
+#include "tools/simservice/login_server.h"
 #include "tools/simservice/options.h"
 #include "tools/simservice/outbox.h"
 #include "tools/simservice/recorder.h"
@@ -52,6 +53,7 @@ class Server {
     // Tells the list of the scenario, or the one that the line holds.
     std::string tellList(Action const& action, char const* key,
                          void (Session::*tell)(Scenario const&));
+    std::string loginAt(std::function<void(bool yes)> answered);
     std::string state() const;
     void drainTexts();
 
@@ -69,6 +71,9 @@ class Server {
     Outbox outbox_;
     Session session_;
     Faults faults_;
+    int login_ = 0;  // of a third party's, counted
+    std::function<void(bool yes)> login_answered_;
+    std::unique_ptr<LoginServer> login_server_;
 };
 
 }  // namespace zorvanelink::simservice

@@ -23,6 +23,9 @@ class Session {
         std::function<void(std::string const& json)> send;
         std::function<void(std::string const& line)> say;  // for people; never a secret
         std::function<void(Moment)> happened;
+        // The address of a provider's login; the user's answer comes on the same thread. Empty
+        // function: there is none.
+        std::function<std::string(std::function<void(bool yes)> answered)> third_party = {};
     };
     enum class State { kIdle, kConnecting, kOnline, kReconnecting };
 
@@ -80,7 +83,8 @@ class Session {
     bool passServerCertificate(Start const& start);
     void offerTypes();
     void login(Start const& start);
-    void openProvidersPage();
+    void openProvidersPage(Start const& start);
+    void thirdPartyAnswered(bool yes);
     // Once the credentials are right.
     void admit(User const& user);
     void judged(common::MsgCode verdict);

@@ -7,6 +7,7 @@
 #include "common/auth_type_list.h"
 #include "core/clmsg_json.h"
 #include "core/clmsg_reply_json.h"
+#include "tools/simservice/login_page.h"
 #include "tools/simservice/notices.h"
 #include "tools/simservice/session.h"
 
@@ -79,7 +80,7 @@ void Session::offerTypes() {
 
 void Session::login(Start const& start) {
     if (start.authType == common::SupportedAuthType::kOauth && !scenario_.users.empty()) {
-        openProvidersPage();
+        openProvidersPage(start);
         return;
     }
     if (!common::NeedsPassword(start.authType) && !common::NeedsCertificate(start.authType)) {
@@ -94,13 +95,45 @@ void Session::login(Start const& start) {
     }
 }
 
-void Session::openProvidersPage() {
+void Session::openProvidersPage(Start const& start) {
+    ThirdParty const& rules = scenario_.third_party;
+    auto const failure = static_cast<MsgCode>(rules.failure);
+    if (failure == MsgCode::ERR_RECV_INVALID_OAUTH_INFO ||
+        failure == MsgCode::ERR_WRITE_OAUTH_INFO) {
+        refuse({nullptr, failure});
+        return;
+    }
     core::sslvpn::CLMsgCommonReplyData data;
     data.statusCode = MsgCode::OAUTH_PAGE;
-    data.oauthPagePath = scenario_.third_party.page;
+    data.oauthPagePath = rules.page;
+    if (rules.server && hooks_.third_party) {
+        auto const answered = [this, alive = std::weak_ptr(attempt_)](bool yes) {
+            if (!alive.expired()) {
+                thirdPartyAnswered(yes);
+            }
+        };
+        data.oauthPagePath = WriteLoginPage(start.userDataPath, hooks_.third_party(answered));
+    }
+    if (data.oauthPagePath.empty()) {
+        refuse({nullptr, MsgCode::ERR_WRITE_OAUTH_INFO});
+        return;
+    }
     hooks_.say(fmt::format("asks to log in at {}", data.oauthPagePath));
     reply(std::move(data));
-    step(scenario_.third_party.after_ms, [this] { accept(scenario_.users.front()); });
+    if (!rules.server) {
+        step(rules.after_ms, [this] { thirdPartyAnswered(true); });
+    }
+}
+
+void Session::thirdPartyAnswered(bool yes) {
+    int const failure = scenario_.third_party.failure;
+    if (!yes) {
+        refuse({nullptr, MsgCode::ERR_OAUTH_LOGIN_OAUTH_SERVER_FAILED});
+    } else if (failure != 0) {
+        refuse({nullptr, static_cast<MsgCode>(failure)});
+    } else {
+        admit(scenario_.users.front());
+    }
 }
 
 void Session::refuse(Judgement const& judgement) {

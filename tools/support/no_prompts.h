@@ -11,12 +11,15 @@ class NoPrompts : public ui::Prompts {
         last = request;
         return -1;
     }
-    std::optional<ui::SecretAnswer> InputSecret(ui::SecretRequest const&) override {
+    std::optional<ui::SecretAnswer> InputSecret(ui::SecretRequest const& request) override {
+        lastSecret = request;
         return std::nullopt;
     }
-    std::optional<QString> ChooseFile(ui::FileRequest const&) override { return std::nullopt; }
+    std::optional<QString> ChooseFile(ui::FileRequest const&) override { return file; }
 
     ui::BoxRequest last;  // what would have been shown
+    ui::SecretRequest lastSecret;
+    std::optional<QString> file;  // what is chosen
 };
 
 }  // namespace zorvanelink::test

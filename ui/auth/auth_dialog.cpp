@@ -238,7 +238,11 @@ void AuthDialog::reject() {
 void AuthDialog::AutoConfirmAuth(int action, std::string const& text) {
     switch (action) {
         case 0:
-            code_->setText(QString::fromStdString(text));
+            if (QString::fromStdString(text).trimmed().size() > kMaxCodeLength) {
+                code_->clear();  // which is refused, where a part of a code would be tried
+            } else {
+                code_->setText(QString::fromStdString(text));
+            }
             on_verify_button__clicked();
             break;
         case 1:

@@ -7,8 +7,8 @@
 
 #include "common/message_catalogue.h"
 #include "ui/auth/password_rules.h"
-#include "ui/widgets/secret_edit.h"
 #include "ui/widgets/dialog_foot.h"
+#include "ui/widgets/secret_edit.h"
 #include "ui/widgets/zvl_dialog.h"
 
 namespace zorvanelink::ui {

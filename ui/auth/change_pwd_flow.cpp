@@ -262,6 +262,7 @@ void ChangePWDFlow::onFinished(ChangePWDDialog& dialog, int result) {
         Log().info("Change pwd not ok with type {}", static_cast<int>(type_));
     }
     Log().info("Change pwd process done");
+    BringForward(session_.window);
 }
 
 }  // namespace zorvanelink::ui

@@ -1,5 +1,6 @@
 #include "ui/cards/card_accessible.h"
 
+#include <QAbstractButton>
 #include <QAccessibleWidget>
 
 #include "ui/cards/start_list_widget.h"
@@ -7,31 +8,81 @@
 namespace zorvanelink::ui {
 namespace {
 
-// A list of its cards, row by row.
+// What is scrolled away, or lies outside its card, is there and cannot be seen.
+class AccessiblePart : public QAccessibleWidget {
+  public:
+    using QAccessibleWidget::QAccessibleWidget;
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.offscreen = widget()->visibleRegion().isEmpty();
+        return state;
+    }
+};
+
+class AccessibleCardLabel : public AccessiblePart {
+  public:
+    explicit AccessibleCardLabel(QLabel* label)
+        : AccessiblePart(label, QAccessible::StaticText, label->text()) {}
+
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Name ? static_cast<QLabel*>(widget())->text()
+                                         : AccessiblePart::text(kind);
+    }
+};
+
+class AccessibleCardButton : public AccessiblePart {
+  public:
+    explicit AccessibleCardButton(QAbstractButton* button)
+        : AccessiblePart(button, QAccessible::Button) {}
+
+    QStringList actionNames() const override {
+        QStringList const own = widget()->isEnabled() ? QStringList{pressAction()} : QStringList();
+        return own + AccessiblePart::actionNames();
+    }
+
+    void doAction(QString const& name) override {
+        if (name == pressAction()) {
+            static_cast<QAbstractButton*>(widget())->animateClick();
+        } else {
+            AccessiblePart::doAction(name);
+        }
+    }
+};
+
+// A list of its cards, from the top.
 class AccessibleCardList : public QAccessibleWidget {
   public:
     explicit AccessibleCardList(StartListWidget* list)
         : QAccessibleWidget(list, QAccessible::List), list_(list) {}
 
-    int childCount() const override { return list_->count(); }
+    int childCount() const override { return static_cast<int>(list_->ListedCards().size()); }
 
     QAccessibleInterface* child(int index) const override {
-        return QAccessible::queryAccessibleInterface(list_->CardAt(index));
+        std::vector<ProfileTab*> const cards = list_->ListedCards();
+        bool const within = index >= 0 && index < static_cast<int>(cards.size());
+        return within
+                   ? QAccessible::queryAccessibleInterface(cards[static_cast<std::size_t>(index)])
+                   : nullptr;
     }
 
     QAccessibleInterface* childAt(int x, int y) const override {
         QPoint const place = list_->viewport()->mapFromGlobal({x, y});
         QListWidgetItem const* const item = list_->itemAt(place);
-        return item == nullptr ? nullptr : child(list_->row(item));
+        return item == nullptr
+                   ? nullptr
+                   : QAccessible::queryAccessibleInterface(list_->CardAt(list_->row(item)));
     }
 
     int indexOfChild(QAccessibleInterface const* card) const override {
-        for (int row = 0; row < list_->count(); ++row) {
-            if (card != nullptr && list_->CardAt(row) == card->object()) {
-                return row;
-            }
-        }
-        return -1;
+        std::vector<ProfileTab*> const cards = list_->ListedCards();
+        auto const found = std::find(cards.begin(), cards.end(), card->object());
+        return found == cards.end() ? -1 : static_cast<int>(found - cards.begin());
+    }
+
+    QAccessibleInterface* focusChild() const override {
+        return list_->hasFocus() ? QAccessible::queryAccessibleInterface(list_->CurrentCard())
+                                 : QAccessibleWidget::focusChild();
     }
 
   private:
@@ -39,9 +90,9 @@ class AccessibleCardList : public QAccessibleWidget {
 };
 
 // Its place in the tree is the list, not the viewport that carries it.
-class AccessibleCard : public QAccessibleWidget {
+class AccessibleCard : public AccessiblePart {
   public:
-    explicit AccessibleCard(ProfileTab* card) : QAccessibleWidget(card, QAccessible::ListItem) {}
+    explicit AccessibleCard(ProfileTab* card) : AccessiblePart(card, QAccessible::ListItem) {}
 
     QAccessibleInterface* parent() const override {
         for (QWidget* above = widget()->parentWidget(); above != nullptr;
@@ -50,16 +101,27 @@ class AccessibleCard : public QAccessibleWidget {
                 return QAccessible::queryAccessibleInterface(list);
             }
         }
-        return QAccessibleWidget::parent();
+        return AccessiblePart::parent();
     }
 
     QAccessible::State state() const override {
-        QAccessible::State state = QAccessibleWidget::state();
+        QAccessible::State state = AccessiblePart::state();
+        auto const* const card = static_cast<ProfileTab*>(widget());
         state.selectable = true;
-        state.selected = static_cast<ProfileTab*>(widget())->IsSelected();
+        state.selected = card->IsSelected();
+        state.focusable = true;
+        state.focused = card->IsFocused();
         return state;
     }
 };
+
+bool isOnCard(QWidget const& widget) {
+    QWidget const* above = widget.parentWidget();
+    while (above != nullptr && qobject_cast<ProfileTab const*>(above) == nullptr) {
+        above = above->parentWidget();
+    }
+    return above != nullptr;
+}
 
 QAccessibleInterface* makeInterface(QString const& /*className*/, QObject* object) {
     if (auto* const list = qobject_cast<StartListWidget*>(object)) {
@@ -67,6 +129,14 @@ QAccessibleInterface* makeInterface(QString const& /*className*/, QObject* objec
     }
     if (auto* const card = qobject_cast<ProfileTab*>(object)) {
         return new AccessibleCard(card);
+    }
+    auto* const label = qobject_cast<QLabel*>(object);
+    if (label != nullptr && isOnCard(*label)) {
+        return new AccessibleCardLabel(label);
+    }
+    auto* const button = qobject_cast<QAbstractButton*>(object);
+    if (button != nullptr && isOnCard(*button)) {
+        return new AccessibleCardButton(button);
     }
     return nullptr;
 }

@@ -9,6 +9,7 @@ using common::MsgCode;
 
 CardView idleView(ConnectionState const& state, std::string const& name) {
     CardView view;
+    view.current = state.currentProfileName == name;
     view.logName = "DISCONNECT";
     view.buttonEnabled =
         state.Idle() && state.adapterUsable && state.link != LinkState::kReconnecting;
@@ -48,6 +49,7 @@ CardView runningView(ConnectStatus status) {
     view.action = CardAction::kDisconnect;
     view.buttonText = MsgCode::UI_INFO_LOWER_DISCONNECT;
     view.menuEnabled = false;
+    view.current = true;
     return view;
 }
 

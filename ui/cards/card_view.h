@@ -20,6 +20,7 @@ struct CardView {
     common::MsgCode buttonText = common::MsgCode::UI_INFO_CONNECT;
     bool buttonEnabled = true;
     bool menuEnabled = true;
+    bool current = false;      // of the connection that the state tells of
     std::string_view logName;  // of the status, in the log
 
     bool operator==(CardView const&) const = default;

@@ -76,7 +76,8 @@ void ConnectionList::removeCardsOfOthers() {
 void ConnectionList::addCard(std::shared_ptr<Profile> const& profile) {
     auto* const tab = new ProfileTab(profile, &list_);
     tab->SetMenu(menu_);
-    list_.AddCard(tab);
+    QListWidgetItem* const item = list_.AddCard(tab);
+    connect(tab, &ProfileTab::Chosen, this, [this, item] { list_.setCurrentItem(item); });
     connect(tab, &ProfileTab::StartConnect, this, &ConnectionList::StartConnect,
             Qt::QueuedConnection);
     connect(tab, &ProfileTab::StopConnect, this, &ConnectionList::StopConnect,
@@ -139,8 +140,9 @@ void ConnectionList::SetCurrntProfileTabbyProfileName(QString const& name) {
 }
 
 void ConnectionList::on_connection_listwidget__itemSelectionChanged() {
-    QListWidgetItem const* const item = list_.currentItem();
-    ProfileTab* const tab = item != nullptr ? list_.CardAt(list_.row(item)) : nullptr;
+    // The current one may be another: the keyboard stands on it, and nobody has chosen it.
+    QList<QListWidgetItem*> const chosen = list_.selectedItems();
+    ProfileTab* const tab = chosen.isEmpty() ? nullptr : list_.CardAt(list_.row(chosen.front()));
     if (tab != nullptr) {
         SetConnectionInfoSelected(tab, true);
     }
@@ -149,7 +151,7 @@ void ConnectionList::on_connection_listwidget__itemSelectionChanged() {
 void ConnectionList::SetConnectionInfoSelected(ProfileTab* tab, bool selected) {
     Log().info("currnt profile name: {}", tab->GetProfile()->name);
     for (auto const& [name, other] : tabs_) {
-        other->SetSelected(other == tab && selected);
+        other->SetSelected(other == tab && selected, &list_);
     }
     selected_ = tab->GetProfile()->name;
     config_.SetDefaultProfile(selected_);

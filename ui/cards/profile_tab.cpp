@@ -5,7 +5,6 @@
 
 #include "components/logger/logger.h"
 #include "ui/text/texts.h"
-#include "ui/widgets/elide.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -13,27 +12,49 @@ namespace zorvanelink::ui {
 using common::MsgCode;
 using components::logger::Log;
 
-namespace {
-
-constexpr char const* kDisabledStyle = "background-color: #E8E8E8; color: #CCCCCC; border-radius:4";
-
-}  // namespace
-
-void ProfileTab::SetSelected(bool selected) {
+void ProfileTab::SetSelected(bool selected, QWidget* before) {
     selected_ = selected;
+    before_ = before;
+    orderTabs();
     updateMenu();
     update();
 }
 
+void ProfileTab::orderTabs() {
+    std::vector<QWidget*> buttons{mod_config_button_, del_config_button_, forgot_pwd_button_};
+    buttons.insert(buttons.end(), pageButtons_.begin(), pageButtons_.end());
+    buttons.push_back(conn_button_);
+    QWidget* last = before_;
+    for (QWidget* const button : buttons) {
+        button->setFocusPolicy(selected_ ? Qt::TabFocus : Qt::NoFocus);
+        if (selected_ && last != nullptr) {
+            setTabOrder(last, button);
+            last = button;
+        }
+    }
+}
+
+void ProfileTab::SetFocused(bool focused) {
+    focused_ = focused;
+    update();
+}
+
+bool ProfileTab::Matches(QString const& text) const {
+    auto const& texts = {profile->name, profile->server, profile->userName};
+    return std::any_of(texts.begin(), texts.end(), [&text](std::string const& shown) {
+        return QString::fromStdString(shown).contains(text, Qt::CaseInsensitive);
+    });
+}
+
 void ProfileTab::onConnButtonTriggered() {
     QString const name = QString::fromStdString(profile->name);
+    Q_EMIT Chosen();
+    // The button is about to turn grey, and would hand the focus to whatever comes next.
     setFocus();
     if (view_.action == CardAction::kConnect) {
         Q_EMIT StartConnect(name);
-        Log().info("start connect in profile tab");
     } else {
         Q_EMIT StopConnect(name);
-        Log().info("stop connect in profile tab");
     }
 }
 
@@ -41,12 +62,19 @@ void ProfileTab::Press() {
     conn_button_->click();
 }
 
+void ProfileTab::PressModify() {
+    mod_config_button_->click();
+}
+
+void ProfileTab::PressDelete() {
+    del_config_button_->click();
+}
+
 void ProfileTab::ConnectButtonEnable(bool enable) {
-    conn_button_->setEnabled(enable);
-    QString const style = enable ? QString() : QString::fromLatin1(kDisabledStyle);
-    if (conn_button_->styleSheet() != style) {
-        conn_button_->setStyleSheet(style);
+    if (!view_.current && conn_button_->isEnabled() != enable) {
+        Log().info("conn_button_->setEnabled({})", enable);
     }
+    conn_button_->setEnabled(enable);
 }
 
 void ProfileTab::Render(CardView const& view) {
@@ -65,10 +93,8 @@ void ProfileTab::Render(CardView const& view) {
     if (!same_profile) {
         renderProfile();
     }
-    if (!same_state) {
-        renderState();
-        renderButton();
-    }
+    renderState();
+    renderButton();
     menu_panel_->setEnabled(view.menuEnabled);
     updateMenu();
     placeTexts();
@@ -91,8 +117,7 @@ void ProfileTab::renderState() {
 void ProfileTab::renderButton() {
     bool const primary = view_.action == CardAction::kConnect;
     conn_button_->setText(GetTrMsg(view_.buttonText));
-    conn_button_->setAccessibleName(
-        QStringLiteral("%1 %2").arg(conn_button_->text(), QString::fromStdString(profile->name)));
+    nameButtons();
     if (conn_button_->property("primary").toBool() != primary) {
         conn_button_->setProperty("primary", primary);
         conn_button_->style()->polish(conn_button_);
@@ -105,19 +130,33 @@ void ProfileTab::SetPages(std::vector<SessionPage> const& pages) {
         return;
     }
     pages_ = pages;
-    for (QToolButton* const button : std::exchange(pageButtons_, {})) {
+    for (QPushButtonExt* const button : std::exchange(pageButtons_, {})) {
         button->deleteLater();  // it may be the one that was pressed
         button->hide();
     }
     for (SessionPage const& page : pages_) {
         pageButtons_.push_back(addPageButton(page));
     }
+    nameButtons();
+    orderTabs();
     placeTexts();
+}
+
+// What stands on twenty cards says of which.
+void ProfileTab::nameButtons() {
+    QString const tail = QLatin1Char(' ') + accessibleName();
+    conn_button_->setAccessibleName(conn_button_->text() + tail);
+    std::vector<QPushButtonExt*> icons{mod_config_button_, del_config_button_, forgot_pwd_button_};
+    icons.insert(icons.end(), pageButtons_.begin(), pageButtons_.end());
+    for (QPushButtonExt* const icon : icons) {
+        icon->setAccessibleName(icon->toolTip() + tail);
+    }
 }
 
 void ProfileTab::MenuPanelBtnClicked() {
     QString const name = QString::fromStdString(profile->name);
     QString const button = sender() != nullptr ? sender()->objectName() : QString();
+    Q_EMIT Chosen();
     if (button == QLatin1String("mod_config_button_")) {
         Log().info("Modify connect info: {}", profile->name);
         Q_EMIT ModifyConnectionInfo(name);

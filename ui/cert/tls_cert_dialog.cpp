@@ -70,7 +70,7 @@ QWidget* TLSCertDialog::buildKinds() {
     auto* bar = new QWidget(Body());
     auto* row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(16);
+    row->setSpacing(8);
     sys_ = addKind(*row, "sys_cert_radioButton",
                    GetTrMsg(MsgCode::UI_INFO_USE_SYSTEM_DEFAULT_CERTIFICATE));
     usb_ =

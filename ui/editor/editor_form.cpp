@@ -19,8 +19,8 @@ constexpr int kSide = 20;
 constexpr int kSpacing = 12;
 constexpr int kLabelSpacing = 5;
 constexpr int kPortWidth = 168;
-constexpr int kIndicatorRoom =
-    24;  // of a check box, so that what belongs to it starts with its text
+constexpr int kIndicatorRoom = 24;  // of a check box: what belongs to it starts with its text
+constexpr int kRingRoom = 3;        // of the focus ring around a check box
 
 constexpr int kMaxNameChars = 127;
 constexpr char const* kServerPattern = "^[!-~]*$";
@@ -208,7 +208,7 @@ QCheckBox* EditorForm::addSwitch(char const* name, QString const& text, char con
     auto* line = makeHint(advanced, box, Translate(hint));
     line->setIndent(kIndicatorRoom);
     auto* pair = new QVBoxLayout;
-    pair->setSpacing(0);
+    pair->setSpacing(kRingRoom);
     pair->addWidget(box, 0, Qt::AlignLeft);
     pair->addWidget(line);
     rows_->addLayout(pair, rows_->rowCount(), 0, 1, 2);

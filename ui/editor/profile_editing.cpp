@@ -6,6 +6,7 @@
 #include "components/logger/logger.h"
 #include "ui/editor/create_connect_dialog.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/zvl_message_box.h"
 
 namespace zorvanelink::ui {
 
@@ -88,7 +89,7 @@ void ProfileEditing::remove(std::string const& name) {
     if (!exists(name, "delete")) {
         return;
     }
-    if (!runs(name) && !sure()) {
+    if (!runs(name) && !sure(name)) {
         return;
     }
     if (runs(name)) {  // it may have been started behind the question
@@ -128,11 +129,14 @@ bool ProfileEditing::runs(std::string const& name) const {
     return !services_.state.Idle() && services_.state.currentProfileName == name;
 }
 
-bool ProfileEditing::sure() {
+bool ProfileEditing::sure(std::string const& name) {
+    std::string const server = services_.config.GetProfile(name)->server;
+    QString const question = GetTrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION) +
+                             QLatin1String(kMessageSeparator) +
+                             QString::fromStdString(name + '\n' + server);
     return services_.prompts.Question(services_.dialog_parent, GetTrMsg(MsgCode::UI_WARNING),
-                                      GetTrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION),
-                                      GetTrMsg(MsgCode::UI_INFO_YES), GetTrMsg(MsgCode::UI_INFO_NO),
-                                      Prompts::Default::kNo);
+                                      question, GetTrMsg(MsgCode::UI_INFO_YES),
+                                      GetTrMsg(MsgCode::UI_INFO_NO), Prompts::Default::kNo);
 }
 
 void ProfileEditing::critical(QString const& text) {

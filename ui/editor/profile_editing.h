@@ -46,7 +46,7 @@ class ProfileEditing : public QObject {
     bool reachedLimit();
     bool exists(std::string const& name, char const* action);
     bool runs(std::string const& name) const;
-    bool sure();
+    bool sure(std::string const& name);
     void critical(QString const& text);
 
     Services const services_;

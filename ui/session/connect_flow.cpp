@@ -56,6 +56,7 @@ void ConnectFlow::StartChosen(std::string const& name) {
 }
 
 void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool queryAuthType) {
+    Log().info("{} connect in profile tab", start_it ? "start" : "stop");
     std::string const key = name.toStdString();
     Config& config = core_.config;
     if (start_it && config.GetProfile().size() > Config::kMaxConfigNum) {

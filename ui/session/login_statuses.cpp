@@ -110,6 +110,7 @@ void LoginStatuses::onServerCertificate(Data const& data, Profile& profile) {
                        GetTrMsg(MsgCode::UI_INFO_REQUEST_NO)};
     request.defaultButton = 1;
     request.timeoutSeconds = kCertificateQuestionSeconds;
+    core_.Demand(request.text);
     boxes_.Ask(request, [this, here = core_.Now(), name = profile.name](int button) {
         if (here.Still() && core_.state.SessionStands()) {
             HandleAcceptServerCert(button == 0, name);

@@ -2,6 +2,7 @@
 // thread.
 #pragma once
 
+#include <QMetaType>
 #include <QString>
 #include <vector>
 
@@ -23,3 +24,5 @@ struct SessionPage {
 std::vector<SessionPage> pagesFor(ConnectionState const& state, Context const& context);
 
 }  // namespace zorvanelink::ui
+
+Q_DECLARE_METATYPE(zorvanelink::ui::SessionPage)  // queued on its way from a card

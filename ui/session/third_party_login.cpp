@@ -10,13 +10,19 @@ using common::MsgCode;
 ThirdPartyLogin::ThirdPartyLogin(SessionCore& core, FailurePresenter& failures, BoxQueue& boxes)
     : core_(core), failures_(failures), boxes_(boxes), deadline_(core.clock) {
     connect(&deadline_, &Deadline::Passed, this, &ThirdPartyLogin::OnThirdPartyExpire);
+    connect(&deadline_, &Deadline::Ticked, this, &ThirdPartyLogin::Ticked);
 }
 
 void ThirdPartyLogin::Open(std::string const& path) {
     core_.conversation.Open(*this);
+    if (!core_.conversation.Is(*this)) {
+        return;
+    }
+    page_ = path;
     // Before the page: what ends the login behind a hint must find the timer.
     if (!Waits()) {
         deadline_.Start(kDeadline);
+        core_.Announce();
     }
     if (auto const failure = TryOpenUrl(core_.prompts, QString::fromStdString(path), true)) {
         boxes_.Hint(*failure);

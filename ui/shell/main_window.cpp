@@ -96,6 +96,10 @@ void MainWindow::wireSession() {
     connect(&session_, &Session::ClientAddressChanged, &tunnel_,
             &TunnelController::SetClientAddress);
     connect(&session_, &Session::Changed, this, &MainWindow::render);
+    connect(&session_.ThirdParty(), &ThirdPartyLogin::Ticked, this,
+            [this] { ui_.tunnel->SetBrowserLogin(session_.ThirdParty().TimeLeft()); });
+    connect(ui_.tunnel, &TunnelView::LoginPageWanted, &session_.ThirdParty(),
+            &ThirdPartyLogin::OpenAgain);
     connect(&session_, &Session::Demanded, this, [this](QString const& what) {
         QApplication::alert(this);
         tray_.TellDemand(what);

@@ -1,11 +1,9 @@
 // The main window's widgets and where they stand; no behaviour. GUI thread.
 #pragma once
 
-#include <QLabel>
-#include <QPushButton>
 #include <QStackedWidget>
 
-#include "ui/cards/start_list_widget.h"
+#include "ui/cards/connection_page.h"
 #include "ui/cards/user_guide.h"
 #include "ui/tunnel/tunnel_view.h"
 #include "ui/widgets/dim_cover.h"
@@ -19,14 +17,14 @@ namespace zorvanelink::ui {
 struct MainWindowLayout {
     explicit MainWindowLayout(QWidget* window);
 
-    // The list of cards, or the first-use page in its place: the page when it was made by this
-    // call, else null.
+    // The cards beside their session, or the first-use page in the place of both: the page when it
+    // was made by this call, else null. The focus goes to what is new.
     UserGuide* ShowGuide(bool show);
     // Where the keyboard begins: the list, or the button of the first-use page.
     QWidget* Begin() const;
 
     TitleBar* titleBar;
-    QStackedWidget* leftPages;
+    QStackedWidget* pages;
     QPushButton* addButton;
     StartListWidget* connection_listwidget_;
     TunnelView* tunnel;
@@ -35,8 +33,7 @@ struct MainWindowLayout {
     DimCover* cover;
 
   private:
-    QWidget* buildLeftPanel(QWidget* parent);
-    QWidget* buildListPage(QWidget* parent);
+    QWidget* buildBody();
 };
 
 }  // namespace zorvanelink::ui

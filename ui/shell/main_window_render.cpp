@@ -46,6 +46,7 @@ void MainWindow::render() {
                          named ? QString::fromStdString(state.currentProfileName) : QString(),
                          view.showsTunnel);
     ui_.tunnel->SetWarning(StripText(view, state));
+    ui_.tunnel->SetBrowserLogin(session_.ThirdParty().TimeLeft());
     renderHero(view);
     renderProgress();
     renderWait();

@@ -64,6 +64,8 @@ QWidget* TunnelView::buildDetails() {
     row->setSpacing(8);
     row->addStretch();
     pageRow_->hide();
+    browserLogin_ = new BrowserLogin(page);
+    connect(browserLogin_, &BrowserLogin::PageWanted, this, &TunnelView::LoginPageWanted);
     warning_ = new WarningStrip(page);
     tabs_ = new TabWidgetPlus(page);
     statistics_ = new StatisticsView(tabs_);
@@ -76,6 +78,7 @@ QWidget* TunnelView::buildDetails() {
     column->setContentsMargins(24, 20, 24, 16);
     column->setSpacing(16);
     column->addWidget(header_);
+    column->addWidget(browserLogin_);
     column->addWidget(pageRow_);
     column->addWidget(warning_);
     // The tabs take the room; while they are hidden it stays empty and the header where it is.

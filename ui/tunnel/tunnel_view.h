@@ -7,6 +7,7 @@
 #include <QStackedWidget>
 #include <QWidget>
 
+#include "ui/tunnel/browser_login.h"
 #include "ui/tunnel/interface_view.h"
 #include "ui/tunnel/route_view.h"
 #include "ui/tunnel/state_header.h"
@@ -34,6 +35,8 @@ class TunnelView : public QWidget {
     void SetHero(Hero const& hero);
     // Buttons for the pages that the session offers, by their titles.
     void SetPages(QStringList const& titles);
+    // A login in the browser, with the time left; empty for none.
+    void SetBrowserLogin(QString const& timeLeft) { browserLogin_->SetTimeLeft(timeLeft); }
     void SetDuration(QString const& text);
     void SetProgress(QString const& text);
     void SetWarning(QString const& text);  // empty hides the strip
@@ -55,6 +58,7 @@ class TunnelView : public QWidget {
   Q_SIGNALS:
     void PageWanted(int index);
     void HeroActed();
+    void LoginPageWanted();
 
   private:
     QWidget* buildHero();
@@ -69,6 +73,7 @@ class TunnelView : public QWidget {
     StateHeader* header_ = nullptr;
     QWidget* pageRow_ = nullptr;
     QStringList pageTitles_;
+    BrowserLogin* browserLogin_ = nullptr;
     WarningStrip* warning_ = nullptr;
     TabWidgetPlus* tabs_ = nullptr;
     StatisticsView* statistics_ = nullptr;

@@ -3,13 +3,14 @@
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
-#include <QPointer>
+#include <QRadioButton>
 
 namespace zorvanelink::ui {
 namespace {
@@ -18,6 +19,7 @@ namespace {
 constexpr int kOuter = 2;
 constexpr int kInner = 1;
 constexpr int kRadius = 6;
+constexpr int kBoxRoom = 3;
 
 bool isField(QWidget const* widget) {
     return qobject_cast<QLineEdit const*>(widget) != nullptr;
@@ -48,7 +50,7 @@ QWidget* groundOf(QWidget const& control) {
 
 }  // namespace
 
-FocusRing::FocusRing(QWidget& control) : QWidget(groundOf(control)), control_(control) {
+FocusRing::FocusRing(QWidget& control) : QWidget(groundOf(control)), control_(&control) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     for (QWidget* moved = &control; moved != nullptr && moved != parentWidget();
          moved = moved->parentWidget()) {
@@ -89,10 +91,17 @@ bool FocusRing::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FocusRing::place() {
-    QRect const around = QRect(control_.mapTo(parentWidget(), QPoint()), control_.size())
-                             .adjusted(-kOuter, -kOuter, kOuter, kOuter);
+    if (control_ == nullptr) {
+        return;
+    }
+    // Nothing stands between a box and the edge of its widget.
+    bool const box = qobject_cast<QCheckBox*>(control_.data()) != nullptr ||
+                     qobject_cast<QRadioButton*>(control_.data()) != nullptr;
+    int const left = kOuter + (box ? kBoxRoom : 0);
+    QRect const around = QRect(control_->mapTo(parentWidget(), QPoint()), control_->size())
+                             .adjusted(-left, -kOuter, kOuter, kOuter);
     setGeometry(around.intersected(parentWidget()->rect()));
-    setVisible(control_.isVisibleTo(parentWidget()));
+    setVisible(control_->isVisibleTo(parentWidget()));
     raise();
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPointer>
 #include <QWidget>
 
 namespace zorvanelink::ui {
@@ -28,7 +29,7 @@ class FocusRing : public QWidget {
   private:
     void place();
 
-    QWidget& control_;
+    QPointer<QWidget> control_;
     QColor outer_;
     QColor inner_;
 };

@@ -19,6 +19,8 @@ FormScroll::FormScroll(QWidget* form, QWidget* parent) : QScrollArea(parent) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::NoFocus);
     setWidget(form);
+    form->setAutoFillBackground(false);
+    viewport()->setAutoFillBackground(false);
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &FormScroll::follow);
 }
 

@@ -3,6 +3,7 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <memory>
 #include <string>
 
 #include "ui/widgets/dialog_foot.h"
@@ -11,6 +12,8 @@
 #include "ui/widgets/zvl_dialog.h"
 
 namespace zorvanelink::ui {
+
+struct SecretRequest;
 
 class InputDialog : public ZVLDialog {
     Q_OBJECT
@@ -64,5 +67,8 @@ class InputDialog : public ZVLDialog {
     QString tooLongMessage_;
     int maxUtf8Length_ = 0;
 };
+
+// The prompt that a request describes, not shown yet.
+std::unique_ptr<InputDialog> PromptFor(SecretRequest const& request, Prompts& prompts);
 
 }  // namespace zorvanelink::ui

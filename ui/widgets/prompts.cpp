@@ -86,30 +86,35 @@ int DialogPrompts::Box(BoxRequest const& request) {
     return box.Ask();
 }
 
-std::optional<SecretAnswer> DialogPrompts::InputSecret(SecretRequest const& request) {
-    InputDialog dialog(*this, request.parent);
-    dialog.setWindowTitle(request.title);
-    dialog.SetSubject(request.subject, request.subjectDetail);
-    dialog.setLabelText(request.label);
-    dialog.setLabel2Text(request.label2);
-    dialog.setPlaceholderText(request.placeholder);
+std::unique_ptr<InputDialog> PromptFor(SecretRequest const& request, Prompts& prompts) {
+    auto dialog = std::make_unique<InputDialog>(prompts, request.parent);
+    dialog->setWindowTitle(request.title);
+    dialog->SetSubject(request.subject, request.subjectDetail);
+    dialog->setLabelText(request.label);
+    dialog->setLabel2Text(request.label2);
+    dialog->setPlaceholderText(request.placeholder);
     if (!request.okButton.isEmpty()) {
-        dialog.setOkButtonText(request.okButton);
+        dialog->setOkButtonText(request.okButton);
     }
     if (!request.cancelButton.isEmpty()) {
-        dialog.setCancelButtonText(request.cancelButton);
+        dialog->setCancelButtonText(request.cancelButton);
     }
-    dialog.setCheckBoxText(request.rememberText);
-    dialog.SetRememberCheckHide(request.rememberText.isEmpty());
-    dialog.setRemember(request.remember);
-    dialog.set_max_utf8_length(request.maxUtf8Length);
-    dialog.setEmptyTextMessage(request.emptyMessage);
-    dialog.setTooLongMessage(request.tooLongMessage);
-    Standing const standing(open_, dialog);
-    if (dialog.exec() != QDialog::Accepted) {
+    dialog->setCheckBoxText(request.rememberText);
+    dialog->SetRememberCheckHide(request.rememberText.isEmpty());
+    dialog->setRemember(request.remember);
+    dialog->set_max_utf8_length(request.maxUtf8Length);
+    dialog->setEmptyTextMessage(request.emptyMessage);
+    dialog->setTooLongMessage(request.tooLongMessage);
+    return dialog;
+}
+
+std::optional<SecretAnswer> DialogPrompts::InputSecret(SecretRequest const& request) {
+    auto const dialog = PromptFor(request, *this);
+    Standing const standing(open_, *dialog);
+    if (dialog->exec() != QDialog::Accepted) {
         return std::nullopt;
     }
-    return SecretAnswer{dialog.TakeSensitiveValue(), dialog.remberCheck()};
+    return SecretAnswer{dialog->TakeSensitiveValue(), dialog->remberCheck()};
 }
 
 std::optional<QString> DialogPrompts::ChooseFile(FileRequest const& request) {

@@ -8,7 +8,7 @@
 namespace zorvanelink::ui {
 namespace {
 
-constexpr int kRadius = 8;  // pixels, as the stylesheets have it
+constexpr int kRadius = 7;  // pixels, one less than in the stylesheets: the border stays whole
 
 bool desktopBlendsWindows() {
     if (QGuiApplication::platformName() != QLatin1String("xcb")) {

@@ -70,6 +70,7 @@ void TitleBar::SetTitle(QString const& title) {
 void TitleBar::SetSubtitle(QString const& text) {
     subtitle_->SetFullText(text);
     subtitle_->setHidden(text.isEmpty());
+    setProperty("tall", !text.isEmpty());
 }
 
 QString TitleBar::Title() const {

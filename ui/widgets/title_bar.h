@@ -22,7 +22,7 @@ class TitleBar : public QFrame {
 
     void SetTitle(QString const& title);
     QString Title() const;
-    // A second line below the title; none while empty.
+    // A second line below the title; to be set before the bar is first shown.
     void SetSubtitle(QString const& text);
 
     // The window's buttons, named btn_main_more_, btn_main_min_ and btn_main_close_; a dialog has

@@ -160,7 +160,9 @@ void ZVLDialog::Fit() {
     int const inside = width() - frame.left() - frame.right();
     int rest = frame.top() + frame.bottom();
     for (QWidget const* const fixed : {static_cast<QWidget*>(titleBar_), head_, foot_}) {
-        rest += fixed != nullptr && !fixed->isHidden() ? fixed->sizeHint().height() : 0;
+        if (fixed != nullptr && !fixed->isHidden()) {
+            rest += qMax(fixed->sizeHint().height(), fixed->minimumHeight());
+        }
     }
     int const form = scroll_->hasHeightForWidth() ? scroll_->heightForWidth(inside)
                                                   : scroll_->sizeHint().height();

@@ -96,7 +96,8 @@ void ZVLMessageBox::addButtons(Buttons const& buttons) {
     timeLeft_->setObjectName(QStringLiteral("time_left_"));
     timeLeft_->setProperty("role", QStringLiteral("hint"));
     timeLeft_->hide();
-    row->addWidget(timeLeft_, 1);
+    row->addWidget(timeLeft_);
+    row->addStretch();
     for (std::size_t i = 0; i < buttons.size(); ++i) {
         auto* button = new QPushButtonExt(buttons[i], foot);
         button->setObjectName(QStringLiteral("button_%1_").arg(i));
@@ -105,7 +106,7 @@ void ZVLMessageBox::addButtons(Buttons const& buttons) {
             accept();
         });
         // The first answer stands at the right, where the eye ends.
-        row->insertWidget(1, button);
+        row->insertWidget(2, button);
         buttons_.push_back(button);
     }
     SetFoot(foot);

@@ -106,11 +106,16 @@ TEST_F(AuthCodeFlowTest, AWrongCodeIsTypedAgain) {
         EXPECT_EQ(test::Find<QPushButton>(*Dialog(), "retry_button_").text(), pause);
     }
     service->Forget();
-    prompts.ExpectBox(Text(MsgCode::UI_INFO_WRONG_AUTH_CODE_LENGTH), 0);
-    Type("  ");
+    std::string const longest(36, '8');
+    for (std::string const& code : {std::string("  "), longest + '8'}) {
+        prompts.ExpectBox(Text(MsgCode::UI_INFO_WRONG_AUTH_CODE_LENGTH), 0);
+        Dialog()->AutoConfirmAuth(0, code);
+    }
     EXPECT_EQ(Sent("smsCode"), 0);
-    Type("012345678901234567890123456789012345");
+    Dialog()->AutoConfirmAuth(0, longest);
     EXPECT_EQ(Sent("smsCode"), 1);
+    Dialog()->AutoConfirmAuth(1, {});
+    EXPECT_EQ(Sent("requestSmsCode"), 1);
     EXPECT_EQ(window.findChildren<AuthDialog*>().size(), 1);
 }
 

@@ -68,6 +68,7 @@ TEST_F(AuthTypeDialogTest, OffersWhatTheServerTakes) {
 }
 
 TEST_F(AuthTypeDialogTest, LoginStoresChoiceAndCredentials) {
+    profile->forgotPwdUrl = "https://x.example";
     AuthTypeDialog dialog(profile, true, services());
     dialog.show();
     QSignalSpy started(&dialog, &AuthTypeDialog::StartConnect);
@@ -76,6 +77,7 @@ TEST_F(AuthTypeDialogTest, LoginStoresChoiceAndCredentials) {
                      [&] { open_at_start = dialog.isVisible(); });
     auto& password = test::Find<SecretEdit>(dialog, "lineedit_password_");
     profile->fileCert.pin = "before";
+    EXPECT_TRUE(test::Find<QWidget>(dialog, "btn_forgot_pwd_").isVisible());
     click(dialog, "checkbox_keep_auth_type_");
     int const low = dialog.height();
     click(dialog, "radioButton_user_cert_");
@@ -107,6 +109,7 @@ TEST_F(AuthTypeDialogTest, ThirdPartyAsksBeforeItClosesAndForgetsThePassword) {
     bool open_at_start = false;
     QObject::connect(&dialog, &AuthTypeDialog::StartConnect,
                      [&] { open_at_start = dialog.isVisible(); });
+    EXPECT_TRUE(test::Find<QWidget>(dialog, "btn_forgot_pwd_").isHidden());
     click(dialog, "btn_third_party_");
     EXPECT_TRUE(open_at_start);
     EXPECT_EQ(dialog.result(), QDialog::Accepted);

@@ -109,6 +109,7 @@ TEST_F(CreateConnectDialogTest, InputAtItsBorders) {
         } else {
             EXPECT_EQ(dialog->focusWidget()->objectName(), QLatin1String(c.focus));
             EXPECT_TRUE(dialog->focusWidget()->isVisible());
+            EXPECT_TRUE(dialog->focusWidget()->property("refused").toBool());
         }
     }
 }
@@ -229,6 +230,11 @@ TEST_F(CreateConnectDialogTest, CredentialsFollowTheType) {
         EXPECT_EQ(dialog->CheckInput(), type == 0 || type == 6);
     }
     auto const adding = open();
+    auto& verify = Find<QCheckBox>(*adding, "verfy_server_cert_checkbox_");
+    for (int const check : {1, 2}) {
+        verify.click();
+        EXPECT_EQ(Find<QWidget>(*adding, "trust_warning_").isHidden(), check == 2);
+    }
     EXPECT_FALSE(Find<QWidget>(*adding, "lineedit_username_").isVisible());
     EXPECT_FALSE(Find<QWidget>(*adding, "checkbox_keep_auth_type_").isVisible());
 }

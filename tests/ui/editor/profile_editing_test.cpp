@@ -26,12 +26,11 @@ class ProfileEditingTest : public ConfigTest {
         state_.currentProfileName = name;
     }
     // Answers the next editor: types a server, and a name where one can be typed.
-    static void answerEditor(char const* name, bool accept = true) {
+    static void answerEditor(char const* name, char const* button = "add_connect_button_") {
         test::WhenModal<CreateConnectDialog>([=](CreateConnectDialog& dialog) {
             Find<QLineEdit>(dialog, "server_").setText(QStringLiteral("new.example"));
             Find<QLineEdit>(dialog, "profile_name_").setText(QLatin1String(name));
-            Find<QPushButton>(dialog, accept ? "add_connect_button_" : "cannel_connect_button_")
-                .click();
+            Find<QPushButton>(dialog, button).click();
         });
     }
     void expectCritical(MsgCode text) { prompts_.ExpectBox(GetTrMsg(text), 0); }
@@ -72,12 +71,16 @@ TEST_F(ProfileEditingTest, Refusals) {
 }
 
 TEST_F(ProfileEditingTest, AddingSavesAndConnectsOnlyWhenNothingRuns) {
-    answerEditor("cancelled", false);
+    answerEditor("cancelled", "cannel_connect_button_");
     editing_.onButtonAddConnectionClicked();
     EXPECT_EQ(changed_.count(), 0);
+    answerEditor("saved", "save_button_");
+    editing_.onButtonAddConnectionClicked();
+    EXPECT_EQ(changed_.count(), 1);
+    EXPECT_TRUE(wanted_.isEmpty() && fileHas("[saved]"));
     answerEditor("first");
     QObject::connect(&editing_, &ProfileEditing::ConnectWanted,
-                     [this] { EXPECT_EQ(changed_.count(), 1); });
+                     [this] { EXPECT_EQ(changed_.count(), 2); });
     editing_.onButtonAddConnectionClicked();
     ASSERT_EQ(wanted_.count(), 1);
     EXPECT_EQ(wanted_[0][0].toString(), QStringLiteral("first"));
@@ -86,7 +89,7 @@ TEST_F(ProfileEditingTest, AddingSavesAndConnectsOnlyWhenNothingRuns) {
     expectCritical(MsgCode::UI_TR_STOP_CONNECTION_FIRST);
     editing_.onButtonAddConnectionClicked();
     EXPECT_EQ(wanted_.count(), 1);
-    EXPECT_EQ(changed_.count(), 2);
+    EXPECT_EQ(changed_.count(), 3);
     EXPECT_TRUE(fileHas("[first]"));
     EXPECT_TRUE(fileHas("[second]"));
     EXPECT_FALSE(config_.GetProfile("cancelled"));
@@ -106,17 +109,19 @@ TEST_F(ProfileEditingTest, ModifyingChangesTheSharedProfileAndConnectsNothing) {
 }
 
 TEST_F(ProfileEditingTest, DeletingAsksAndLooksAgain) {
-    QString const question = GetTrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION);
-    prompts_.ExpectBox(question, -1);
+    auto const question = [](char const* detail) {
+        return GetTrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION) + QLatin1String(detail);
+    };
+    prompts_.ExpectBox(question("#@@#a\na.example"), -1);
     editing_.onDeleteConnectionInfo(QStringLiteral("a"));
-    prompts_.ExpectBox(question, 0, [this] {
+    prompts_.ExpectBox(question("#@@#a\na.example"), 0, [this] {
         editing_.onDeleteConnectionInfo(QStringLiteral("a"));  // a second click is dropped
         run("a");
     });
     expectCritical(MsgCode::UI_ERROR_PROFILE_IS_RUNNING);
     editing_.onDeleteConnectionInfo(QStringLiteral("a"));
     EXPECT_TRUE(config_.GetProfile("a"));
-    prompts_.ExpectBox(question, 0);
+    prompts_.ExpectBox(question("#@@#b\nb.example"), 0);
     editing_.onDeleteConnectionInfo(QStringLiteral("b"));
     EXPECT_FALSE(config_.GetProfile("b"));
     EXPECT_EQ(changed_.count(), 1);

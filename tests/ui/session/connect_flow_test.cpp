@@ -30,7 +30,10 @@ TEST_F(ConnectFlowTest, AMissingPasswordIsAskedForOnceAndForgotten) {
     Click();
     EXPECT_EQ(Sent("start"), 1);
     EXPECT_TRUE(profile->password.empty());
-    EXPECT_EQ(prompts.Secrets().front().maxUtf8Length, 31);
+    SecretRequest const& asked = prompts.Secrets().front();
+    EXPECT_EQ(asked.maxUtf8Length, 31);
+    EXPECT_EQ((asked.subject + asked.subjectDetail + asked.cancelButton).toStdString(),
+              "Head officealice · vpn.example.comCancel");
 }
 
 TEST_F(ConnectFlowTest, AMissingPinIsAskedForWithTheLimitOfAPin) {

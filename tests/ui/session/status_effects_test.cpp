@@ -5,6 +5,7 @@
 #include "app/environment/paths.h"
 #include "core/clmsg_json.h"
 #include "tests/ui/session/session_fixture.h"
+#include "ui/session/session_pages.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -224,7 +225,14 @@ TEST_F(StatusEffectsTest, AThirdPartyLoginKeepsItsFirstDeadline) {
     boot += std::chrono::milliseconds(1);
     ASSERT_TRUE(test::WaitUntil([&] { return !login.Waits(); }));
     EXPECT_EQ(state.status, ConnectStatus::Disconnected);
-    EXPECT_FALSE(login.Waits());
+    Receive(MsgCode::OFFLINE);
+
+    Connect();
+    Receive(data);
+    int const stops = Sent("stop");
+    LoseLink();
+    ASSERT_TRUE(test::WaitUntil([&] { return !login.Waits() && state.Idle(); }));
+    EXPECT_EQ(Sent("stop"), stops);
 }
 
 TEST_F(StatusEffectsTest, SecondFactorsAndForgottenPasswordsAreKept) {
@@ -244,6 +252,38 @@ TEST_F(StatusEffectsTest, SecondFactorsAndForgottenPasswordsAreKept) {
     reread.Load();
     ASSERT_NE(reread.GetProfile("Head office"), nullptr);
     EXPECT_EQ(reread.GetProfile("Head office")->forgotPwdUrl, auth.forgotPasswordUrl);
+}
+
+TEST_F(StatusEffectsTest, WhatExpiresSoonIsToldOnceASession) {
+    struct Case {
+        int password;
+        int account;
+        QString text;
+    };
+    for (Case const& c :
+         {Case{5, 0, Text(MsgCode::UI_INFO_PWD_WILL_EXPIRE).arg(5)},
+          Case{0, 9, Text(MsgCode::UI_INFO_ACCOUNT_WILL_EXPIRE).arg(9)},
+          Case{5, 9, Text(MsgCode::UI_INFO_ACCOUNT_AND_PWD_WILL_EXPIRE).arg(9).arg(5)},
+          Case{0, 0, {}}}) {
+        auto data = Reply(MsgCode::AUTH_DATA);
+        data.passwordExpiredDays = c.password;
+        data.accountExpiredDays = c.account;
+        data.changePasswordUrl = "https://vpn.example.com/" + std::to_string(c.account);
+        data.allowLocalChangePassword = true;
+        Connect();
+        if (!c.text.isEmpty()) {
+            prompts.ExpectBox(c.text, 0);
+        }
+        Receive(data);
+        EXPECT_EQ(pagesFor(state, session.context).size(), 1U) << "the change comes with online";
+        Receive(MsgCode::ONLINE);
+        Receive(data);
+        auto const pages = pagesFor(state, session.context);
+        ASSERT_EQ(pages.size(), 2U);
+        EXPECT_EQ(pages[1].address.toStdString(), data.changePasswordUrl);
+        Receive(MsgCode::OFFLINE);
+        EXPECT_TRUE(pagesFor(state, session.context).empty());
+    }
 }
 
 }  // namespace

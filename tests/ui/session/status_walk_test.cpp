@@ -48,7 +48,10 @@ std::vector<MsgCode> shownCodes() {
 }
 
 // What the dialogs of a code and of a new password answer themselves.
-std::vector<MsgCode> const kCodeAnswers{MsgCode::SMS_AUTH_CODE_CHECK_OK,
+std::vector<MsgCode> const kCodeAnswers{MsgCode::NEED_SMS_AUTH_CODE,
+                                        MsgCode::NEED_TOKEN_AUTH_CODE,
+                                        MsgCode::NEED_EMAIL_AUTH_CODE,
+                                        MsgCode::SMS_AUTH_CODE_CHECK_OK,
                                         MsgCode::TOKEN_AUTH_CODE_CHECK_OK,
                                         MsgCode::EMAIL_AUTH_CODE_CHECK_OK,
                                         MsgCode::WRONG_AUTH_CODE,

@@ -109,16 +109,20 @@ TEST_F(Tray, RepeatedAndSilencedMessagesAreNotShown) {
     Go(kConnecting);
     Go(kConnected);
     EXPECT_EQ(shown.count(), 1);
+    for (int demands = 1; demands < 3; ++demands) {
+        tray.TellDemand(QStringLiteral("Authentication"));
+        EXPECT_EQ(shown.count(), 1 + demands) << "what the service asks for is always shown";
+    }
     config.statusNotify = true;
     state.lastEnd = SessionEnd{"Head office", {}, {}, "Ctrl Timeout"};
     Go(kDisconnected);  // the silent ones were counted
-    EXPECT_EQ(shown.count(), 2);
+    EXPECT_EQ(shown.count(), 4);
     EXPECT_EQ(shown.last().at(0).toString(),
               QStringLiteral("Head office: Disconnected\nCtrl Timeout"));
     for (int i = 0; i < 2; ++i) {
         tray.TellWhereTheWindowWent();
     }
-    EXPECT_EQ(shown.count(), 3);
+    EXPECT_EQ(shown.count(), 5);
 }
 
 TEST_F(Tray, EveryStateHasOneLookEverywhere) {

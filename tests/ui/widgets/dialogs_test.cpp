@@ -8,6 +8,7 @@
 #include "tests/support/qt_helpers.h"
 #include "tests/support/scripted_prompts.h"
 #include "ui/widgets/dim_cover.h"
+#include "ui/widgets/fonts.h"
 #include "ui/widgets/input_dialog.h"
 #include "ui/widgets/zvl_message_box.h"
 
@@ -80,6 +81,12 @@ TEST(InputDialog, MeasuresTheSecretInBytes) {
         }
         QTest::keyClick(&Find<QLineEdit>(dialog, "text_edit_"), Qt::Key_Return);
         EXPECT_EQ(dialog.isVisible(), row.complaint != nullptr) << row.secret;
+        auto& edit = Find<QLineEdit>(dialog, "text_edit_");
+        EXPECT_EQ(edit.property("refused").toBool(), row.complaint != nullptr);
+        EXPECT_EQ(edit.accessibleDescription(), text(row.complaint));
+        edit.insert(text("x"));
+        EXPECT_FALSE(edit.property("refused").toBool());
+        EXPECT_EQ(edit.accessibleDescription(), QString());
     }
     test::ScriptedPrompts prompts;
     ui::InputDialog anything(prompts);
@@ -104,8 +111,32 @@ TEST(InputDialog, HidesTheSecretAndSaysWhatItAsksFor) {
     EXPECT_EQ(edit.accessibleDescription(), text("PIN"));
     dialog.show();
     EXPECT_EQ(dialog.focusWidget(), &edit);
-    EXPECT_LT(Find<QLabel>(dialog, "label2_").geometry().bottom(), edit.geometry().top());
-    EXPECT_GT(Find<QLabel>(dialog, "label2_").y(), Find<QLabel>(dialog, "label_").y());
+    QTest::keyClick(&edit, 'a', Qt::ShiftModifier);
+    auto const locked = [&dialog] {
+        auto const* const line = dialog.findChild<QLabel*>(text("hint_of_text_edit_"));
+        return line != nullptr && line->isVisible();
+    };
+    for (bool const caps : {false, true, false}) {
+        QKeyEvent typed(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, text(caps ? "A" : "a"));
+        QApplication::sendEvent(&edit, &typed);
+        EXPECT_EQ(locked(), caps);
+    }
+}
+
+TEST(Dialog, HasAnEdgeAndItsFocusARingOfTwoTones) {
+    ui::SetApplicationStyle();
+    test::ScriptedPrompts prompts;
+    ui::InputDialog dialog(prompts);
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    auto& button = Find<QPushButton>(dialog, "cancel_button_");
+    button.setFocus();
+    QImage const picture = dialog.grab().toImage();
+    auto const colorAt = [&](QPoint at) { return picture.pixelColor(at).name(); };
+    QPoint const left = button.mapTo(&dialog, QPoint(0, button.height() / 2));
+    EXPECT_EQ(colorAt(left - QPoint(1, 0)), text("#0b3e8c"));
+    EXPECT_EQ(colorAt(left), text("#ffffff"));
+    EXPECT_EQ(colorAt({0, dialog.height() / 2}), text("#c9cdd4"));
 }
 
 TEST(InputDialog, NoTypedSecretStaysBehindACancelledPrompt) {

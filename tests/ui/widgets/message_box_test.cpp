@@ -118,8 +118,10 @@ TEST(MessageBox, AQuestionTimesOutAndCallsBack) {
     ZVLMessageBox answered(nullptr, ZVLMsgBoxType::kWarning, text("T"), text("Now?"),
                            {text("Yes")});
     answered.SetTimeout(std::chrono::hours(1), [&calls] { ++calls; });
-    WhenModal<ZVLMessageBox>(
-        [](ZVLMessageBox& shown) { Find<ui::QPushButtonExt>(shown, "button_0_").click(); });
+    WhenModal<ZVLMessageBox>([](ZVLMessageBox& shown) {
+        EXPECT_EQ(Find<QLabel>(shown, "time_left_").text(), text("Closes in 3600 s"));
+        Find<ui::QPushButtonExt>(shown, "button_0_").click();
+    });
     EXPECT_EQ(answered.Ask(), 0);
     EXPECT_EQ(calls, 1);
 }

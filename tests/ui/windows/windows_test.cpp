@@ -122,7 +122,7 @@ TEST_P(Windows, MeasureFindsWhatIsCutOrFaint) {
                        "QLineEdit { border: 1px solid #AAAAAA; }"));
     window.show();
     EXPECT_EQ(gallery::CutTexts(window).size(), 3U);
-    EXPECT_EQ(gallery::FaintThings(window).size(), 4U) << "three texts and a border";
+    EXPECT_THAT(gallery::FaintThings(window), testing::SizeIs(4)) << "three texts and a border";
 }
 
 TEST_P(Windows, NothingIsCutOrFaint) {
