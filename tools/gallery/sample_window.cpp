@@ -180,10 +180,9 @@ void SampleWindow::EndSession() {
 void SampleWindow::GoToBrowserLogin() {
     GoTo(ConnectStatus::Connecting);
     core::sslvpn::CLMsgCommonReplyData data;
-    data.profileName = firstName();
     data.statusCode = MsgCode::OAUTH_PAGE;
     data.oauthPagePath = "https://login.example.com/";
-    service_->Deliver(CLMsgReplyJson::Build(data));
+    deliver(data);
     WaitUntil([this] { return window_->CurrentSession().ThirdParty().Waits(); });
 }
 
