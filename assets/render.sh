@@ -25,9 +25,11 @@ ico() {
     "$convert" "${files[@]}" "$2.ico"
 }
 
-for state in disconnected connecting reconnecting connected; do
+for state in disconnected connecting reconnecting connected warning failed; do
     png shield_$state shield_$state 56
     png shield_$state shield_${state}_large 96
+done
+for state in disconnected connecting reconnecting connected warning; do
     png lamp_$state lamp_$state 12
 done
 png shield_disconnected shield_guide 80
@@ -45,9 +47,9 @@ for name in msgbox_info msgbox_warning msgbox_error; do
 done
 png app_small app_small 20
 png app app 64
-ico tray_disconnected disconnected
-ico tray_connecting connecting
-ico tray_connected connected
+for state in disconnected connecting reconnecting connected; do
+    ico tray_$state $state
+done
 mkdir -p ../../packaging/icons
 for size in 48 64 128 256; do
     rsvg-convert -w $size -h $size src/app.svg -o "../../packaging/icons/zorvanelink-$size.png"

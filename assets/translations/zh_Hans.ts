@@ -4,8 +4,8 @@
 <context>
     <name>ui</name>
     <message>
-        <source>Choose a connection on the left and press Connect.</source>
-        <translation>请在左侧选择一个连接，然后点击“连接”。</translation>
+        <source>Press Connect to connect to %1.</source>
+        <translation>点击“连接”以连接到“%1”</translation>
     </message>
     <message>
         <source>Add the gateway that your administrator gave you.</source>
@@ -88,28 +88,28 @@
         <translation>请稍候</translation>
     </message>
     <message>
-        <source>Public address:</source>
+        <source>Public Address:</source>
         <translation>公网地址：</translation>
     </message>
     <message>
-        <source>Server address:</source>
+        <source>Server Address:</source>
         <translation>服务器地址：</translation>
     </message>
     <message>
-        <source>Optimal gateway:</source>
+        <source>Optimal Gateway:</source>
         <translation>最优网关：</translation>
     </message>
     <message>
-        <source>Optimal gateway address:</source>
+        <source>Optimal Gateway Address:</source>
         <translation>最优网关地址：</translation>
     </message>
     <message>
         <source>No matching routes</source>
-        <translation>没有匹配的路由</translation>
+        <translation>无匹配的路由</translation>
     </message>
     <message>
         <source>No routes</source>
-        <translation>没有路由</translation>
+        <translation>暂无路由</translation>
     </message>
     <message>
         <source>Name</source>
@@ -273,7 +273,7 @@ BuildID: %2</source>
     </message>
     <message>
         <source>No word from the service since %1. What you see may be out of date.</source>
-        <translation>自 %1 起后台服务没有消息，所示内容可能已过时。</translation>
+        <translation>自 %1 起后台服务没有消息，所示内容可能已过时</translation>
     </message>
     <message>
         <source>The settings could not be saved</source>
@@ -286,6 +286,10 @@ BuildID: %2</source>
     <message>
         <source>&quot;%1&quot; is reserved.</source>
         <translation>“%1”为保留名称。</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
     </message>
     <message>
         <source>Save</source>
@@ -354,6 +358,76 @@ BuildID: %2</source>
     <message>
         <source>%1 (%2)</source>
         <translation>%1（%2）</translation>
+    </message>
+    <message>
+        <source>Interrupted since %1. The connection is being made again.</source>
+        <translation>连接自 %1 起中断，正在重新连接</translation>
+    </message>
+    <message>
+        <source>%1 ended at %2 after %3</source>
+        <translation>“%1”已于 %2 结束，时长 %3</translation>
+    </message>
+    <message>
+        <source>%1 could not be connected at %2</source>
+        <translation>“%1”于 %2 连接失败</translation>
+    </message>
+    <message>
+        <source>The service on this computer does not answer. Trying again … If this lasts, restart the computer or ask your administrator.</source>
+        <translation>本机的后台服务没有响应，正在重试。如果一直如此，请重启计算机或联系管理员。</translation>
+    </message>
+    <message>
+        <source>Waiting for your answer</source>
+        <translation>等待您的操作</translation>
+    </message>
+    <message>
+        <source>Logging in</source>
+        <translation>正在登录</translation>
+    </message>
+    <message>
+        <source>%1, %2 s</source>
+        <translation>%1，%2 秒</translation>
+    </message>
+    <message>
+        <source>Restart the computer. If this stays, ask your administrator.</source>
+        <translation>请重启计算机。如果仍然如此，请联系管理员。</translation>
+    </message>
+    <message>
+        <source>Connect again</source>
+        <translation>重新连接</translation>
+    </message>
+    <message>
+        <source>The link to the backend service was lost</source>
+        <translation>与后台服务的连接已断开</translation>
+    </message>
+    <message>
+        <source>The counters come back with the connection.</source>
+        <translation>连接恢复后显示统计信息</translation>
+    </message>
+    <message>
+        <source>Copy All</source>
+        <translation>全部复制</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>复制</translation>
+    </message>
+    <message>
+        <source>No addresses</source>
+        <translation>暂无地址</translation>
+    </message>
+    <message>
+        <source>bytes</source>
+        <translation>字节</translation>
+    </message>
+    <message>
+        <source>The window is in the tray. Click this icon to open it again.</source>
+        <translation>窗口已收到托盘，点击此图标可重新打开</translation>
+    </message>
+    <message>
+        <source>Copyright: 2026 Zorvane Link developers
+Licence: All rights reserved</source>
+        <translation>版权：2026 Zorvane Link developers
+许可：保留所有权利</translation>
     </message>
 </context>
 </TS>

@@ -56,7 +56,7 @@ _LANGUAGES = (
              ("Current Password", "New Password", "Confirm Password"),
              "Your password is changed successfully", "OK"),
     Language("-chinese", 1, "正在连接后台服务", "就绪", "未连接", "连接",
-             "连接中", "在线", "断开连接",
+             "正在连接", "在线", "断开连接",
              "请输入手机收到的验证码：", "修改密码", ("当前密码", "新密码", "确认密码"),
              "密码修改成功", "确定"),
 )  # fmt: skip

@@ -70,7 +70,7 @@ class RoughWire(road.Road):
     def test_the_service_dies_while_online(self):
         service, client = self.online()
         service.kill()
-        self.sees(client, "Disconnected", road.LOOKING)
+        self.sees(client, road.LOOKING)
         client.widgets.gone("push button", road.DISCONNECT)
         self.assertNotIn("Online", client.widgets.texts())
 

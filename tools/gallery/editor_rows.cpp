@@ -63,6 +63,15 @@ std::vector<Row> EditorRows() {
              auto& dialog = show(stage, nullptr);
              dialog.findChild<QPushButton*>(QStringLiteral("add_connect_button_"))->click();
          }},
+        {"editor-hover",
+         [](Stage& stage) {
+             auto& dialog = show(stage, nullptr);
+             for (char const* const name : {"add_connect_button_", "pushButton_gmssl", "server_"}) {
+                 auto* widget = dialog.findChild<QWidget*>(QLatin1String(name));
+                 widget->setAttribute(Qt::WA_UnderMouse);
+                 widget->update();
+             }
+         }},
         {"editor-focus",
          [](Stage& stage) {
              auto& dialog = show(stage, nullptr);

@@ -2,10 +2,12 @@
 
 #include <QFile>
 #include <QGuiApplication>
+#include <QPushButton>
 
 #include "app/environment/globals.h"
 #include "app/environment/paths.h"
 #include "components/utils/sensitive_value.h"
+#include "core/clmsg.h"
 #include "core/clmsg_reply_json.h"
 #include "tools/support/wait.h"
 #include "ui/text/texts.h"
@@ -20,6 +22,7 @@ using ui::ConnectStatus;
 namespace {
 
 constexpr int kOnlineSeconds = 754;
+constexpr std::chrono::milliseconds kPatience{100};
 
 char const* firstName() {
     return ui::IsChineseDisplayLangguage() ? "总部" : "Head office";
@@ -70,7 +73,6 @@ void writeSettings(SampleWindow::Content content) {
 
 core::sslvpn::CLMsgReplyNetConfigData sampleNetwork() {
     core::sslvpn::CLMsgReplyNetConfigData data;
-    data.profileName = firstName();
     data.clientPrivateIP = "10.8.0.7";
     data.prefix = 24;
     data.vnicGatewayIP = "10.8.0.1";
@@ -83,19 +85,29 @@ core::sslvpn::CLMsgReplyNetConfigData sampleNetwork() {
                       {"10.10.0.0", 16, 1},
                       {"172.16.4.0", 22, 5},
                       {"10.20.0.0", 16, 5}};
-    data.ipv6RouteList = {{"2001:db8:10:20:30:40:50:0", 112, 1}};
+    data.ipv6RouteList = {{"2001:db8:10:20:30:40:50:0", 112, 1},
+                          {"2001:db8:1000:2000::", 52, 5},
+                          {"fd12:3456:789a:bcde:f012:3456:789a:bc00", 120, 10}};
+    data.clientPublicIP = "198.51.100.24";
+    data.serverPublicIP = "203.0.113.7";
+    data.optimalGatewayName = "Frankfurt";
+    data.optimalGatewayIP = "203.0.113.70";
     return data;
 }
 
 }  // namespace
 
 SampleWindow::SampleWindow(Content content, bool linked)
-    : service_(std::make_shared<test::FakeIpc>(linked)) {
+    : name_(firstName()), service_(std::make_shared<test::FakeIpc>(linked)), there_(linked) {
     ui::g_running_client = 0;
     ui::g_quit = false;
     writeSettings(content);
-    window_ = std::make_unique<ui::MainWindow>(
-        ui::MainWindow::Environment{config_, prompts_, [this] { return service_; }, nullptr});
+    window_ = std::make_unique<ui::MainWindow>(ui::MainWindow::Environment{
+        .config = config_,
+        .prompts = prompts_,
+        .link = [this] { return there_ ? service_ : std::make_shared<test::FakeIpc>(false); },
+        .trayAvailable = nullptr,
+        .patience = kPatience});
     if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
         window_->resize(960, 640);  // whose screen is smaller
     }
@@ -105,6 +117,8 @@ SampleWindow::SampleWindow(Content content, bool linked)
             return window_->State().link == ui::LinkState::kLinked &&
                    window_->findChild<ui::WaitForm*>()->isHidden();
         });
+    } else {
+        awaitButton("wait_log_button_");
     }
 }
 
@@ -112,27 +126,55 @@ ui::TunnelView& SampleWindow::Tunnel() {
     return *window_->findChild<ui::TunnelView*>();
 }
 
+template <class Record>
+void SampleWindow::deliver(Record record) {
+    record.profileName = name_;
+    service_->Deliver(CLMsgReplyJson::Build(record));
+}
+
 void SampleWindow::say(MsgCode code, bool warning) {
     core::sslvpn::CLMsgCommonReplyData data;
-    data.profileName = firstName();
     data.statusCode = code;
     if (warning) {
         data.warningCode = {static_cast<std::int32_t>(MsgCode::WARNING_NO_IPV6_ADDR)};
     }
-    service_->Deliver(CLMsgReplyJson::Build(data));
+    deliver(data);
 }
 
 void SampleWindow::sendTunnel() {
-    service_->Deliver(CLMsgReplyJson::Build(sampleNetwork()));
+    deliver(sampleNetwork());
     core::sslvpn::CLMsgReplyTunnelStatisticsData data;
-    data.profileName = firstName();
     data.inbound_bytes = 1572864;
     data.outbound_bytes = 356557;
     data.inbound_packets = 12345;
     data.outbound_packets = 4210;
     data.inbound_comp_ratio = 0.5;
     data.outbound_comp_ratio = 1.25;
-    service_->Deliver(CLMsgReplyJson::Build(data));
+    deliver(data);
+}
+
+void SampleWindow::awaitButton(char const* name) {
+    auto const* const button = window_->findChild<QPushButton*>(QLatin1String(name));
+    WaitUntil([button] { return button->isVisible(); });
+}
+
+void SampleWindow::LoseService() {
+    there_ = false;
+    service_->FailRead(2);
+    awaitButton("hero_button_");
+}
+
+void SampleWindow::FailAdapter() {
+    service_->Deliver(core::CLMsgJsonParse::BuildVnicStateReply(false));
+    WaitUntil([this] { return !window_->State().adapterUsable; });
+}
+
+void SampleWindow::EndSession() {
+    constexpr int kCtrlTimeout = 10;
+    core::sslvpn::CLMsgReplyTunnelDisconnectData data;
+    data.reason = kCtrlTimeout;
+    deliver(data);
+    WaitUntil([this] { return window_->State().lastEnd.has_value(); });
 }
 
 void SampleWindow::GoToBrowserLogin() {
@@ -149,7 +191,7 @@ void SampleWindow::GoTo(ConnectStatus status, bool warning) {
     auto* const cards = window_->findChild<ui::StartListWidget*>();
     for (int row = 0; row < cards->count(); ++row) {
         ui::ProfileTab* const card = cards->CardAt(row);
-        if (card->GetProfile()->name == firstName()) {
+        if (card->GetProfile()->name == name_) {
             card->Press();
         }
     }
@@ -159,11 +201,16 @@ void SampleWindow::GoTo(ConnectStatus status, bool warning) {
         sendTunnel();
         say(MsgCode::ONLINE, warning);
     }
-    if (status == ConnectStatus::Reconnecting) {
+    if (status == ConnectStatus::PrepareReconnecting) {
+        say(MsgCode::PREPARE_RECONNECTING);
+    } else if (status == ConnectStatus::Reconnecting) {
         say(MsgCode::RECONNECTING);
     }
     WaitUntil([this, status] { return window_->State().status == status; });
-    if (status == ConnectStatus::Connected) {
+    if (status == ConnectStatus::Connecting) {
+        window_->CurrentSession().state.since = QDateTime::currentDateTime().addSecs(-12);
+        window_->CurrentSession().Announce();
+    } else if (status == ConnectStatus::Connected) {
         // The views follow with the next tick.
         window_->CurrentSession().context.connectTime =
             QDateTime::currentDateTime().addSecs(-kOnlineSeconds);

@@ -1,7 +1,9 @@
 // The program's main window with sample connections, and a service that says what it is told to.
 #pragma once
 
+#include <atomic>
 #include <memory>
+#include <string>
 
 #include "tools/support/fake_ipc.h"
 #include "tools/support/no_prompts.h"
@@ -18,6 +20,12 @@ class SampleWindow {
 
     // The first connection is started and reaches that state.
     void GoTo(ui::ConnectStatus status, bool warning = false);
+    // What happens to it then.
+    void LoseService();  // until the log is offered
+    void FailAdapter();
+    void EndSession();
+    // The connection that is started, instead of the first.
+    void Use(std::string const& name) { name_ = name; }
 
     // A login that goes on in the browser.
     void GoToBrowserLogin();
@@ -29,10 +37,15 @@ class SampleWindow {
   private:
     void say(common::MsgCode code, bool warning = false);
     void sendTunnel();
+    void awaitButton(char const* name);
+    template <class Record>
+    void deliver(Record record);
 
     ui::Config config_;
     test::NoPrompts prompts_;
+    std::string name_;
     std::shared_ptr<test::FakeIpc> service_;
+    std::atomic<bool> there_;
     std::unique_ptr<ui::MainWindow> window_;
 };
 

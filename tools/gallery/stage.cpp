@@ -73,8 +73,8 @@ void Stage::Settle() {
     test::WaitUntil(
         [&front] {  // a real display takes its time
             bool const popup = front.windowType() == Qt::Popup;
-        return front.windowHandle() != nullptr && front.windowHandle()->isExposed() &&
-               (popup || front.isActiveWindow());
+            return front.windowHandle() != nullptr && front.windowHandle()->isExposed() &&
+                   (popup || front.isActiveWindow());
         },
         kDeadline);
     for (int i = 0; i < 3; ++i) {

@@ -93,6 +93,15 @@ QMenu& openMore(Stage& stage) {
     return menu;
 }
 
+void openTray(Stage& stage) {
+    auto& window = stage.Main().Window();
+    auto* const quit = window.findChild<QAction*>(QStringLiteral("tray_quit_"));
+    auto* const tray = qobject_cast<QMenu*>(quit->associatedWidgets().first());
+    tray->popup({});
+    tray->move(window.geometry().center());
+    stage.Lean(*tray);
+}
+
 std::unique_ptr<QWidget> sheet() {
     auto made = std::make_unique<QWidget>();
     made->setStyleSheet(ui::LoadStyle(QStringLiteral("controls")) +
@@ -130,9 +139,8 @@ void statusBars(Stage& stage) {
     auto* column = new QVBoxLayout(made.get());
     for (auto const code : {MsgCode::UI_TR_STATE_NORMAL, MsgCode::UI_TR_STATE_CONNECTTED,
                             MsgCode::UI_TR_STATE_DISCONNECT, MsgCode::UI_TR_STATE_VNIC_ERROR,
-                            MsgCode::UI_INFO_CONNECTING_SERVICE, MsgCode::UI_INFO_WAIT_RECONNECTING,
-                            MsgCode::UI_INFO_LOWER_RECONNECTING, MsgCode::UI_TR_CHECK_AUTH_TYPE,
-                            MsgCode::CONNECTING}) {
+                            MsgCode::UI_INFO_CONNECTING_SERVICE, MsgCode::UI_INFO_RECONNECTING,
+                            MsgCode::UI_TR_CHECK_AUTH_TYPE, MsgCode::CONNECTING}) {
         auto* bar = new ui::StatusBarWidget(made.get());
         bar->setFixedSize(880, 32);  // in the smallest window
         bar->SetStatus(GetTrMsg(code), QStringLiteral(":/assets/images/normal.png"));
@@ -163,14 +171,43 @@ std::vector<Row> mainRows() {
         {"window-disconnected", [](Stage& stage) { stage.Main(); }},
         {"window-connecting", [](Stage& stage) { stage.Main().GoTo(ConnectStatus::Connecting); }},
         {"window-browser-login", [](Stage& stage) { stage.Main().GoToBrowserLogin(); }},
+        {"window-prepare",
+         [](Stage& stage) { stage.Main().GoTo(ConnectStatus::PrepareReconnecting); }},
         {"window-reconnecting",
          [](Stage& stage) { stage.Main().GoTo(ConnectStatus::Reconnecting); }},
+        {"window-service-lost", [](Stage& stage) { stage.Main().LoseService(); }},
+        {"window-adapter-failed", [](Stage& stage) { stage.Main().FailAdapter(); }},
+        {"window-ended",
+         [](Stage& stage) {
+             stage.Main().GoTo(ConnectStatus::Connected);
+             stage.Main().EndSession();
+         }},
+        {"window-long-name",
+         [](Stage& stage) {
+             stage.Main().Use("Reserve access with a very long name of a connection");
+             stage.Main().GoTo(ConnectStatus::Connected);
+         }},
         {"window-statistics",
          [](Stage& stage) { onlineTunnel(stage, ui::TunnelView::kStatistics); }},
         {"window-interface", [](Stage& stage) { onlineTunnel(stage, ui::TunnelView::kInterface); }},
         {"window-routes",
          [](Stage& stage) {
              onlineTunnel(stage, ui::TunnelView::kRoute).Routes().onRouteItemClicked(0);
+         }},
+        {"window-routes-ipv6",
+         [](Stage& stage) {
+             auto& routes = onlineTunnel(stage, ui::TunnelView::kRoute).Routes();
+             routes.findChild<QAbstractButton*>(QStringLiteral("tab_ipv6_route_"))->click();
+             routes.findChild<QTableView*>(QStringLiteral("route_table_ipv6_"))->selectRow(2);
+         }},
+        {"window-routes-none",
+         [](Stage& stage) { onlineTunnel(stage, ui::TunnelView::kRoute).ClearRouteInfo(); }},
+        {"window-routes-no-match",
+         [](Stage& stage) {
+             onlineTunnel(stage, ui::TunnelView::kRoute)
+                 .Routes()
+                 .findChild<QLineEdit*>(QStringLiteral("route_search_"))
+                 ->setText(QStringLiteral("10.99"));
          }},
         {"window-routes-focus",
          [](Stage& stage) {
@@ -216,14 +253,11 @@ std::vector<Row> mainRows() {
              levels.move(menu.x() - levels.width(), menu.y());
              stage.Lean(levels);
          }},
-        {"menu-tray",
+        {"menu-tray", openTray},
+        {"menu-tray-connected",
          [](Stage& stage) {
-             auto& window = stage.Main().Window();
-             auto* const quit = window.findChild<QAction*>(QStringLiteral("tray_quit_"));
-             auto* const tray = qobject_cast<QMenu*>(quit->associatedWidgets().first());
-             tray->popup({});
-             tray->move(window.geometry().center());
-             stage.Lean(*tray);
+             stage.Main().GoTo(ConnectStatus::Connected);
+             openTray(stage);
          }},
     };
 }

@@ -1,5 +1,7 @@
 #include "ui/cards/card_view.h"
 
+#include "ui/session/view_state.h"
+
 namespace zorvanelink::ui {
 namespace {
 
@@ -9,8 +11,14 @@ CardView idleView(ConnectionState const& state, std::string const& name) {
     CardView view;
     view.current = state.currentProfileName == name;
     view.logName = "DISCONNECT";
-    view.buttonEnabled = state.Idle() && state.adapterUsable;
+    view.buttonEnabled =
+        state.Idle() && state.adapterUsable && state.link != LinkState::kReconnecting;
     view.menuEnabled = state.startingProfileName != name;
+    if (state.startingProfileName == name) {
+        view.stateText = MsgCode::UI_INFO_LOWER_CONNECTING;
+        view.lamp = LampName(Look::kConnecting);
+        view.stateName = "connecting";
+    }
     return view;
 }
 
@@ -19,21 +27,18 @@ CardView runningView(ConnectStatus status) {
     switch (status) {
         case ConnectStatus::Connecting:
             view.stateText = MsgCode::UI_INFO_LOWER_CONNECTING;
-            view.lamp = "lamp_connecting";
             view.stateName = "connecting";
             view.logName = "CONNECTING";
             break;
         case ConnectStatus::PrepareReconnecting:
         case ConnectStatus::Reconnecting:
             view.stateText = MsgCode::UI_INFO_RECONNECTING;
-            view.lamp = "lamp_reconnecting";
             view.stateName = "reconnecting";
             view.logName =
                 status == ConnectStatus::Reconnecting ? "RECONNECTING" : "Prepare RECONNECTING";
             break;
         case ConnectStatus::Connected:
             view.stateText = MsgCode::UI_INFO_ONLINE;
-            view.lamp = "lamp_connected";
             view.stateName = "online";
             view.logName = "CONNECTED";
             break;
@@ -56,6 +61,7 @@ CardView cardViewFor(ConnectionState const& state, std::string const& name) {
         return idleView(state, name);
     }
     CardView view = runningView(state.status);
+    view.lamp = LampName(viewStateFor(state).look);
     // One that was told to stop is told once; one that logs in anew waits for its status.
     view.buttonEnabled = !state.StopSent() && state.startingProfileName.empty();
     return view;

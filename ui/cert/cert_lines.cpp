@@ -70,7 +70,7 @@ QStandardItem* CertLinesDelegate::ItemOf(CertLines const& lines) {
     auto* item = new QStandardItem(lines.name);
     item->setEditable(false);
     item->setData(lines.detail, kDetailRole);
-    item->setAccessibleText(lines.Whole());
+    item->setAccessibleDescription(lines.detail);
     item->setToolTip(PlainToolTip(lines.Whole()));
     return item;
 }
@@ -93,7 +93,8 @@ QSize CertLinesDelegate::sizeHint(QStyleOptionViewItem const&, QModelIndex const
 
 void CertLinesButton::SetLines(CertLines const& lines) {
     lines_ = lines;
-    setAccessibleName(lines.Whole());
+    setAccessibleName(lines.name);
+    setAccessibleDescription(lines.detail);
     setToolTip(PlainToolTip(lines.Whole()));
     update();
 }

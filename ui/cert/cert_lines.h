@@ -13,7 +13,7 @@ struct CertLines {
     QString name;    // with the marks of one that cannot be used everywhere
     QString detail;  // issuer and end date, as far as they are known
 
-    QString Whole() const;  // for tool tips and who cannot see
+    QString Whole() const;  // for tool tips and questions
 };
 
 CertLines LinesOf(CertInfo const& cert);

@@ -176,6 +176,9 @@ void ConnectFlow::beginAttempt(Profile& profile, bool queryAuthType) {
     state_.offline = false;
     state_.beenOnline = false;
     state_.untoldFailure.clear();
+    state_.endReason.clear();
+    state_.lastEnd.reset();
+    state_.since = QDateTime::currentDateTime();
     state_.pendingWarnings.clear();
     core_.context = Context();
     core_.context.needQueryAuthType = queryAuthType;
@@ -286,6 +289,10 @@ void ConnectFlow::ClearWebCache() {
 void ConnectFlow::OnLinkLost() {
     state_.stop.reset();
     ++state_.starts;
+    if (!state_.Idle()) {
+        core_.NoteReason(
+            Translate(QT_TRANSLATE_NOOP("ui", "The link to the backend service was lost")));
+    }
     StopConnect();
 }
 

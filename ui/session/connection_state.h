@@ -19,6 +19,14 @@ struct UnansweredStop {
     bool overtaken = false;  // that connection has been started again since
 };
 
+// How the last session or login ended.
+struct SessionEnd {
+    std::string name;
+    QDateTime at;
+    QDateTime since;  // when it was up; invalid for a login
+    std::string why;  // one line; empty when the user has ended it, or nobody knows
+};
+
 struct ConnectionState {
     std::string currentProfileName;     // what the last start or stop was for
     bool online = false;                // between ONLINE and the next status that is not online
@@ -27,8 +35,7 @@ struct ConnectionState {
     bool errorShown = false;            // a box for this attempt is up or was shown
     bool reconnectingSeen = false;      // Reconnecting was shown in this connection
     std::string connectingProfileName;  // the name that CONNECTING must carry; empty: the current
-    bool lastNetConfigHasGateway = false;  // routes of the last netconfig have a gateway
-    std::list<int> pendingWarnings;  // codes that came with ONLINE, shown in the warning strip
+    std::list<int> pendingWarnings;     // codes that came with ONLINE, shown in the warning strip
 
     ConnectStatus status = ConnectStatus::Disconnected;
     std::string startingProfileName;     // between a start and its first status
@@ -37,7 +44,10 @@ struct ConnectionState {
     bool beenOnline = false;             // in this attempt
     bool secondFactor = false;           // the user is typing a code
     std::string untoldFailure;           // of this attempt, for its end if nothing else was shown
-    bool sessionEnded = false;           // "Offline" stands in the status bar instead of "Ready"
+    std::string endReason;               // why the present connection is about to end
+    std::optional<SessionEnd> lastEnd;   // until the next start
+    QDateTime since;  // of the status, a start or an interruption counted from its beginning
+    bool sessionEnded = false;  // "Offline" stands in the status bar instead of "Ready"
 
     std::uint64_t attempt = 0;  // rises with each start, ONLINE and OFFLINE
     std::uint64_t starts = 0;   // rises with each start and each lost link

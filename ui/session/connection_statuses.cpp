@@ -36,6 +36,7 @@ void ConnectionStatuses::onOnline(Data const& data, Profile& profile) {
     core_.secrets.Forget();
     core_.conversation.EndLogin();
     state.untoldFailure.clear();
+    state.endReason.clear();
     bool const again = std::exchange(state.beenOnline, true) || state.reconnectingSeen;
     bool const first = !again && !state.StopSent();
     core_.UpdateConnectStatus(profile.name, ConnectStatus::Connected);

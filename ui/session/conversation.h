@@ -55,6 +55,7 @@ class OpenConversation {
         }
     }
 
+    bool Stands() const { return now_ != nullptr; }
     void EndLogin() {
         if (now_ != nullptr && !now_->OutlivesLogin()) {
             End();

@@ -36,6 +36,15 @@ constexpr ReasonRow kReasons[] = {
     {222, MsgCode::HEARTBEAT_TIMEOUT, "Tunnel disconnect: client heartbeat timeout"},
 };
 
+// As the catalogue names them; empty for a number that nobody knows.
+QString nameOf(std::int32_t reason) {
+    constexpr std::int32_t kNamed = 13;
+    return reason < 1 || reason > kNamed
+               ? QString()
+               : GetTrMsg(static_cast<MsgCode>(
+                     static_cast<std::int32_t>(MsgCode::DISCONNECT_REASON_UNKNOWN) - 1 + reason));
+}
+
 QString firstNonEmpty(std::initializer_list<QString> texts) {
     for (QString const& text : texts) {
         if (!text.trimmed().isEmpty()) {
@@ -123,6 +132,9 @@ void FailurePresenter::ProcessErrorMsg(QString const& text, Then then) {
         return;
     }
     Log().debug("error msg recved");
+    if (!core_.state.beenOnline) {  // a login may end with it
+        core_.NoteReason(text);
+    }
     Log().debug("get pop up widget1 {}", static_cast<void const*>(boxes_.Parent()));
     ShowPopMsgBox(OkBox(BoxKind::kCritical, text), [this, then = std::move(then)] {
         core_.conversation.StopDeadline();
@@ -150,12 +162,14 @@ void FailurePresenter::EndWith(BoxKind kind, QString const& text, Then then) {
 
 void FailurePresenter::EndWith(BoxRequest request, Then then) {
     core_.state.errorShown = true;  // its own text is the only one
+    core_.NoteReason(request.text);
     auto behind = core_.conversation.EndBehind();
     flow_.StopConnect();
     tellEnd(std::move(behind), std::move(request), std::move(then));
 }
 
 void FailurePresenter::EndConversation(BoxRequest request) {
+    core_.NoteReason(request.text);
     // Queued: what is going down has gone before its text is read.
     QMetaObject::invokeMethod(
         &core_,
@@ -212,6 +226,7 @@ void FailurePresenter::HandleTunnelDisconnect(
                      [&data](ReasonRow const& r) { return r.reason == data.reason; });
     if (row == std::end(kReasons)) {
         Log().info("Tunnel disconnect: unkown");
+        core_.NoteReason(nameOf(data.reason));
         flow_.StopConnect();
         return;
     }
@@ -220,7 +235,9 @@ void FailurePresenter::HandleTunnelDisconnect(
 }
 
 void FailurePresenter::HandleDisconnectReason(Data const& data) {
-    Log().info("Client will disconnect due to reason: {}", GetTrMsg(data.statusCode).toStdString());
+    QString const text = GetTrMsg(data.statusCode);
+    Log().info("Client will disconnect due to reason: {}", text.toStdString());
+    core_.NoteReason(text);
 }
 
 void FailurePresenter::HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgData const& data) {

@@ -14,8 +14,6 @@ using core::CLMsg;
 using core::CLMsgJsonParse;
 using namespace core::sslvpn;  // the records
 
-constexpr std::int32_t kServiceTypeWithGateway = 3;
-
 template <class Record>
 std::optional<Record> read(core::CLMsgDocument const& message) {
     Record record;
@@ -110,7 +108,6 @@ bool MessageDispatcher::onNetConfig(Message const& message) {
     return readFor<CLMsgReplyNetConfigData>(message, [this](auto const& data, Profile&) {
         Log().info("Get network configuration from service");
         core_.context.netConfig = data;
-        core_.state.lastNetConfigHasGateway = data.serviceType == kServiceTypeWithGateway;
         if (core_.state.online) {
             Q_EMIT core_.NetConfigArrived();
         }
@@ -155,7 +152,7 @@ bool MessageDispatcher::onGatewayDetectStop(Message const& message) {
 
 bool MessageDispatcher::onAddRoute(Message const& message) {
     return readFor<DomainRouteAddRouteData>(
-        message, [this](auto const& data, Profile&) { Q_EMIT core_.DomainRouteArrived(data); });
+        message, [this](auto const& data, Profile&) { Q_EMIT core_.RecvDomianRoute(data); });
 }
 
 bool MessageDispatcher::onErrMsgByServer(Message const& message) {

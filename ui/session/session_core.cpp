@@ -8,6 +8,7 @@
 #include "core/message_log.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/bring_into_view.h"
+#include "ui/widgets/zvl_message_box.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -30,8 +31,28 @@ constexpr Effect kEffects[] = {
     {ConnectStatus::Connected, true, false},
 };
 
+std::string firstLine(QString const& text) {
+    constexpr int kMost = 160;  // characters
+    QString const head = text.section(QLatin1String(kMessageSeparator), 0, 0).simplified();
+    return (head.size() > kMost ? head.left(kMost) + QChar(0x2026) : head).toStdString();
+}
+
+bool isInterrupted(ConnectStatus status) {
+    return status == ConnectStatus::PrepareReconnecting || status == ConnectStatus::Reconnecting;
+}
+
+// A start and its login are one time, and so are the steps of an interruption.
+bool timeGoesOn(ConnectStatus status, ConnectionState const& state) {
+    bool const login = status == ConnectStatus::Connecting && !state.startingProfileName.empty();
+    return login || status == state.status ||
+           (isInterrupted(status) && isInterrupted(state.status));
+}
+
 void apply(ConnectStatus status, ConnectionState& state) {
     bool const was_idle = state.Idle();
+    if (!timeGoesOn(status, state)) {
+        state.since = QDateTime::currentDateTime();
+    }
     state.status = status;
     state.startingProfileName.clear();
     for (Effect const& effect : kEffects) {
@@ -96,7 +117,28 @@ bool SessionCore::Send(std::string const& json) {
     return sent;
 }
 
+// Who has ended it needs no reason.
+void SessionCore::noteEnd(std::string const& name) {
+    std::string why = std::exchange(state.endReason, {});
+    if (state.StopSent()) {
+        why.clear();
+    } else if (why.empty()) {
+        why = firstLine(QString::fromStdString(state.untoldFailure));
+    }
+    if (state.beenOnline || !why.empty()) {
+        state.lastEnd = SessionEnd{name, QDateTime::currentDateTime(),
+                                   state.beenOnline ? context.connectTime : QDateTime(), why};
+    }
+}
+
+void SessionCore::NoteReason(QString const& text) {
+    state.endReason = firstLine(text);
+}
+
 void SessionCore::UpdateConnectStatus(std::string const& name, ConnectStatus status) {
+    if (status == ConnectStatus::Disconnected && !state.Idle()) {
+        noteEnd(name);
+    }
     apply(status, state);
     if (!state.pendingWarnings.empty()) {
         int const code = state.pendingWarnings.front();

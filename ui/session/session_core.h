@@ -61,6 +61,8 @@ class SessionCore : public QObject {
     void Demand(QString const& what);
     // What the state says besides the status has changed.
     void Announce();
+    // Why the end that comes next comes: the first line of the text, a detail left out.
+    void NoteReason(QString const& text);
 
   Q_SIGNALS:
     // A status has been applied, before the views are rendered.
@@ -71,7 +73,7 @@ class SessionCore : public QObject {
     void NetConfigArrived();
     void StatisticsArrived();
     void ClientAddressChanged(QString address);
-    void DomainRouteArrived(core::sslvpn::DomainRouteAddRouteData const& route);
+    void RecvDomianRoute(core::sslvpn::DomainRouteAddRouteData const& route);
     void Demanded(QString const& what);
     // What the service asks of the user. Who answers may run a dialog at once.
     void NeedSelectAuthType(bool select);
@@ -79,6 +81,9 @@ class SessionCore : public QObject {
     // An answer of the gateway to a change of the password.
     void ChangePWDRetSignal(int code);
     void NeedChangePwd(zorvanelink::core::sslvpn::CLMsgCommonReplyData const& data);
+
+  private:
+    void noteEnd(std::string const& name);
 };
 
 }  // namespace zorvanelink::ui

@@ -1,90 +1,92 @@
 #include "ui/session/view_state.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace zorvanelink::ui {
 namespace {
 
 using common::MsgCode;
 
-constexpr char kIconNormal[] = ":/assets/images/normal.png";
-constexpr char kIconFailed[] = ":/assets/images/failed.png";
-constexpr char kIconConnected[] = ":/assets/images/connectted.png";
-constexpr char kIconBusy[] = ":/assets/images/loading_small.gif";
 constexpr char kIconCode[] = ":/assets/images/second_auth.png";
 constexpr char kIconQuery[] = ":/assets/images/query_type.gif";
 
-MsgCode stateLabelOf(ConnectStatus status) {
-    switch (status) {
-        case ConnectStatus::Disconnected:
-            return MsgCode::UI_INFO_DISCONNECT;
-        case ConnectStatus::Connecting:
-            return MsgCode::UI_INFO_CONNECTING;
-        case ConnectStatus::PrepareReconnecting:
-        case ConnectStatus::Reconnecting:
-            return MsgCode::UI_INFO_RECONNECTING;
-        case ConnectStatus::Connected:
-            return MsgCode::UI_INFO_CONNECTED;
-    }
-    return MsgCode::UI_INFO_NONE;
-}
-
-struct StatusBarText {
+struct Row {
+    ConnectStatus status;
+    Look look;
+    MsgCode label;
     MsgCode text;
-    char const* icon;
+    bool tunnel;
 };
 
-StatusBarText sessionTextOf(ConnectionState const& state) {
-    if (state.secondFactor) {
-        return {MsgCode::UI_TR_SECOND_AUTH, kIconCode};
-    }
-    switch (state.status) {
-        case ConnectStatus::Connecting:
-            return state.queryingAuthType
-                       ? StatusBarText{MsgCode::UI_TR_CHECK_AUTH_TYPE, kIconQuery}
-                       : StatusBarText{MsgCode::CONNECTING, kIconBusy};
-        case ConnectStatus::PrepareReconnecting:
-            return {MsgCode::UI_INFO_WAIT_RECONNECTING, kIconBusy};
-        case ConnectStatus::Reconnecting:
-            return {MsgCode::UI_INFO_LOWER_RECONNECTING, kIconBusy};
-        case ConnectStatus::Connected:
-            return {MsgCode::UI_TR_STATE_CONNECTTED, kIconConnected};
-        case ConnectStatus::Disconnected:
-            break;
-    }
-    if (!state.startingProfileName.empty()) {
-        return state.queryingAuthType ? StatusBarText{MsgCode::UI_TR_CHECK_AUTH_TYPE, kIconQuery}
-                                      : StatusBarText{MsgCode::CONNECTING, kIconBusy};
-    }
-    return {state.sessionEnded ? MsgCode::UI_TR_STATE_DISCONNECT : MsgCode::UI_TR_STATE_NORMAL,
-            kIconNormal};
+constexpr Row kRows[] = {
+    {ConnectStatus::Disconnected, Look::kDisconnected, MsgCode::UI_INFO_DISCONNECT,
+     MsgCode::UI_TR_STATE_NORMAL, false},
+    {ConnectStatus::Connecting, Look::kConnecting, MsgCode::UI_INFO_CONNECTING, MsgCode::CONNECTING,
+     false},
+    {ConnectStatus::PrepareReconnecting, Look::kReconnecting, MsgCode::UI_INFO_RECONNECTING,
+     MsgCode::UI_INFO_RECONNECTING, true},
+    {ConnectStatus::Reconnecting, Look::kReconnecting, MsgCode::UI_INFO_RECONNECTING,
+     MsgCode::UI_INFO_RECONNECTING, true},
+    {ConnectStatus::Connected, Look::kConnected, MsgCode::UI_INFO_CONNECTED,
+     MsgCode::UI_TR_STATE_CONNECTTED, true},
+};
+constexpr Row kUnknown{ConnectStatus::Disconnected, Look::kDisconnected, MsgCode::UI_INFO_NONE,
+                       MsgCode::UI_TR_STATE_NORMAL, false};
+
+Row const& rowOf(ConnectStatus status) {
+    auto const* const row = std::find_if(std::begin(kRows), std::end(kRows),
+                                         [status](Row const& one) { return one.status == status; });
+    return row == std::end(kRows) ? kUnknown : *row;
 }
 
-// The link and the adapter speak before the session: without them nothing else is true.
-StatusBarText statusBarTextOf(ConnectionState const& state) {
-    if (state.link == LinkState::kReconnecting) {
-        return {MsgCode::UI_INFO_CONNECTING_SERVICE, kIconBusy};
+void showSession(ConnectionState const& state, ViewState& view) {
+    Row const& row = rowOf(view.status);
+    view.look = row.look;
+    view.stateLabel = row.label;
+    view.statusText = row.text;
+    view.showsTunnel = row.tunnel;
+    if (state.secondFactor) {
+        view.statusText = MsgCode::UI_TR_SECOND_AUTH;
+    } else if (view.look == Look::kDisconnected && state.sessionEnded) {
+        view.statusText = MsgCode::UI_TR_STATE_DISCONNECT;
+    } else if (view.look == Look::kConnecting && state.queryingAuthType) {
+        view.statusText = MsgCode::UI_TR_CHECK_AUTH_TYPE;
     }
-    if (!state.adapterUsable) {
-        return {MsgCode::UI_TR_STATE_VNIC_ERROR, kIconFailed};
-    }
-    return sessionTextOf(state);
+}
+
+void showTrouble(Look look, MsgCode text, ViewState& view) {
+    view.look = look;
+    view.stateLabel = text;
+    view.statusText = text;
 }
 
 }  // namespace
 
 ViewState viewStateFor(ConnectionState const& state) {
+    bool const starting =
+        state.status == ConnectStatus::Disconnected && !state.startingProfileName.empty();
     ViewState view;
-    view.status = state.status;
-    view.stateLabel = stateLabelOf(state.status);
+    view.status = starting ? ConnectStatus::Connecting : state.status;
+    showSession(state, view);
+    view.silent = view.showsTunnel && state.silentSince.has_value();
+    view.serviceGone = state.link == LinkState::kReconnecting;
+    // The link and the adapter speak before the session: without them nothing else is true.
+    if (view.serviceGone) {
+        showTrouble(Look::kWarning, MsgCode::UI_INFO_CONNECTING_SERVICE, view);
+    } else if (!state.adapterUsable) {
+        showTrouble(Look::kFailed, MsgCode::UI_TR_STATE_VNIC_ERROR, view);
+    } else if (view.silent) {
+        view.look = Look::kWarning;
+    }
     view.hasStatusText = state.link != LinkState::kFirstConnect;
     if (view.hasStatusText) {
-        auto const [text, icon] = statusBarTextOf(state);
-        view.statusText = text;
-        view.statusIcon = icon;
+        view.statusIcon = view.statusText == MsgCode::UI_TR_CHECK_AUTH_TYPE ? kIconQuery
+                          : view.statusText == MsgCode::UI_TR_SECOND_AUTH   ? kIconCode
+                                                                            : DotImage(view.look);
+    } else {
+        view.statusText = {};
     }
-    view.showsTunnel = state.status == ConnectStatus::PrepareReconnecting ||
-                       state.status == ConnectStatus::Reconnecting ||
-                       state.status == ConnectStatus::Connected;
-    view.silent = view.showsTunnel && state.silentSince.has_value();
     if (!state.pendingWarnings.empty()) {
         view.hasWarning = true;
         view.warning = static_cast<MsgCode>(state.pendingWarnings.front());

@@ -6,7 +6,6 @@
 #include "app/environment/globals.h"
 #include "components/ipc/socket_ipc_client.h"
 #include "components/logger/logger.h"
-#include "ui/session/view_state.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/open_url.h"
 #include "ui/widgets/style.h"
@@ -17,8 +16,6 @@ namespace {
 using common::MsgCode;
 using components::logger::Log;
 
-// Pixels, before scaling.
-constexpr int kNameWidth = 320;  // of a connection's name in the status bar
 // The window is painted first.
 constexpr std::chrono::milliseconds kAutoLoginDelay{200};
 
@@ -32,18 +29,6 @@ LinkCore::LinkFactory linkWith(Config& config, LinkCore::LinkFactory const& give
     return [uuid = config.uuid.toStdString()] {
         return std::make_shared<components::ipc::SocketIPCClient>(uuid, nullptr);
     };
-}
-
-// A silence says more than a warning of the login.
-QString warningText(ViewState const& view, ConnectionState const& state) {
-    if (view.silent) {
-        return Translate(QT_TRANSLATE_NOOP(
-                             "ui",
-                             "No word from the service since %1. What you see may be out of "
-                             "date."))
-            .arg(state.silentSince->toString(QStringLiteral("HH:mm:ss")));
-    }
-    return view.hasWarning ? GetTrMsg(view.warning) : QString();
 }
 
 TrayController::Available allowed(TrayController::Available available) {
@@ -66,7 +51,8 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
       editing_({session_.state, session_.config, session_.Certificates(), session_.prompts, this}),
       tray_(*this, session_.config, allowed(std::move(environment.trayAvailable))),
       more_({*ui_.titleBar->MoreButton(), session_.config, session_.prompts,
-             [this](QString const& message) { return link_.SendToService(message); }}) {
+             [this](QString const& message) { return link_.SendToService(message); }}),
+      patience_(environment.patience) {
     applyLogLevel();
     setStyleSheet(LoadStyle(QStringLiteral("controls")) + LoadStyle(QStringLiteral("mainwindow")));
     wireSession();
@@ -74,6 +60,7 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
     wireEditing();
     wireTray();
     wireWindow();
+    wireView();
     cards_.RefreshConnList();
     render();
     ContentsMade();
@@ -104,7 +91,7 @@ void MainWindow::wireSession() {
     connect(&session_, &Session::NetConfigArrived, &tunnel_, &TunnelController::AddNetconfigInfo);
     connect(&session_, &Session::StatisticsArrived, &tunnel_,
             &TunnelController::onTunnelStatistics);
-    connect(&session_, &Session::DomainRouteArrived, &tunnel_,
+    connect(&session_, &Session::RecvDomianRoute, &tunnel_,
             &TunnelController::HandleDomainAddRoute);
     connect(&session_, &Session::ClientAddressChanged, &tunnel_,
             &TunnelController::SetClientAddress);
@@ -127,7 +114,10 @@ void MainWindow::wireCards() {
             [this](QString const& url) { OpenUrlWithHint(session_.prompts, this, url, false); });
     connect(&cards_, &ConnectionList::PageWanted, this, &MainWindow::openPage);
     connect(&cards_, &ConnectionList::EableUserGuide, this, &MainWindow::EableUserGuide);
-    connect(&cards_, &ConnectionList::Selected, this, &MainWindow::renderTray);
+    connect(&cards_, &ConnectionList::Selected, this, [this] {
+        renderHero(viewStateFor(session_.state));
+        renderTray();
+    });
 }
 
 void MainWindow::wireEditing() {
@@ -146,6 +136,7 @@ void MainWindow::wireEditing() {
 }
 
 void MainWindow::wireWindow() {
+    connect(&more_, &MoreMenu::Quit, this, &QWidget::close);
     connect(ui_.titleBar->CloseButton(), &QToolButton::clicked, this,
             &MainWindow::on_btn_main_close__clicked);
     connect(ui_.titleBar->MinButton(), &QToolButton::clicked, this,
@@ -156,59 +147,6 @@ void MainWindow::wireWindow() {
     });
     connect(qApp, &QGuiApplication::commitDataRequest, this, &MainWindow::onSessionEnding);
     connect(qApp, &QCoreApplication::aboutToQuit, &session_, &Session::Leave);
-}
-
-// Everything that follows from the state, in one place.
-void MainWindow::render() {
-    ConnectionState const& state = session_.state;
-    ViewState const view = viewStateFor(state);
-    bool const shows_profile = view.status != ConnectStatus::Disconnected;
-    ui_.tunnel->SetState(
-        view.status, GetTrMsg(view.stateLabel),
-        shows_profile ? QString::fromStdString(state.currentProfileName) : QString());
-    ui_.tunnel->SetHint(session_.config.GetProfile().empty()
-                            ? QString()
-                            : Translate(QT_TRANSLATE_NOOP(
-                                  "ui", "Choose a connection on the left and press Connect.")));
-    ui_.tunnel->SetWarning(warningText(view, state));
-    ui_.tunnel->SetBrowserLogin(session_.ThirdParty().TimeLeft());
-    cards_.Render();
-    SetStatusBarInfo();
-    renderTray();
-    renderPages();
-    if (view.silent) {
-        ui_.statusBar->SetStatus(Translate(QT_TRANSLATE_NOOP("ui", "The service does not answer")),
-                                 QStringLiteral(":/assets/images/failed.png"));
-    } else if (view.hasStatusText) {
-        ui_.statusBar->SetStatus(GetTrMsg(view.statusText), QLatin1String(view.statusIcon));
-    }
-}
-
-void MainWindow::SetStatusBarInfo() {
-    int const count = static_cast<int>(session_.config.GetProfile().size());
-    if (session_.config.LastSaveFailed()) {
-        ui_.statusBar->SetCountText(
-            Translate(QT_TRANSLATE_NOOP("ui", "The settings could not be saved")));
-    } else if (count == 0) {
-        ui_.statusBar->SetCountText(QString());
-    } else if (session_.state.online) {
-        QString const name = ui_.statusBar->fontMetrics().elidedText(
-            QString::fromStdString(session_.state.currentProfileName), Qt::ElideMiddle, kNameWidth);
-        // Both at once: a name may look like a place.
-        ui_.statusBar->SetCountText(
-            GetTrMsg(MsgCode::UI_TR_STATUS_CONNECTED).arg(name, QString::number(count)));
-    } else {
-        ui_.statusBar->SetCountText(GetTrMsg(MsgCode::UI_TR_STATUS_NO_CONNECTED).arg(count));
-    }
-}
-
-void MainWindow::Wait(int mode, QString const& text) {
-    constexpr int kShow = 0;
-    ui_.waitForm->SetDesc(text);
-    ui_.waitForm->setVisible(mode == kShow);
-    if (mode != kShow) {
-        ui_.Begin()->setFocus();
-    }
 }
 
 void MainWindow::onSignalAutoLogin() {

@@ -2,6 +2,8 @@
 // What a thing does stands in its own folder. GUI thread.
 #pragma once
 
+#include <QTimer>
+#include <chrono>
 #include <string>
 
 #include "ui/auth/auth_code_flow.h"
@@ -10,6 +12,7 @@
 #include "ui/cards/connection_list.h"
 #include "ui/editor/profile_editing.h"
 #include "ui/session/session.h"
+#include "ui/session/view_state.h"
 #include "ui/shell/main_window_layout.h"
 #include "ui/shell/more_menu.h"
 #include "ui/shell/tray_controller.h"
@@ -29,6 +32,8 @@ class MainWindow : public FramelessWindow {
         LinkCore::LinkFactory link;  // null: the socket link to the service
         TrayController::Available trayAvailable = TrayWatch::DesktopHasTray;
         Opening opening = Opening::kByShow;
+        // With a service that does not answer, until the log is offered.
+        std::chrono::milliseconds patience{10000};
     };
 
     explicit MainWindow(Environment environment, QWidget* parent = nullptr);
@@ -63,15 +68,23 @@ class MainWindow : public FramelessWindow {
     void wireEditing();
     void wireTray();
     void wireWindow();
+    void wireView();
 
     void render();
+    void renderHero(ViewState const& view);
+    void renderProgress();
+    void renderWait();
+    void followLink();
+    void onHeroActed();
+    void openLogFolder();
     void renderTray();
     void renderPages();
     void openPage(SessionPage const& page);
     void connectFromOutside(std::string const& name);
     void EableUserGuide(bool enable);
     void onProfileStored(QString const& name);
-    void SetStatusBarInfo();
+    void SetStatusBarInfo(ViewState const& view);
+    void hideToTray();
 
     // In the order of dependence; destroyed from the last to the first.
     MainWindowLayout ui_;
@@ -85,6 +98,13 @@ class MainWindow : public FramelessWindow {
     ProfileEditing editing_;
     TrayController tray_;
     MoreMenu more_;
+    // How long the service has not answered.
+    static constexpr int kHintPart = 5;  // of the patience, until the hint
+    enum class Waited { kNot, kShort, kHint, kLong };
+    Waited waited_ = Waited::kNot;
+    QTimer waiting_;
+    std::chrono::milliseconds const patience_;
+    QTimer seconds_;  // while a login is under way
     bool sessionEnding_ = false;
 };
 

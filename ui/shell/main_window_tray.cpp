@@ -32,11 +32,9 @@ void MainWindow::wireTray() {
 }
 
 void MainWindow::renderTray() {
-    ConnectionState const& state = session_.state;
-    bool const named = state.status != ConnectStatus::Disconnected;
-    tray_.Render(trayViewFor(state, cards_.Has(cards_.SelectedName())),
-                 named ? QString::fromStdString(state.currentProfileName) : QString(),
-                 QString::fromStdString(cards_.SelectedName()));
+    std::string const& selected = cards_.SelectedName();
+    tray_.Render(trayViewFor(session_.state, cards_.Has(selected)),
+                 QString::fromStdString(selected));
 }
 
 // In the tray and as buttons of the window.
@@ -74,13 +72,18 @@ void MainWindow::connectFromOutside(std::string const& name) {
 // Without a tray nothing would bring a hidden window back: closing means leaving.
 void MainWindow::on_btn_main_close__clicked() {
     if (tray_.HasTray()) {
-        hide();
+        hideToTray();
     } else if (session_.prompts.Question(this, GetTrMsg(MsgCode::UI_WARNING),
                                          GetTrMsg(MsgCode::UI_INFO_CLOSE_MAIN_WINDOW_TEXT),
                                          GetTrMsg(MsgCode::UI_INFO_OK),
                                          GetTrMsg(MsgCode::UI_INFO_CANCEL))) {
         close();
     }
+}
+
+void MainWindow::hideToTray() {
+    hide();
+    tray_.TellWhereTheWindowWent();
 }
 
 void MainWindow::BringUp() {
@@ -91,7 +94,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     // The user closes a window, not the connection; the end of the desktop session closes both.
     if (event->spontaneous() && !sessionEnding_ && tray_.HasTray()) {
         event->ignore();
-        hide();
+        hideToTray();
         return;
     }
     event->accept();

@@ -1,5 +1,7 @@
 #include "ui/shell/more_menu.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QShortcut>
 #include <QTimer>
 #include <QUrl>
@@ -68,6 +70,11 @@ void MoreMenu::InitMoreMenu() {
               &MoreMenu::onActionSettingsTriggered);
     addAction("more_about_", GetTrMsg(MsgCode::UI_LABEL_ABOUT), &MoreMenu::onActionAboutTriggered);
     addAction("more_help_", GetTrMsg(MsgCode::UI_INFO_HELP), &MoreMenu::onActionHelpTriggered);
+    menu_.addSeparator();
+    QAction* const quit = addAction("more_quit_", GetTrMsg(MsgCode::UI_INFO_QUIT), &MoreMenu::Quit);
+    quit->setShortcut(QKeySequence(QStringLiteral("Ctrl+Q")));
+    quit->setShortcutVisibleInContextMenu(true);
+    button_.window()->addAction(quit);  // while the menu is closed as well
 }
 
 QAction* MoreMenu::addAction(char const* name, QString const& text, void (MoreMenu::*slot)()) {
@@ -139,13 +146,22 @@ void MoreMenu::onActionSettingsTriggered() {
 
 void MoreMenu::onActionAboutTriggered() {
     Log().info("About...");
-    QString const text = Translate(QT_TRANSLATE_NOOP("ui", "Version: %1\nBuildID: %2"))
-                             .arg(QString::fromStdString(components::version::GetVersion()),
-                                  QString::fromStdString(components::version::GetBuildId()));
-    prompts_.Information(
-        button_.window(), GetTrMsg(MsgCode::UI_LABEL_ABOUT),
-        GetTrMsg(MsgCode::UI_INFO_ZORVANE_LINK) + QLatin1String(kMessageSeparator) + text,
-        GetTrMsg(MsgCode::UI_INFO_OK));
+    QString const version = Translate(QT_TRANSLATE_NOOP("ui", "Version: %1\nBuildID: %2"))
+                                .arg(QString::fromStdString(components::version::GetVersion()),
+                                     QString::fromStdString(components::version::GetBuildId()));
+    QString const name = GetTrMsg(MsgCode::UI_INFO_ZORVANE_LINK);
+    BoxRequest request;
+    request.parent = button_.window();
+    request.title = GetTrMsg(MsgCode::UI_LABEL_ABOUT);
+    request.text = name + QLatin1String(kMessageSeparator) + version + QLatin1Char('\n') +
+                   Translate(QT_TRANSLATE_NOOP("ui",
+                                               "Copyright: 2026 Zorvane Link developers\n"
+                                               "Licence: All rights reserved"));
+    request.buttons = {GetTrMsg(MsgCode::UI_INFO_OK), Translate(QT_TRANSLATE_NOOP("ui", "Copy"))};
+    constexpr int kCopy = 1;
+    if (prompts_.Box(request) == kCopy) {
+        QGuiApplication::clipboard()->setText(name + QLatin1Char('\n') + version);
+    }
 }
 
 void MoreMenu::onActionHelpTriggered() {

@@ -36,6 +36,9 @@ class MoreMenu : public QObject {
     void onUpdateCheckTimer();
     void onUpdateCheckItemTimerOut();
 
+  Q_SIGNALS:
+    void Quit();
+
   private:
     void InitMoreMenu();
     void addLogLevels();

@@ -4,6 +4,7 @@
 #include <QEvent>
 
 #include "components/logger/logger.h"
+#include "ui/shell/state_texts.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/style.h"
 
@@ -30,6 +31,7 @@ TrayController::TrayController(QWidget& window, Config const& config, Available 
       config_(config),
       available_(std::move(available)),
       view_(trayViewFor({}, false)),
+      stateAction_(addAction("tray_state_", {}, &TrayController::ShowWindow)),
       showAction_(addAction("tray_show_", GetTrMsg(MsgCode::UI_INFO_SHOW_MAIN_WINDOW),
                             &TrayController::ShowWindow)),
       connectAction_(
@@ -40,6 +42,7 @@ TrayController::TrayController(QWidget& window, Config const& config, Available 
     menu_.setStyleSheet(LoadStyle(QStringLiteral("menu")));
     menu_.setAccessibleName(title());
     rebuild();
+    nameState();
     looking_.setSingleShot(true);
     looking_.setTimerType(Qt::VeryCoarseTimer);
     connect(&looking_, &QTimer::timeout, this, &TrayController::FollowDesktop);
@@ -106,15 +109,13 @@ bool TrayController::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
-void TrayController::Render(TrayView const& view, QString const& profile, QString const& selected) {
+void TrayController::Render(TrayView const& view, QString const& selected) {
     bool const moved = view.status != view_.status;
     view_ = view;
-    profile_ = profile;
+    nameState();
     connectAction_->setEnabled(view.canConnect);
     disconnectAction_->setEnabled(view.canDisconnect);
-    QString const name = forMenu(selected);
-    QString const verb = GetTrMsg(MsgCode::UI_INFO_CONNECT);
-    connectAction_->setText(name.isEmpty() ? verb : QStringLiteral("%1 (%2)").arg(verb, name));
+    connectAction_->setText(InBrackets(GetTrMsg(MsgCode::UI_INFO_CONNECT), forMenu(selected)));
     if (icon_ != nullptr) {
         show();
         if (moved) {
@@ -142,21 +143,37 @@ void TrayController::show() {
     if (*view_.icon != '\0') {
         icon_->setIcon(picture());
     }
-    QString const state = GetTrMsg(view_.stateLabel);
-    QString const what = profile_.isEmpty() ? state : QStringLiteral("%1: %2").arg(profile_, state);
-    icon_->setToolTip(QStringLiteral("%1\n%2").arg(title(), what));
+    QString const state = NamedText(QString::fromStdString(view_.name), GetTrMsg(view_.stateLabel));
+    icon_->setToolTip(QStringLiteral("%1\n%2").arg(title(), state));
 }
 
 void TrayController::tell() {
-    QString const text = GetTrMsg(view_.message);
+    QString text = GetTrMsg(view_.message);
     if (text.isEmpty()) {
         return;
+    }
+    text = NamedText(QString::fromStdString(view_.told), text);
+    if (!view_.why.empty()) {
+        text += QLatin1Char('\n') + QString::fromStdString(view_.why);
     }
     icon_->SetSilent(!config_.statusNotify);
     if (view_.plainMessage) {
         icon_->showMessage(title(), text, QSystemTrayIcon::Information, kMessageMs, view_.status);
     } else {
         icon_->showMessage(title(), text, picture(), kMessageMs, view_.status);
+    }
+}
+
+// The head of the menu.
+void TrayController::nameState() {
+    stateAction_->setText(
+        NamedText(forMenu(QString::fromStdString(view_.name)), GetTrMsg(view_.stateLabel)));
+}
+
+void TrayController::TellWhereTheWindowWent() {
+    if (config_.statusNotify && !std::exchange(hidingTold_, icon_ != nullptr)) {
+        TellDemand(Translate(QT_TRANSLATE_NOOP(
+            "ui", "The window is in the tray. Click this icon to open it again.")));
     }
 }
 
@@ -182,6 +199,8 @@ void TrayController::RefreshTrayMenu() {
 void TrayController::rebuild() {
     rebuildDue_ = false;
     menu_.clear();
+    menu_.addAction(stateAction_);
+    menu_.addSeparator();
     menu_.addAction(showAction_);
     menu_.addSeparator();
     menu_.addAction(connectAction_);

@@ -29,8 +29,10 @@ class TrayController : public QObject {
 
     // Looks anew: whether a hidden window could be brought back.
     bool HasTray();
-    // `profile` names the running connection, `selected` the one that Connect would start.
-    void Render(TrayView const& view, QString const& profile, QString const& selected);
+    // `selected` names the connection that Connect would start.
+    void Render(TrayView const& view, QString const& selected);
+    // Once: who closes a window may take the program for ended.
+    void TellWhereTheWindowWent();
 
     // Says what the service waits for, whatever else has been said or is not to be said.
     void TellDemand(QString const& what);
@@ -63,6 +65,7 @@ class TrayController : public QObject {
     void rebuild();
     void show();
     void tell();
+    void nameState();
     void lookLater();
     QIcon const& picture();
     QString forMenu(QString const& name) const;
@@ -71,10 +74,11 @@ class TrayController : public QObject {
     Config const& config_;
     Available const available_;
     TrayView view_;
-    QString profile_;
     std::vector<SessionPage> pages_;
     bool rebuildDue_ = false;
     QHash<QString, QIcon> pictures_;
+    bool hidingTold_ = false;
+    QAction* stateAction_;
     QAction* showAction_;
     QAction* connectAction_;
     QAction* disconnectAction_;

@@ -1,5 +1,10 @@
 #include "ui/shell/tray_view.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include "ui/session/view_state.h"
+
 namespace zorvanelink::ui {
 namespace {
 
@@ -7,43 +12,50 @@ using common::MsgCode;
 
 struct Row {
     ConnectStatus status;
-    char const* icon;
-    MsgCode stateLabel;
+    Look look;
     MsgCode message;
     bool plainMessage;
 };
 
-constexpr char kDisconnected[] = ":/assets/images/disconnected.ico";
-constexpr char kConnecting[] = ":/assets/images/connecting.ico";
-constexpr char kConnected[] = ":/assets/images/connected.ico";
-
 constexpr Row kRows[] = {
-    {ConnectStatus::Disconnected, kDisconnected, MsgCode::UI_INFO_DISCONNECT,
-     MsgCode::UI_INFO_DISCONNECTED, false},
-    {ConnectStatus::Connecting, kConnecting, MsgCode::UI_INFO_CONNECTING,
-     MsgCode::UI_INFO_LOWER_CONNECTING, false},
-    {ConnectStatus::PrepareReconnecting, kConnecting, MsgCode::UI_INFO_RECONNECTING,
-     MsgCode::UI_INFO_WAIT_RECONNECTING, true},
-    {ConnectStatus::Reconnecting, kConnecting, MsgCode::UI_INFO_RECONNECTING,
-     MsgCode::UI_INFO_LOWER_RECONNECTING, true},
-    {ConnectStatus::Connected, kConnected, MsgCode::UI_INFO_CONNECTED,
-     MsgCode::UI_INFO_LOWER_CONNECTED, false},
+    {ConnectStatus::Disconnected, Look::kDisconnected, MsgCode::UI_INFO_DISCONNECTED, false},
+    {ConnectStatus::Connecting, Look::kConnecting, MsgCode::UI_INFO_LOWER_CONNECTING, false},
+    {ConnectStatus::PrepareReconnecting, Look::kReconnecting, MsgCode::UI_INFO_WAIT_RECONNECTING,
+     true},
+    {ConnectStatus::Reconnecting, Look::kReconnecting, MsgCode::UI_INFO_LOWER_RECONNECTING, true},
+    {ConnectStatus::Connected, Look::kConnected, MsgCode::UI_INFO_LOWER_CONNECTED, false},
 };
+
+Row const* rowOf(ConnectStatus status) {
+    auto const* const row = std::find_if(std::begin(kRows), std::end(kRows),
+                                         [status](Row const& one) { return one.status == status; });
+    return row == std::end(kRows) ? nullptr : row;
+}
 
 }  // namespace
 
 TrayView trayViewFor(ConnectionState const& state, bool hasSelection) {
+    ViewState const shown = viewStateFor(state);
     TrayView view;
     view.status = state.status;
-    view.stateLabel = MsgCode::UI_INFO_NONE;
+    view.stateLabel = shown.stateLabel;
     view.message = MsgCode::UI_INFO_NONE;
-    for (Row const& row : kRows) {
-        if (row.status == state.status) {
-            view.icon = row.icon;
-            view.stateLabel = row.stateLabel;
-            view.message = row.message;
-            view.plainMessage = row.plainMessage;
-        }
+    // The icon follows the session; what is wrong beside it stands in the words.
+    if (Row const* const row = rowOf(shown.status)) {
+        view.icon = TrayImage(row->look);
+    }
+    if (Row const* const row = rowOf(state.status)) {
+        view.message = row->message;
+        view.plainMessage = row->plainMessage;
+    }
+    if (shown.status != ConnectStatus::Disconnected) {
+        view.name = state.currentProfileName;
+    }
+    if (state.status != ConnectStatus::Disconnected) {
+        view.told = state.currentProfileName;
+    } else if (state.lastEnd) {
+        view.told = state.lastEnd->name;
+        view.why = state.lastEnd->why;
     }
     view.canConnect =
         hasSelection && state.Idle() && state.link == LinkState::kLinked && state.adapterUsable;

@@ -12,7 +12,8 @@ QString GetDataSizeStrFrom(unsigned long long size) {
     QString text = QLocale(QLocale::English)
                        .formattedDataSize(static_cast<qint64>(qMin(size, kLargest)), 2,
                                           QLocale::DataSizeTraditionalFormat);
-    return text.replace(QStringLiteral("kB"), QStringLiteral("KB"));
+    text.replace(QStringLiteral("kB"), QStringLiteral("KB"));
+    return text.replace(QStringLiteral("bytes"), Translate(QT_TRANSLATE_NOOP("ui", "bytes")));
 }
 
 QString GetDateTimeString(QDateTime const& start) {

@@ -1,6 +1,8 @@
 #include "ui/tunnel/interface_view.h"
 
+#include <QClipboard>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QScrollArea>
 
@@ -10,6 +12,7 @@ namespace zorvanelink::ui {
 namespace {
 
 constexpr int kLabelWidth = 190;
+constexpr std::size_t kManyRows = 8;
 
 }  // namespace
 
@@ -19,6 +22,10 @@ InterfaceView::InterfaceView(QWidget* parent) : QWidget(parent) {
     auto* body = new QWidget(area);
     column_ = new QVBoxLayout(body);
     column_->setContentsMargins(0, 0, 0, 0);
+    note_ = new QLabel(Translate(QT_TRANSLATE_NOOP("ui", "No addresses")), body);
+    note_->setProperty("role", QStringLiteral("secondary"));
+    note_->setAlignment(Qt::AlignCenter);
+    column_->addWidget(note_);
     column_->addStretch();
     area->setWidget(body);
     area->setWidgetResizable(true);
@@ -46,13 +53,32 @@ void InterfaceView::Set(InterfaceRows const& rows) {
         }
     }
     for (std::size_t i = 0; i < shown_.size(); ++i) {
-        addRow(shown_[i], i + 1 == shown_.size());
+        addRow(shown_[i], i == 0, i + 1 == shown_.size());
     }
+    note_->setVisible(shown_.empty());
     panel_->setVisible(!shown_.empty());
     column_->insertWidget(0, panel_);
 }
 
-void InterfaceView::addRow(InterfaceRow const& row, bool last) {
+QPushButton* InterfaceView::copyButton(QWidget* parent) {
+    auto* button = new QPushButton(Translate(QT_TRANSLATE_NOOP("ui", "Copy All")), parent);
+    button->setObjectName(QStringLiteral("copy_all_"));
+    button->setProperty("outline", true);
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, [this] {
+        QStringList lines;
+        for (InterfaceRow const& row : shown_) {
+            bool const wide = row.label.endsWith(QChar(0xFF1A));  // a full-width colon
+            lines += row.label.trimmed() + (wide ? QString() : QStringLiteral(" ")) + row.value;
+        }
+        QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+    });
+    return button;
+}
+
+void InterfaceView::addRow(InterfaceRow const& row, bool first, bool last) {
+    // All rows of a tunnel of both families fit the window.
+    int const room = shown_.size() > kManyRows ? 3 : 9;
     auto* line = new QFrame(panel_);
     line->setProperty("rule", !last);
     auto* label = new QLabel(row.label.trimmed(), line);
@@ -65,10 +91,13 @@ void InterfaceView::addRow(InterfaceRow const& row, bool last) {
     value->setWordWrap(true);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* pair = new QHBoxLayout(line);
-    pair->setContentsMargins(0, 9, 0, 9);
+    pair->setContentsMargins(0, room, 0, room);
     pair->setSpacing(16);
     pair->addWidget(label, 0, Qt::AlignTop);
     pair->addWidget(value, 1);
+    if (first) {
+        pair->addWidget(copyButton(line), 0, Qt::AlignTop);
+    }
     panel_->layout()->addWidget(line);
 }
 
@@ -76,6 +105,7 @@ void InterfaceView::Clear() {
     shown_.clear();
     delete panel_;
     panel_ = nullptr;
+    note_->show();
 }
 
 }  // namespace zorvanelink::ui

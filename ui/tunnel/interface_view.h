@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QFrame>
+#include <QLabel>
+#include <QPushButton>
 #include <QString>
 #include <QVBoxLayout>
 #include <QWidget>
@@ -25,10 +27,12 @@ class InterfaceView : public QWidget {
     void Clear();
 
   private:
-    void addRow(InterfaceRow const& row, bool last);
+    void addRow(InterfaceRow const& row, bool first, bool last);
+    QPushButton* copyButton(QWidget* parent);
 
     QVBoxLayout* column_;
     QFrame* panel_ = nullptr;
+    QLabel* note_;  // that there is none
     InterfaceRows shown_;
 };
 

@@ -1,14 +1,20 @@
 #include "ui/tunnel/route_view.h"
 
+#include <QAction>
+#include <QClipboard>
 #include <QCursor>
+#include <QGuiApplication>
+#include <QMenu>
 #include <QToolTip>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "components/logger/logger.h"
 #include "ui/text/texts.h"
 #include "ui/tunnel/format.h"
 #include "ui/tunnel/route_head.h"
 #include "ui/widgets/elide.h"
+#include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
 
@@ -18,9 +24,36 @@ namespace {
 
 constexpr int kRowHeight = 38;
 constexpr int kCellPadding = 24;  // left and right together
-// Parts of the width that the columns take; an IPv4 address fits each.
-constexpr int kWeights[RouteModel::kColumnCount] = {32, 23, 17, 17, 11};
+// Parts of the width that the columns take; an IPv4 address fits each, and of a long one as much of
+// its beginning as of its end is shown.
+constexpr int kWeights[][RouteModel::kColumnCount] = {{32, 23, 17, 17, 11}, {34, 13, 21, 21, 11}};
 constexpr int kWeightSum = 100;
+
+bool isCut(QTableView const& table, QModelIndex const& index) {
+    int const room = table.columnWidth(index.column()) - kCellPadding;
+    return table.fontMetrics().horizontalAdvance(index.data().toString()) > room;
+}
+
+QStringList cellsOf(QModelIndex const& row) {
+    QStringList cells;
+    for (int column = 0; column < RouteModel::kColumnCount; ++column) {
+        cells += row.siblingAtColumn(column).data().toString();
+    }
+    return cells;
+}
+
+// As a table that other programs take.
+void copySelected(QTableView const& table) {
+    QModelIndexList rows = table.selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end());
+    QStringList lines;
+    for (QModelIndex const& row : rows) {
+        lines += cellsOf(row).join(QLatin1Char('\t'));
+    }
+    if (!lines.isEmpty()) {
+        QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+    }
+}
 
 }  // namespace
 
@@ -30,6 +63,7 @@ RouteView::RouteView(QWidget* parent)
       ipv6_(new RouteModel(this)),
       families_(new TabBar(TabBar::Kind::kPlain, 16, this)),
       search_(new QLineEdit(this)),
+      whole_(new QLabel(this)),
       note_(new QLabel(this)),
       tableIpv4_(addTable(ipv4_, "route_table_ipv4_")),
       tableIpv6_(addTable(ipv6_, "route_table_ipv6_")) {
@@ -41,6 +75,10 @@ RouteView::RouteView(QWidget* parent)
     search_->setClearButtonEnabled(true);
     search_->setPlaceholderText(Translate(QT_TRANSLATE_NOOP("ui", "Search")));
     search_->setAccessibleName(search_->placeholderText());
+    whole_->setObjectName(QStringLiteral("route_whole_"));
+    whole_->setTextFormat(Qt::PlainText);
+    whole_->setWordWrap(true);
+    whole_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     note_->setObjectName(QStringLiteral("route_note_"));
     note_->setProperty("role", QStringLiteral("secondary"));
     note_->setAlignment(Qt::AlignCenter);
@@ -55,6 +93,7 @@ RouteView::RouteView(QWidget* parent)
     column->addLayout(top);
     column->addWidget(tableIpv4_, 1000);
     column->addWidget(tableIpv6_, 1000);
+    column->addWidget(whole_);
     column->addWidget(note_);
     column->addStretch(1);
     tableIpv6_->hide();
@@ -84,6 +123,7 @@ QTableView* RouteView::addTable(RouteModel* model, char const* name) {
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setTabKeyNavigation(false);
     table->setWordWrap(false);
+    table->setTextElideMode(Qt::ElideMiddle);
     table->setMouseTracking(true);
     table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -92,6 +132,18 @@ QTableView* RouteView::addTable(RouteModel* model, char const* name) {
     table->verticalHeader()->setDefaultSectionSize(kRowHeight);
     connect(table->horizontalHeader(), &QHeaderView::sectionClicked, this,
             &RouteView::onRouteItemClicked);
+    auto* copy = new QAction(Translate(QT_TRANSLATE_NOOP("ui", "Copy")), table);
+    copy->setObjectName(QStringLiteral("route_copy_"));
+    copy->setShortcut(QKeySequence::Copy);
+    copy->setShortcutContext(Qt::WidgetShortcut);
+    copy->setShortcutVisibleInContextMenu(true);
+    table->addAction(copy);
+    connect(copy, &QAction::triggered, this, [table] { copySelected(*table); });
+    table->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(table, &QWidget::customContextMenuRequested, this,
+            [this, table](QPoint const& at) { showMenu(*table, at); });
+    connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &RouteView::showSelected);
     connect(table, &QTableView::entered, this, &RouteView::OnRouteQTableViewCellEntered);
     connect(table->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this, table](QModelIndex const& index) {
@@ -101,6 +153,14 @@ QTableView* RouteView::addTable(RouteModel* model, char const* name) {
                 }
             });
     return table;
+}
+
+void RouteView::showMenu(QTableView& table, QPoint const& at) {
+    auto* menu = new QMenu(&table);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setStyleSheet(LoadStyle(QStringLiteral("menu")));
+    menu->addActions(table.actions());
+    menu->popup(table.viewport()->mapToGlobal(at));
 }
 
 void RouteView::Set(RouteTable ipv4, RouteTable ipv6) {
@@ -129,7 +189,8 @@ void RouteView::fit() {
         int const rows = qMin(table->model()->rowCount(), 1000);
         table->setMaximumHeight(table->horizontalHeader()->height() + rows * kRowHeight + 2);
         for (int i = 0; i + 1 < RouteModel::kColumnCount; ++i) {
-            table->setColumnWidth(i, width() * kWeights[i] / kWeightSum);
+            table->setColumnWidth(i,
+                                  width() * kWeights[table == tableIpv6_ ? 1 : 0][i] / kWeightSum);
         }
     }
     RouteModel const& model = visibleModel();
@@ -142,6 +203,18 @@ void RouteView::fit() {
     }
     note_->setText(note);
     note_->setVisible(!note.isEmpty());
+    showSelected();
+}
+
+void RouteView::showSelected() {
+    QTableView const& table = families_->Current() == 1 ? *tableIpv6_ : *tableIpv4_;
+    QModelIndexList const cells = table.selectionModel()->selectedIndexes();
+    bool const one_row = cells.size() == RouteModel::kColumnCount;
+    bool const cut =
+        one_row && std::any_of(cells.begin(), cells.end(),
+                               [&](QModelIndex const& cell) { return isCut(table, cell); });
+    whole_->setText(cut ? cellsOf(cells.front()).join(QStringLiteral("  •  ")) : QString());
+    whole_->setVisible(cut);
 }
 
 void RouteView::resizeEvent(QResizeEvent* event) {
@@ -168,8 +241,7 @@ void RouteView::showWhole(QTableView const& table, QModelIndex const& index,
                           QPoint const& globalPos) {
     QString const text = index.data().toString();
     bool const address = text.contains(QLatin1Char('.')) || text.contains(QLatin1Char(':'));
-    int const room = table.columnWidth(index.column()) - kCellPadding;
-    if (address && table.fontMetrics().horizontalAdvance(text) > room) {
+    if (address && isCut(table, index)) {
         QToolTip::showText(globalPos, PlainToolTip(text));
     } else {
         QToolTip::hideText();  // that of the cell before

@@ -38,13 +38,16 @@ class RouteView : public QWidget {
     RouteModel& visibleModel();
     // A tool tip with the whole address of a cell that cuts it, otherwise none.
     void showWhole(QTableView const& table, QModelIndex const& index, QPoint const& globalPos);
+    void showMenu(QTableView& table, QPoint const& at);
     void fit();
+    void showSelected();
 
     RouteModel* ipv4_;
     RouteModel* ipv6_;
     TabBar* families_;
     QLineEdit* search_;
-    QLabel* note_;  // below the table: that it is empty, or what it leaves out
+    QLabel* whole_;  // the selected route, when the table cuts it
+    QLabel* note_;   // below the table: that it is empty, or what it leaves out
     QTableView* tableIpv4_;
     QTableView* tableIpv6_;
 };

@@ -7,15 +7,6 @@
 
 namespace zorvanelink::ui {
 
-QString ShieldImage(ConnectStatus status, bool large) {
-    static constexpr char const* kNames[] = {"disconnected", "connecting", "reconnecting",
-                                             "reconnecting", "connected"};
-    auto const index = static_cast<std::size_t>(status);
-    char const* name = index < std::size(kNames) ? kNames[index] : kNames[0];
-    return QStringLiteral(":/assets/images/shield_%1%2.png")
-        .arg(QLatin1String(name), large ? QStringLiteral("_large") : QString());
-}
-
 StateHeader::StateHeader(QWidget* parent)
     : QWidget(parent),
       shield_(new QLabel(this)),
@@ -44,9 +35,8 @@ StateHeader::StateHeader(QWidget* parent)
     row->addLayout(texts, 1);
 }
 
-void StateHeader::SetState(ConnectStatus status, QString const& stateText,
-                           QString const& profileName) {
-    shield_->setPixmap(LoadImage(ShieldImage(status, false)));
+void StateHeader::SetState(Look look, QString const& stateText, QString const& profileName) {
+    shield_->setPixmap(LoadImage(ShieldImage(look, false)));
     shield_->setAccessibleName(stateText);
     title_->setText(stateText);
     profile_ = profileName;
@@ -58,11 +48,16 @@ void StateHeader::SetDuration(QString const& text) {
     refreshDetail();
 }
 
+void StateHeader::SetProgress(QString const& text) {
+    progress_ = text;
+    refreshDetail();
+}
+
 void StateHeader::refreshDetail() {
     QString const label = GetTrMsg(common::MsgCode::UI_TR_CONN_DURATION);
-    detail_->SetFullText(profile_, duration_.isEmpty()
-                                       ? QString()
-                                       : QStringLiteral("  •  %1 %2").arg(label, duration_));
+    QString const behind =
+        duration_.isEmpty() ? progress_ : QStringLiteral("%1 %2").arg(label, duration_);
+    detail_->SetFullText(profile_, behind.isEmpty() ? QString() : QStringLiteral("  •  ") + behind);
 }
 
 }  // namespace zorvanelink::ui

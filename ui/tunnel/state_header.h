@@ -4,13 +4,10 @@
 #include <QLabel>
 #include <QWidget>
 
-#include "ui/config/connect_status.h"
 #include "ui/widgets/elided_label.h"
+#include "ui/widgets/look.h"
 
 namespace zorvanelink::ui {
-
-// The shield of a state: "shield_connected" and so on, below ":/assets/images/".
-QString ShieldImage(ConnectStatus status, bool large);
 
 class StateHeader : public QWidget {
     Q_OBJECT
@@ -18,14 +15,17 @@ class StateHeader : public QWidget {
   public:
     explicit StateHeader(QWidget* parent = nullptr);
 
-    void SetState(ConnectStatus status, QString const& stateText, QString const& profileName);
-    void SetDuration(QString const& text);  // empty shows the profile alone
+    void SetState(Look look, QString const& stateText, QString const& profileName);
+    // What stands behind the profile's name, of a connection and of a login; empty for nothing.
+    void SetDuration(QString const& text);
+    void SetProgress(QString const& text);
 
   private:
     void refreshDetail();
 
     QString profile_;
     QString duration_;
+    QString progress_;
     QLabel* shield_;
     QLabel* title_;
     ElidedLabel* detail_;  // a long name is cut, the duration behind it is not

@@ -28,6 +28,11 @@ StatisticsView::StatisticsView(QWidget* parent) : QWidget(parent) {
         addCard(Translate(QT_TRANSLATE_NOOP("ui", "Compression, received")), "ratio_in_", false);
     compressionSent_ =
         addCard(Translate(QT_TRANSLATE_NOOP("ui", "Compression, sent")), "ratio_out_", false);
+    note_ = new QLabel(
+        Translate(QT_TRANSLATE_NOOP("ui", "The counters come back with the connection.")), this);
+    note_->setObjectName(QStringLiteral("statistics_note_"));
+    note_->setProperty("role", QStringLiteral("secondary"));
+    note_->setAlignment(Qt::AlignCenter);
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(12);
@@ -35,9 +40,18 @@ StatisticsView::StatisticsView(QWidget* parent) : QWidget(parent) {
     grid->addWidget(sent_.frame, 0, 1);
     grid->addWidget(compressionReceived_.frame, 1, 0);
     grid->addWidget(compressionSent_.frame, 1, 1);
+    grid->addWidget(note_, 2, 0, 1, 2);
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
-    grid->setRowStretch(2, 1);
+    grid->setRowStretch(3, 1);
+    Clear();
+}
+
+void StatisticsView::show(bool filled) {
+    for (auto const& card : {received_, sent_, compressionReceived_, compressionSent_}) {
+        card.frame->setVisible(filled);
+    }
+    note_->setVisible(!filled);
 }
 
 StatisticsView::Card StatisticsView::addCard(QString const& name, char const* objectName,
@@ -75,6 +89,7 @@ void StatisticsView::Set(Statistics const& values) {
     sent_.detail->setText(packets(values.outboundPackets));
     compressionReceived_.value->setText(ratio(values.inboundCompRatio));
     compressionSent_.value->setText(ratio(values.outboundCompRatio));
+    show(true);
 }
 
 void StatisticsView::Clear() {
@@ -84,6 +99,7 @@ void StatisticsView::Clear() {
             card.detail->clear();
         }
     }
+    show(false);
 }
 
 }  // namespace zorvanelink::ui

@@ -24,7 +24,7 @@ class StatisticsView : public QWidget {
     explicit StatisticsView(QWidget* parent = nullptr);
 
     void Set(Statistics const& values);
-    void Clear();  // every value shows empty
+    void Clear();  // the cards hide
 
   private:
     struct Card {
@@ -32,12 +32,14 @@ class StatisticsView : public QWidget {
         QLabel* value;
         QLabel* detail;  // null for a card without one
     };
+    void show(bool filled);
     Card addCard(QString const& name, char const* objectName, bool withDetail);
 
     Card received_;
     Card sent_;
     Card compressionReceived_;
     Card compressionSent_;
+    QLabel* note_;  // in the place of the cards
 };
 
 }  // namespace zorvanelink::ui

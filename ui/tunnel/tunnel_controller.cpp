@@ -58,7 +58,7 @@ RouteTable routeTable(std::vector<NetConfigRoute> const& routes, QString const& 
 }
 
 QString publicAddressLabel() {
-    return Translate(QT_TRANSLATE_NOOP("ui", "Public address:"));
+    return Translate(QT_TRANSLATE_NOOP("ui", "Public Address:"));
 }
 
 InterfaceRows interfaceRows(CLMsgReplyNetConfigData const& data) {
@@ -70,19 +70,21 @@ InterfaceRows interfaceRows(CLMsgReplyNetConfigData const& data) {
          ipv4.isEmpty() ? QString() : netmaskText(data.prefix)},
         {GetTrMsg(MsgCode::UI_TR_IPV4_DEFAULT_GATEWAY),
          ipv4.isEmpty() ? QString() : addressText(data.vnicGatewayIP)},
-        {GetTrMsg(MsgCode::UI_TR_IPV4_DNS_SERVER_ADDRESS), joined(data.dnsList)},
-        {GetTrMsg(MsgCode::UI_TR_IPV4_WINS), joined(data.winsList)},
+        {GetTrMsg(MsgCode::UI_TR_IPV4_DNS_SERVER_ADDRESS),
+         ipv4.isEmpty() ? QString() : joined(data.dnsList)},
+        {GetTrMsg(MsgCode::UI_TR_IPV4_WINS), ipv4.isEmpty() ? QString() : joined(data.winsList)},
         {GetTrMsg(MsgCode::UI_TR_IPV6_NETWORK_ADDRESS), ipv6},
         {GetTrMsg(MsgCode::UI_TR_IPV6_SUBNET_MASK),
          ipv6.isEmpty() ? QString() : QString::number(data.prefixIPv6, 10)},
         {GetTrMsg(MsgCode::UI_TR_IPV6_DEFAULT_GATEWAY),
          ipv6.isEmpty() ? QString() : addressText(data.vnicGatewayIPv6)},
-        {GetTrMsg(MsgCode::UI_TR_IPV6_DNS_SERVER_ADDRESS), joined(data.ipv6DnsList)},
+        {GetTrMsg(MsgCode::UI_TR_IPV6_DNS_SERVER_ADDRESS),
+         ipv6.isEmpty() ? QString() : joined(data.ipv6DnsList)},
         {publicAddressLabel(), addressText(data.clientPublicIP)},
-        {Translate(QT_TRANSLATE_NOOP("ui", "Server address:")), addressText(data.serverPublicIP)},
-        {Translate(QT_TRANSLATE_NOOP("ui", "Optimal gateway:")),
+        {Translate(QT_TRANSLATE_NOOP("ui", "Server Address:")), addressText(data.serverPublicIP)},
+        {Translate(QT_TRANSLATE_NOOP("ui", "Optimal Gateway:")),
          QString::fromStdString(data.optimalGatewayName)},
-        {Translate(QT_TRANSLATE_NOOP("ui", "Optimal gateway address:")),
+        {Translate(QT_TRANSLATE_NOOP("ui", "Optimal Gateway Address:")),
          addressText(data.optimalGatewayIP)},
     };
 }

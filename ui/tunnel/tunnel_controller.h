@@ -7,6 +7,7 @@
 #include <chrono>
 
 #include "core/reply_records.h"
+#include "ui/config/connect_status.h"
 #include "ui/session/context.h"
 #include "ui/tunnel/tunnel_view.h"
 

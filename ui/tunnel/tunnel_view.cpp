@@ -1,6 +1,5 @@
 #include "ui/tunnel/tunnel_view.h"
 
-#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "ui/text/texts.h"
@@ -22,7 +21,7 @@ TunnelView::TunnelView(QWidget* parent) : QWidget(parent), pages_(new QStackedWi
     column->addWidget(pages_);
     pages_->addWidget(buildHero());
     pages_->addWidget(buildDetails());
-    SetState(ConnectStatus::Disconnected, GetTrMsg(MsgCode::UI_INFO_DISCONNECT), {});
+    SetState(Look::kDisconnected, GetTrMsg(MsgCode::UI_INFO_DISCONNECT), {}, false);
 }
 
 QWidget* TunnelView::buildHero() {
@@ -35,6 +34,15 @@ QWidget* TunnelView::buildHero() {
     heroHint_->setObjectName(QStringLiteral("hero_hint_"));
     heroHint_->setAlignment(Qt::AlignCenter);
     heroHint_->setWordWrap(true);
+    heroHint_->setTextFormat(Qt::PlainText);
+    heroHint_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    heroButton_ = new QPushButton(page);
+    heroButton_->setObjectName(QStringLiteral("hero_button_"));
+    heroButton_->setProperty("outline", true);
+    heroButton_->setAutoDefault(false);
+    heroButton_->hide();
+    // Queued: what it does may run a dialog.
+    connect(heroButton_, &QPushButton::clicked, this, &TunnelView::HeroActed, Qt::QueuedConnection);
     auto* column = new QVBoxLayout(page);
     column->setContentsMargins(24, 0, 24, 0);
     column->setSpacing(12);
@@ -42,6 +50,7 @@ QWidget* TunnelView::buildHero() {
     column->addWidget(heroShield_, 0, Qt::AlignHCenter);
     column->addWidget(heroTitle_, 0, Qt::AlignHCenter);
     column->addWidget(heroHint_);
+    column->addWidget(heroButton_, 0, Qt::AlignHCenter);
     column->addStretch();
     return page;
 }
@@ -78,24 +87,26 @@ QWidget* TunnelView::buildDetails() {
     return page;
 }
 
-void TunnelView::SetState(ConnectStatus status, QString const& stateText,
-                          QString const& profileName) {
-    bool const hero = status == ConnectStatus::Disconnected && profileName.isEmpty();
-    heroShield_->setPixmap(LoadImage(ShieldImage(status, true)));
+void TunnelView::SetState(Look look, QString const& stateText, QString const& profileName,
+                          bool hasTunnel) {
+    heroShield_->setPixmap(LoadImage(ShieldImage(look, true)));
     heroShield_->setAccessibleName(stateText);
     heroTitle_->setText(stateText);
-    header_->SetState(status, stateText, profileName);
-    if (status != ConnectStatus::Connected) {
-        header_->SetDuration({});
-    }
+    header_->SetState(look, stateText, profileName);
     // Before the first ONLINE of a session there is nothing to show below the header.
-    tabs_->setVisible(status != ConnectStatus::Disconnected && status != ConnectStatus::Connecting);
-    pages_->setCurrentIndex(hero ? 0 : 1);
+    tabs_->setVisible(hasTunnel);
+    pages_->setCurrentIndex(profileName.isEmpty() ? 0 : 1);
 }
 
-void TunnelView::SetHint(QString const& text) {
-    heroHint_->setText(text);
-    heroHint_->setVisible(!text.isEmpty());
+void TunnelView::SetHero(Hero const& hero) {
+    if (hero == hero_) {
+        return;
+    }
+    hero_ = hero;
+    heroHint_->setText(hero.hint);
+    heroHint_->setVisible(!hero.hint.isEmpty());
+    heroButton_->setText(hero.action);
+    heroButton_->setVisible(!hero.action.isEmpty());
 }
 
 void TunnelView::SetPages(QStringList const& titles) {
@@ -124,6 +135,10 @@ void TunnelView::SetPages(QStringList const& titles) {
 
 void TunnelView::SetDuration(QString const& text) {
     header_->SetDuration(text);
+}
+
+void TunnelView::SetProgress(QString const& text) {
+    header_->SetProgress(text);
 }
 
 void TunnelView::SetWarning(QString const& text) {

@@ -3,10 +3,10 @@
 #pragma once
 
 #include <QLabel>
+#include <QPushButton>
 #include <QStackedWidget>
 #include <QWidget>
 
-#include "ui/config/connect_status.h"
 #include "ui/tunnel/browser_login.h"
 #include "ui/tunnel/interface_view.h"
 #include "ui/tunnel/route_view.h"
@@ -23,16 +23,22 @@ class TunnelView : public QWidget {
   public:
     explicit TunnelView(QWidget* parent = nullptr);
 
-    // `stateText` is the state's label; an empty profileName with Disconnected shows the large
-    // shield, otherwise the header row stands above the tabs.
-    void SetState(ConnectStatus status, QString const& stateText, QString const& profileName);
-    // The line below the large shield; empty for none.
-    void SetHint(QString const& text);
+    // `stateText` is the state's label. Without a profile the large shield stands alone, otherwise
+    // the header row, above the tabs when there is a tunnel.
+    void SetState(Look look, QString const& stateText, QString const& profileName, bool hasTunnel);
+    // What stands below the large shield; empty for nothing.
+    struct Hero {
+        QString hint;
+        QString action;  // a button
+        bool operator==(Hero const&) const = default;
+    };
+    void SetHero(Hero const& hero);
     // Buttons for the pages that the session offers, by their titles.
     void SetPages(QStringList const& titles);
     // A login in the browser, with the time left; empty for none.
     void SetBrowserLogin(QString const& timeLeft) { browserLogin_->SetTimeLeft(timeLeft); }
     void SetDuration(QString const& text);
+    void SetProgress(QString const& text);
     void SetWarning(QString const& text);  // empty hides the strip
     void SetStatistics(Statistics const& values);
     void SetInterface(InterfaceRows const& rows);
@@ -52,6 +58,7 @@ class TunnelView : public QWidget {
   Q_SIGNALS:
     void PageWanted(int index);
     void LoginPageWanted();
+    void HeroActed();
 
   private:
     QWidget* buildHero();
@@ -61,6 +68,8 @@ class TunnelView : public QWidget {
     QLabel* heroShield_ = nullptr;
     QLabel* heroTitle_ = nullptr;
     QLabel* heroHint_ = nullptr;
+    QPushButton* heroButton_ = nullptr;
+    Hero hero_;
     StateHeader* header_ = nullptr;
     QWidget* pageRow_ = nullptr;
     QStringList pageTitles_;

@@ -62,7 +62,8 @@ void StatusBarWidget::SetStatus(QString const& text, QString const& icon) {
     tellChange();
 }
 
-void StatusBarWidget::SetCountText(QString const& text) {
+void StatusBarWidget::SetCountText(QString const& whole, bool countAlone) {
+    QString const text = countAlone ? whole.section(kDivider, -1).trimmed() : whole;
     countText_ = text;
     // Drawn, not written: the letter would open a Chinese font of 20 MB in every language.
     int const divider = text.indexOf(kDivider);

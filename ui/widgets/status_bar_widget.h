@@ -17,8 +17,9 @@ class StatusBarWidget : public QFrame {
     // `icon` is a resource path such as ":/assets/images/normal.png"; the name of an animation
     // (".gif") stands for the spinner. An empty text clears the place.
     void SetStatus(QString const& text, QString const& icon);
-    // What stands before and after a "丨" is shown in two places with a line between.
-    void SetCountText(QString const& text);
+    // What stands before and after a "丨" is shown in two places with a line between, or only what
+    // stands after it.
+    void SetCountText(QString const& text, bool countAlone = false);
 
     QString StatusText() const;
     QString StatusIcon() const { return icon_; }

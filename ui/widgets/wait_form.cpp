@@ -4,17 +4,23 @@
 #include <QFrame>
 #include <QVBoxLayout>
 
+#include "ui/text/texts.h"
 #include "ui/widgets/spinner.h"
 
 namespace zorvanelink::ui {
 namespace {
 
 constexpr int kPanelWidth = 260;
+constexpr int kHintWidth = 340;
 
 }  // namespace
 
 WaitForm::WaitForm(QWidget* parent, int topMargin)
-    : QWidget(parent), topMargin_(topMargin), text_(new QLabel(this)) {
+    : QWidget(parent),
+      topMargin_(topMargin),
+      text_(new QLabel(this)),
+      hint_(new QLabel(this)),
+      log_(new QPushButton(Translate(QT_TRANSLATE_NOOP("ui", "Open Log Folder")), this)) {
     setObjectName(QStringLiteral("wait_form_"));
     setAttribute(Qt::WA_StyledBackground);
     setFocusPolicy(Qt::StrongFocus);
@@ -29,6 +35,17 @@ WaitForm::WaitForm(QWidget* parent, int topMargin)
     column->setSpacing(16);
     column->addWidget(new Spinner(32, 3, panel), 0, Qt::AlignHCenter);
     column->addWidget(text_);
+    hint_->setObjectName(QStringLiteral("wait_hint_"));
+    hint_->setTextFormat(Qt::PlainText);
+    hint_->setAlignment(Qt::AlignCenter);
+    hint_->setWordWrap(true);
+    hint_->setFixedWidth(kHintWidth);
+    column->addWidget(hint_);
+    log_->setObjectName(QStringLiteral("wait_log_button_"));
+    log_->setProperty("outline", true);
+    column->addWidget(log_, 0, Qt::AlignHCenter);
+    connect(log_, &QPushButton::clicked, this, &WaitForm::LogWanted);
+    SetHint({}, false);
     auto* outer = new QVBoxLayout(this);
     outer->addWidget(panel, 0, Qt::AlignCenter);
     parent->installEventFilter(this);
@@ -38,6 +55,23 @@ WaitForm::WaitForm(QWidget* parent, int topMargin)
 void WaitForm::SetDesc(QString const& text) {
     text_->setText(text);
     setAccessibleName(text);
+}
+
+void WaitForm::SetHint(QString const& text, bool withLog) {
+    hint_->setText(text);
+    hint_->setVisible(!text.isEmpty());
+    setAccessibleDescription(text);
+    if (withLog == log_->isHidden()) {
+        log_->setVisible(withLog);
+        if (hasFocus()) {
+            log_->setFocus();
+        }
+    }
+}
+
+// Of the button: what is covered stays out of reach.
+bool WaitForm::focusNextPrevChild(bool /*next*/) {
+    return true;
 }
 
 QString WaitForm::Desc() const {

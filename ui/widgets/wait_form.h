@@ -1,7 +1,8 @@
-// "Please wait" over a window: a spinner and one line of text.
+// "Please wait" over a window: a spinner, a line of text, and a hint when it takes long.
 #pragma once
 
 #include <QLabel>
+#include <QPushButton>
 #include <QWidget>
 
 namespace zorvanelink::ui {
@@ -16,18 +17,26 @@ class WaitForm : public QWidget {
 
     void SetDesc(QString const& text);
     QString Desc() const;
+    // A second line, and a button for the folder of the log; empty for none.
+    void SetHint(QString const& text, bool withLog);
+
+  Q_SIGNALS:
+    void LogWanted();
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     bool event(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
   private:
     void fillParent();
 
     int topMargin_;
     QLabel* text_;
+    QLabel* hint_;
+    QPushButton* log_;
 };
 
 }  // namespace zorvanelink::ui

@@ -63,7 +63,7 @@ TEST_F(ProfileTabTest, TheButtonDoesWhatItSays) {
     char const* const own = "Head office";
     for (Case const& c : {
              Case{ConnectStatus::Disconnected, "", "", "Connect", "", true, true},
-             Case{ConnectStatus::Disconnected, own, "", "Connect", "", false, false},
+             Case{ConnectStatus::Disconnected, own, "", "Connect", "Connecting", false, false},
              Case{ConnectStatus::Disconnected, "Lab", "", "Connect", "", false, true},
              Case{ConnectStatus::Disconnected, "", own, "Connect", "", true, true},
              Case{ConnectStatus::Connecting, "", "", "Disconnect", "Connecting", true, false},
@@ -238,6 +238,10 @@ TEST_F(ConnectionsTest, TheListIsOneStopWhoseKeysChooseAndAct) {
     state.currentProfileName = "b";
     state.status = ConnectStatus::Connected;
     cards.Render();
+    QSignalSpy pages(&cards, &ConnectionList::PageWanted);
+    cards.SetPages({{QStringLiteral("Change Password"), QString()}});
+    Find<QPushButton>(*cards.GetProfileTab("b"), "change_pwd_button_").click();
+    EXPECT_TRUE(test::WaitFor([&pages] { return pages.count() == 1; }));
     QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), true);
     QApplication::sendEvent(&list, &held);
     press(Qt::Key_F2);

@@ -17,15 +17,12 @@ TEST_F(DispatchTest, ANetconfigIsTakenForTheRunningProfileOnly) {
     GoOnline();
     core::sslvpn::CLMsgReplyNetConfigData record;
     record.clientPrivateIP = "10.8.0.2";
-    record.serviceType = 3;
     record.profileName = "Lab";
     Receive(record);
     EXPECT_TRUE(session.context.netConfig.clientPrivateIP.empty());
-    EXPECT_FALSE(state.lastNetConfigHasGateway);
     record.profileName = "Head office";
     Receive(record);
     EXPECT_EQ(session.context.netConfig.clientPrivateIP, "10.8.0.2");
-    EXPECT_TRUE(state.lastNetConfigHasGateway);
 }
 
 TEST_F(DispatchTest, AMessageThatComesBackShowsNoSecretInTheLog) {
@@ -55,8 +52,9 @@ TEST_F(DispatchTest, ReasonsOfTheGatewayAreToldOnceAndNotWhenDown) {
           Case{7, UI_ERROR_INTERNAL_ERROR},
           Case{9, UI_WARNING_SERVER_DISCONNECT_FOR_CONNECTION_TIMEOUT},
           Case{12, UI_WARNING_SERVER_FORCE_TIMEOUT}, Case{222, HEARTBEAT_TIMEOUT},
-          Case{77, std::nullopt}}) {
+          Case{10, std::nullopt}, Case{77, std::nullopt}}) {
         GoOnline();
+        EXPECT_FALSE(state.lastEnd) << "until the next start";
         record.reason = c.reason;
         if (c.text) {
             prompts.ExpectBox(Text(*c.text), 0, [this] {
@@ -67,9 +65,24 @@ TEST_F(DispatchTest, ReasonsOfTheGatewayAreToldOnceAndNotWhenDown) {
         Receive(record);
         EXPECT_EQ(state.status, ConnectStatus::Disconnected) << c.reason;
         Receive(record);
+        ASSERT_TRUE(state.lastEnd);
+        EXPECT_EQ(state.lastEnd->why, c.text           ? Text(*c.text).trimmed().toStdString()
+                                      : c.reason == 10 ? "Ctrl Timeout"
+                                                       : "");
     }
     EXPECT_EQ(prompts.Boxes().size(), 8U);
-    EXPECT_EQ(Sent("stop"), 9);
+    EXPECT_EQ(Sent("stop"), 10);
+    GoOnline();
+    Receive(MsgCode::PREPARE_RECONNECTING);
+    QDateTime const broken = state.since = state.since.addSecs(-10);
+    Receive(MsgCode::RECONNECTING);
+    EXPECT_EQ(state.since, broken) << "one interruption";
+    ClickStop();
+    Receive(record);
+    Receive(MsgCode::OFFLINE);
+    ASSERT_TRUE(state.lastEnd);
+    EXPECT_EQ(state.lastEnd->why, "") << "the user's own end";
+    EXPECT_EQ(state.lastEnd->since, session.context.connectTime);
 }
 
 TEST_F(DispatchTest, FailuresThatNoHandlerShowsAreToldAtTheEnd) {
@@ -81,10 +94,14 @@ TEST_F(DispatchTest, FailuresThatNoHandlerShowsAreToldAtTheEnd) {
     EXPECT_EQ(state.status, ConnectStatus::Connecting);
     prompts.ExpectBox(Text(MsgCode::GATEWAY_UNREACHABLE), 0);
     Receive(MsgCode::OFFLINE);
+    ASSERT_TRUE(state.lastEnd);
+    EXPECT_EQ(state.lastEnd->why, Text(MsgCode::GATEWAY_UNREACHABLE).toStdString());
+    EXPECT_FALSE(state.lastEnd->since.isValid()) << "never up";
 
     fail(MsgCode::GATEWAY_UNREACHABLE);
     ClickStop();
     Receive(MsgCode::OFFLINE);  // the user's own end
+    EXPECT_FALSE(state.lastEnd);
 
     prompts.ExpectBox(Text(MsgCode::SECOND_AUTH_TIMEOUT), 0);
     fail(MsgCode::ERR_SMS_TIMEOUT);  // has no words of its own
@@ -175,28 +192,6 @@ TEST_F(DispatchTest, ASilentServiceIsShownUntilItSpeaks) {
     ClickStop();
     Receive(MsgCode::OFFLINE);
     EXPECT_FALSE(state.silentSince) << "nobody waits for a word";
-}
-
-TEST_F(DispatchTest, TheStatusBarSaysTheTruestThing) {
-    auto const text = [this] { return viewStateFor(state).statusText; };
-    EXPECT_FALSE(viewStateFor({}).hasStatusText) << "the wait form speaks";
-    EXPECT_EQ(text(), MsgCode::UI_TR_STATE_NORMAL);
-    profile->authType = common::SupportedAuthType::kNone;
-    Click();
-    EXPECT_EQ(text(), MsgCode::UI_TR_CHECK_AUTH_TYPE);
-    profile->authType = common::SupportedAuthType::kPwd;
-    Receive(MsgCode::CONNECTING);
-    EXPECT_EQ(text(), MsgCode::CONNECTING);
-    Receive(MsgCode::ONLINE);
-    EXPECT_EQ(text(), MsgCode::UI_TR_STATE_CONNECTTED);
-    ReceiveText(core::CLMsgJsonParse::BuildVnicStateReply(false));
-    EXPECT_EQ(text(), MsgCode::UI_TR_STATE_VNIC_ERROR);
-    state.link = LinkState::kReconnecting;
-    EXPECT_EQ(text(), MsgCode::UI_INFO_CONNECTING_SERVICE);
-    state.link = LinkState::kLinked;
-    ReceiveText(core::CLMsgJsonParse::BuildVnicStateReply(true));
-    Receive(MsgCode::OFFLINE);
-    EXPECT_EQ(text(), MsgCode::UI_TR_STATE_DISCONNECT);
 }
 
 }  // namespace

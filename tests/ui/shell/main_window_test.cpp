@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QtTest/qtestspontaneevent.h>
+#include <QRegularExpression>
 #include <QtTest/QTest>
 
 #include "app/environment/globals.h"
@@ -34,15 +35,22 @@ class Shell : public testing::Test {
         config.SetDefaultProfile(name);
     }
     MainWindow& Open() {
+        Begin();
+        EXPECT_TRUE(WaitFor([this] { return window->findChild<WaitForm*>()->isHidden(); }));
+        return *window;
+    }
+    void Begin() {
         window.reset();
         g_quit = false;
         g_running_client = 0;
         config.Save();
         window = std::make_unique<MainWindow>(MainWindow::Environment{
-            config, prompts, [this] { return service; }, [this] { return tray; }});
+            .config = config,
+            .prompts = prompts,
+            .link = [this] { return there ? service : std::make_shared<test::FakeIpc>(false); },
+            .trayAvailable = [this] { return tray; },
+            .patience = patience});
         window->show();
-        EXPECT_TRUE(WaitFor([this] { return window->findChild<WaitForm*>()->isHidden(); }));
-        return *window;
     }
     void Say(MsgCode code) {
         core::sslvpn::CLMsgCommonReplyData data;
@@ -67,6 +75,8 @@ class Shell : public testing::Test {
     }
 
     bool tray = true;
+    std::atomic<bool> there{true};
+    std::chrono::milliseconds patience{10000};
     std::shared_ptr<test::FakeIpc> service = std::make_shared<test::FakeIpc>();
     test::ScriptedPrompts prompts;
     Config config;
@@ -90,6 +100,72 @@ TEST_F(Shell, ClosingHidesToTheTrayAndKeepsTheConnection) {
     EXPECT_TRUE(WaitFor([this] { return window->isVisible(); }));
     Find<QAction>(*window, "tray_disconnect_").trigger();
     EXPECT_TRUE(WaitFor([this] { return Sent("stop") == 1; }));
+}
+
+TEST_F(Shell, ALoginSaysItsTimeAndAnEndWhyItCame) {
+    Add("Head office");
+    Open();
+    QLabel const& detail = Find<QLabel>(*window, "state_detail_");
+    QLabel const& hint = Find<QLabel>(*window, "hero_hint_");
+    StatusBarWidget const& bar = *window->findChild<StatusBarWidget*>();
+    EXPECT_EQ(hint.text(), QStringLiteral("Press Connect to connect to Head office."));
+    window->findChild<ProfileTab*>()->Press();
+    EXPECT_TRUE(WaitFor([this] { return Sent("start") == 1; }));
+    Say(MsgCode::CONNECTING);
+    EXPECT_TRUE(WaitFor([&] { return detail.isVisible(); }));
+    window->CurrentSession().state.since = QDateTime::currentDateTime().addSecs(-70);
+    EXPECT_TRUE(WaitFor([&] { return detail.text().contains(QLatin1String("Logging in, 7")); }));
+    EXPECT_EQ(bar.CountText(), QStringLiteral("1 Connections in Total"));
+    Say(MsgCode::ONLINE);
+    EXPECT_TRUE(WaitFor([this] { return window->State().online; }));
+    EXPECT_FALSE(detail.text().contains(QLatin1String("Logging")));
+    Say(MsgCode::PREPARE_RECONNECTING);
+    EXPECT_TRUE(WaitFor([&] { return Find<QWidget>(*window, "warning_strip_").isVisible(); }));
+    EXPECT_EQ(bar.CountText(), QStringLiteral("1 Connections in Total"));
+    EXPECT_TRUE(Find<QWidget>(*window, "statistics_note_").isVisible());
+
+    window->CurrentSession().context.connectTime = QDateTime::currentDateTime().addSecs(-4354);
+    core::sslvpn::CLMsgReplyTunnelDisconnectData record;
+    record.profileName = "Head office";
+    record.reason = 10;
+    service->Deliver(core::sslvpn::CLMsgReplyJson::Build(record));
+    EXPECT_TRUE(WaitFor([&] { return hint.isVisible(); }));
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^Head office ended at \\d\\d:\\d\\d after "
+                                                  "01:12:3[45]: Ctrl Timeout$"))
+                    .match(hint.text())
+                    .hasMatch())
+        << hint.text().toStdString();
+    Say(MsgCode::OFFLINE);
+    Find<QPushButton>(*window, "hero_button_").click();
+    EXPECT_TRUE(WaitFor([this] { return Sent("start") == 2; }));
+}
+
+TEST_F(Shell, WhileTheServiceStaysAwayTheLogIsOffered) {
+    Add("Head office");
+    there = false;
+    patience = std::chrono::milliseconds(50);
+    Begin();
+    auto& first = Find<QPushButton>(*window, "wait_log_button_");
+    EXPECT_FALSE(first.isVisible());
+    EXPECT_TRUE(WaitFor([&first] { return first.hasFocus(); }));
+    EXPECT_TRUE(Find<QLabel>(*window, "wait_hint_").isVisible());
+    QTest::keyClick(&first, Qt::Key_Tab);
+    EXPECT_TRUE(first.hasFocus()) << "what is covered stays out of reach";
+    first.click();
+    there = true;
+    EXPECT_TRUE(WaitFor([this] { return window->findChild<WaitForm*>()->isHidden(); }));
+
+    there = false;
+    service->FailRead(2);
+    auto& again = Find<QPushButton>(*window, "hero_button_");
+    EXPECT_TRUE(WaitFor([&again] { return again.isVisible(); }));
+    EXPECT_EQ(Find<QLabel>(*window, "hero_title_").text(),
+              GetTrMsg(MsgCode::UI_INFO_CONNECTING_SERVICE));
+    again.click();
+    EXPECT_TRUE(WaitFor([this] { return prompts.Opened().size() == 2; }));
+    EXPECT_EQ(prompts.Opened().back(), QUrl::fromLocalFile(GetAppLogDirPath()));
+    there = true;
+    EXPECT_TRUE(WaitFor([&again] { return !again.isVisible(); }));
 }
 
 TEST_F(Shell, PagesOfTheSessionStandInTheTrayUntilItEnds) {
@@ -225,6 +301,8 @@ TEST_F(Shell, MoreMenuOffersNoUpdatesToAPackagedClient) {
                 << "twice in five seconds";
         }
     }
+    QTest::keyClick(window.get(), Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_TRUE(WaitFor([this] { return !window->isVisible(); }));
 }
 
 }  // namespace

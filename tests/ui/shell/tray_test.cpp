@@ -1,8 +1,11 @@
 #include <gmock/gmock.h>
 
+#include <QFile>
 #include <QSignalSpy>
 
 #include "tests/support/qt_helpers.h"
+#include "ui/cards/card_view.h"
+#include "ui/session/view_state.h"
 #include "ui/shell/tray_controller.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/style.h"
@@ -10,6 +13,7 @@
 namespace zorvanelink::ui {
 namespace {
 
+using common::MsgCode;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 
@@ -37,7 +41,8 @@ class Tray : public testing::Test {
     void Go(ConnectStatus status) {
         state.status = status;
         state.link = LinkState::kLinked;
-        tray.Render(trayViewFor(state, true), QStringLiteral("Head office"), QStringLiteral("R&D"));
+        state.currentProfileName = "Head office";
+        tray.Render(trayViewFor(state, true), QStringLiteral("R&D"));
     }
 
     QWidget window;
@@ -80,7 +85,7 @@ TEST_F(Tray, TellsEachStatusAsOftenAsItsLimitAllows) {
                          [&told](QString const& text) { told.push_back(text.toStdString()); });
         for (ConnectStatus const status : c.road) {
             state.status = status;
-            one.Render(trayViewFor(state, true), {}, {});
+            one.Render(trayViewFor(state, true), {});
         }
         std::vector<std::string> expected;
         for (ConnectStatus const status : c.told) {
@@ -109,8 +114,75 @@ TEST_F(Tray, RepeatedAndSilencedMessagesAreNotShown) {
         EXPECT_EQ(shown.count(), 1 + demands) << "what the service asks for is always shown";
     }
     config.statusNotify = true;
+    state.lastEnd = SessionEnd{"Head office", {}, {}, "Ctrl Timeout"};
     Go(kDisconnected);  // the silent ones were counted
     EXPECT_EQ(shown.count(), 4);
+    EXPECT_EQ(shown.last().at(0).toString(),
+              QStringLiteral("Head office: Disconnected\nCtrl Timeout"));
+    for (int i = 0; i < 2; ++i) {
+        tray.TellWhereTheWindowWent();
+    }
+    EXPECT_EQ(shown.count(), 5);
+}
+
+TEST_F(Tray, EveryStateHasOneLookEverywhere) {
+    struct Case {
+        char const* name;
+        ConnectStatus status;
+        void (*change)(ConnectionState& state);
+        Look look;
+        MsgCode label;
+        MsgCode bar;
+        Look in_tray;
+    } const cases[] = {
+        {"ready", kDisconnected, [](auto&) {}, Look::kDisconnected, MsgCode::UI_INFO_DISCONNECT,
+         MsgCode::UI_TR_STATE_NORMAL, Look::kDisconnected},
+        {"ended", kDisconnected, [](auto& s) { s.sessionEnded = true; }, Look::kDisconnected,
+         MsgCode::UI_INFO_DISCONNECT, MsgCode::UI_TR_STATE_DISCONNECT, Look::kDisconnected},
+        {"started", kDisconnected, [](auto& s) { s.startingProfileName = "Head office"; },
+         Look::kConnecting, MsgCode::UI_INFO_CONNECTING, MsgCode::CONNECTING, Look::kConnecting},
+        {"asking", kConnecting, [](auto& s) { s.queryingAuthType = true; }, Look::kConnecting,
+         MsgCode::UI_INFO_CONNECTING, MsgCode::UI_TR_CHECK_AUTH_TYPE, Look::kConnecting},
+        {"prepare", kPrepare, [](auto& s) { s.online = true; }, Look::kReconnecting,
+         MsgCode::UI_INFO_RECONNECTING, MsgCode::UI_INFO_RECONNECTING, Look::kReconnecting},
+        {"reconnecting", kReconnecting, [](auto&) {}, Look::kReconnecting,
+         MsgCode::UI_INFO_RECONNECTING, MsgCode::UI_INFO_RECONNECTING, Look::kReconnecting},
+        {"connected", kConnected, [](auto&) {}, Look::kConnected, MsgCode::UI_INFO_CONNECTED,
+         MsgCode::UI_TR_STATE_CONNECTTED, Look::kConnected},
+        {"silent", kConnected, [](auto& s) { s.silentSince = QDateTime(); }, Look::kWarning,
+         MsgCode::UI_INFO_CONNECTED, MsgCode::UI_TR_STATE_CONNECTTED, Look::kConnected},
+        {"service gone", kDisconnected, [](auto& s) { s.link = LinkState::kReconnecting; },
+         Look::kWarning, MsgCode::UI_INFO_CONNECTING_SERVICE, MsgCode::UI_INFO_CONNECTING_SERVICE,
+         Look::kDisconnected},
+        {"no adapter", kDisconnected, [](auto& s) { s.adapterUsable = false; }, Look::kFailed,
+         MsgCode::UI_TR_STATE_VNIC_ERROR, MsgCode::UI_TR_STATE_VNIC_ERROR, Look::kDisconnected},
+    };
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.name);
+        ConnectionState now;
+        now.link = LinkState::kLinked;
+        now.currentProfileName = "Head office";
+        now.status = c.status;
+        c.change(now);
+        ViewState const view = viewStateFor(now);
+        TrayView const in_tray = trayViewFor(now, true);
+        CardView const card = cardViewFor(now, "Head office");
+        EXPECT_EQ(view.look, c.look);
+        EXPECT_EQ(view.stateLabel, c.label);
+        EXPECT_EQ(in_tray.stateLabel, c.label);
+        EXPECT_EQ(view.statusText, c.bar);
+        EXPECT_EQ(QLatin1String(view.statusIcon).endsWith(QLatin1String(".gif")),
+                  c.look == Look::kConnecting);
+        EXPECT_TRUE(c.look == Look::kConnecting || view.statusIcon == DotImage(c.look));
+        EXPECT_EQ(in_tray.icon, TrayImage(c.in_tray));
+        EXPECT_EQ(card.buttonEnabled, in_tray.canConnect || in_tray.canDisconnect);
+        EXPECT_EQ(card.lamp, view.status == kDisconnected ? "" : LampName(c.look));
+        for (QString const& image : {ShieldImage(c.look, false), ShieldImage(c.look, true),
+                                     QString::fromLatin1(in_tray.icon)}) {
+            EXPECT_TRUE(QFile::exists(image)) << image.toStdString();
+        }
+    }
+    EXPECT_FALSE(viewStateFor({}).hasStatusText) << "the wait form speaks";
 }
 
 TEST_F(Tray, OffersWhatCanBeDone) {
@@ -156,18 +228,19 @@ TEST_F(Tray, MenuHoldsThePagesOfTheSession) {
     tray.SetPages(pagesFor(state, session));
     QApplication::processEvents();
     EXPECT_THAT(textsOf(tray.Menu()),
-                ElementsAre("Show Window", "-", "Connect (R&&D)", "Disconnect", "-",
-                            "Staff && guests", "Resource List", "-", "Quit"));
+                ElementsAre("Head office: Connected", "-", "Show Window", "-", "Connect (R&&D)",
+                            "Disconnect", "-", "Staff && guests", "Resource List", "-", "Quit"));
     int opened = 0;
     QObject::connect(&tray, &TrayController::OpenPage, [&opened] { ++opened; });
-    tray.Menu().actions().at(5)->trigger();
+    tray.Menu().actions().at(7)->trigger();
     QApplication::processEvents();
     ASSERT_EQ(opened, 1);
-    state.status = kPrepare;
+    Go(kPrepare);
     tray.SetPages(pagesFor(state, session));
     QApplication::processEvents();
     EXPECT_THAT(textsOf(tray.Menu()),
-                ElementsAre("Show Window", "-", "Connect (R&&D)", "Disconnect", "-", "Quit"));
+                ElementsAre("Head office: ReConnecting", "-", "Show Window", "-", "Connect (R&&D)",
+                            "Disconnect", "-", "Quit"));
 }
 
 TEST_F(Tray, ComesAndGoesWithTheDesktopsTray) {

@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QClipboard>
 #include <QHeaderView>
+#include <QMenu>
 #include <QSignalSpy>
 #include <QToolTip>
 #include <QtTest/QTest>
@@ -78,8 +80,8 @@ TEST_F(TunnelControllerTest, ShowsWhatTheServiceToldAndKeepsItOverAnInterruption
         "IPv4 Network Address:", "10.8.0.2", "IPv4 Subnet Mask:", "255.255.240.0",
         "IPv4 Default Gateway:", "10.8.0.1", "IPv4 DNS Server Address:", "10.0.0.53; 10.0.0.54",
         "IPv6 Network Address:", "fd00::2", "IPv6 Subnet Mask:", "64",
-        "IPv6 DNS Server Address:", dns + "\nand 6 more", "Public address:", "198.51.100.4",
-        "Server address:", "203.0.113.7", "Optimal gateway:", "Frankfurt");
+        "IPv6 DNS Server Address:", dns + "\nand 6 more", "Public Address:", "198.51.100.4",
+        "Server Address:", "203.0.113.7", "Optimal Gateway:", "Frankfurt");
     auto const routes = [this] {
         std::string cells;
         for (RouteModel const* model : {&view.Routes().Ipv4(), &view.Routes().Ipv6()}) {
@@ -97,13 +99,20 @@ TEST_F(TunnelControllerTest, ShowsWhatTheServiceToldAndKeepsItOverAnInterruption
     go(ConnectStatus::PrepareReconnecting);
     EXPECT_THAT(textsIn("interface_panel_"), shown);
     EXPECT_EQ(routes(), filled);
+    Find<QPushButton>(view, "copy_all_").click();
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith(
+        QLatin1String("IPv4 Network Address: 10.8.0.2\nIPv4 Subnet Mask: 255.255.240.0\n")));
+    data.clientPrivateIPv6.clear();
+    controller.AddNetconfigInfo();
+    EXPECT_THAT(textsIn("interface_panel_"),
+                testing::Not(testing::Contains(testing::StartsWith("IPv6"))));
     go(ConnectStatus::Disconnected);
     EXPECT_THAT(textsIn("interface_panel_"), IsEmpty());
     EXPECT_EQ(routes(), "");
 }
 
 TEST_F(TunnelControllerTest, CountersFollowTheRecordUntilTheSessionPauses) {
-    view.SetState(ConnectStatus::Connected, QStringLiteral("Connected"), QStringLiteral("Lab"));
+    view.SetState(Look::kConnected, QStringLiteral("Connected"), QStringLiteral("Lab"), true);
     view.resize(592, 564);
     view.show();
     go(ConnectStatus::Connected);
@@ -137,8 +146,8 @@ class TunnelViewTest : public testing::Test {
         view.show();
     }
     void online() {
-        view.SetState(ConnectStatus::Connected, QStringLiteral("Connected"),
-                      QStringLiteral("Head office"));
+        view.SetState(Look::kConnected, QStringLiteral("Connected"), QStringLiteral("Head office"),
+                      true);
     }
     QString label(char const* name) { return Find<QLabel>(view, name).text(); }
 
@@ -148,7 +157,7 @@ class TunnelViewTest : public testing::Test {
 TEST_F(TunnelViewTest, ShowsTheShieldUntilThereIsAConnectionToTellOf) {
     EXPECT_TRUE(Find<QLabel>(view, "hero_title_").isVisible());
     EXPECT_EQ(label("hero_title_"), QStringLiteral("Disconnected"));
-    view.SetState(ConnectStatus::Connecting, QStringLiteral("Connecting"), QStringLiteral("Lab"));
+    view.SetState(Look::kConnecting, QStringLiteral("Connecting"), QStringLiteral("Lab"), false);
     EXPECT_TRUE(Find<QLabel>(view, "state_title_").isVisible());
     EXPECT_FALSE(Find<QWidget>(view, "tab_statistics_").isVisible());
     online();
@@ -156,7 +165,7 @@ TEST_F(TunnelViewTest, ShowsTheShieldUntilThereIsAConnectionToTellOf) {
     EXPECT_TRUE(Find<QWidget>(view, "tab_statistics_").isVisible());
     EXPECT_EQ(label("state_detail_"),
               QStringLiteral("Head office  •  Connection duration 00:12:34"));
-    view.SetState(ConnectStatus::Connected, {}, QStringLiteral("A long name ").repeated(20));
+    view.SetState(Look::kConnected, {}, QStringLiteral("A long name ").repeated(20), true);
     view.SetDuration(QStringLiteral("00:12:34"));
     auto const& detail = Find<QLabel>(view, "state_detail_");
     EXPECT_TRUE(detail.text().endsWith(QStringLiteral("…  •  Connection duration 00:12:34")));
@@ -225,6 +234,15 @@ TEST_F(TunnelViewTest, RoutesAreSortedAndReadByKeyboard) {
     EXPECT_TRUE(QToolTip::text().isEmpty());
     QTest::keyClick(&table, Qt::Key_Down);
     EXPECT_EQ(QToolTip::text(), cut);
+    EXPECT_EQ(label("route_whole_"), cut + QStringLiteral("  •  16  •    •    •  "));
+    QTest::keyClick(&table, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), cut + QStringLiteral("\t16\t\t\t"));
+    EXPECT_EQ(table.textElideMode(), Qt::ElideMiddle);
+    Q_EMIT table.customContextMenuRequested({});
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions().front()->text(), QStringLiteral("Copy"));
+    menu->close();
 }
 
 TEST(TabWidgetPlus, HiddenTabsAreSkippedAndComeBack) {

@@ -53,6 +53,8 @@ TEST(StatusBar, ShowsAnIconOrTheSpinner) {
               QLatin1String("Connected to A/2 Connections"));
     EXPECT_TRUE(place.isVisible());
     EXPECT_EQ(bar.accessibleName(), QStringLiteral("Connected to A 丨 2 Connections"));
+    bar.SetCountText(bar.CountText(), true);
+    EXPECT_EQ(bar.accessibleName(), QStringLiteral("2 Connections"));
     bar.SetCountText(QStringLiteral("2 Connections"));
     EXPECT_FALSE(place.isVisible());
     EXPECT_EQ(Find<QLabel>(bar, "status_count_").text(), QLatin1String("2 Connections"));
