@@ -148,8 +148,10 @@ TEST_F(AuthCodeFlowTest, EveryEndIsToldOnceAndFreesTheCard) {
                 Receive(MsgCode::OFFLINE);
             });
         }
+        int const closings = prompts.Closings();
         c.act();
         ExpectEnd(c.stops);
+        EXPECT_EQ(prompts.Closings() > closings, c.text != MsgCode::UNSPECIFIED);
     }
 }
 

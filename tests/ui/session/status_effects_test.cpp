@@ -191,17 +191,6 @@ TEST_F(StatusEffectsTest, AFailedHostCheckOpensItsPageAfterTheBox) {
     EXPECT_EQ(Opened().size(), 1U);
 }
 
-TEST_F(StatusEffectsTest, ACriticalStatusLeavesNoBoxAndNoDialog) {
-    test::FakeConversation code;
-    Connect();
-    session.conversation.Open(code);
-    prompts.ExpectBox(Text(MsgCode::ERR_SMS_DEVICE), 0, [&] { EXPECT_EQ(code.ended, 0); });
-    Receive(MsgCode::ERR_SMS_DEVICE);
-    EXPECT_EQ(code.lost, 0) << "its own text is the only one";
-    EXPECT_EQ(code.ended, 1);
-    EXPECT_EQ(prompts.Closings(), 1);
-}
-
 TEST_F(StatusEffectsTest, AThirdPartyLoginKeepsItsFirstDeadline) {
     auto data = Reply(MsgCode::OAUTH_PAGE);
     data.oauthPagePath = "https://login.example.com";
@@ -235,16 +224,8 @@ TEST_F(StatusEffectsTest, AThirdPartyLoginKeepsItsFirstDeadline) {
     EXPECT_EQ(Sent("stop"), stops);
 }
 
-TEST_F(StatusEffectsTest, SecondFactorsAndForgottenPasswordsAreKept) {
-    QSignalSpy need(&session, &Session::NeedSendAuthCode);
-    auto data = Reply(MsgCode::NEED_EMAIL_AUTH_CODE);
-    data.emailAuthAccount = "a***@example.com";
+TEST_F(StatusEffectsTest, ThePageForAForgottenPasswordIsKept) {
     Connect();
-    Receive(data);
-    EXPECT_EQ(need.count(), 1);
-    EXPECT_EQ(session.context.authCodeType, 2);
-    EXPECT_EQ(session.context.emailAuthAccount, data.emailAuthAccount);
-
     auto auth = Reply(MsgCode::AUTH_DATA);
     auth.forgotPasswordUrl = "https://vpn.example.com/forgot";
     Receive(auth);
