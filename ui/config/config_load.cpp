@@ -256,6 +256,10 @@ void Config::loadProfiles(QSettings& file) {
     bool const isHex = TextOf(file.value(kProfileNameFormat, QString())) == QLatin1String("hex");
     for (QString const& key : profileKeys(file, list)) {
         QString const fullName = isHex ? QString::fromUtf8(QByteArray::fromHex(key.toUtf8())) : key;
+        if (fullName.isEmpty()) {
+            Log().warning("Profile without a name can not be loaded");
+            continue;
+        }
         if (profiles.size() >= kMaxConfigNum) {
             keepProfile(file, key, fullName);
             continue;
@@ -275,7 +279,7 @@ void Config::loadProfiles(QSettings& file) {
             continue;
         }
         profiles[name] = profile;
-        if (!name.empty() && GroupOf(key) != GroupOf(QString::fromStdString(name))) {
+        if (GroupOf(key) != GroupOf(QString::fromStdString(name))) {
             renamedGroups_.push_back(GroupOf(key));
         }
         if (profiles.size() >= kMaxConfigNum) {
