@@ -37,7 +37,8 @@ target_compile_definitions(zvl_options INTERFACE
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
   # What nobody calls, and libraries that nobody needs, cost start and memory.
   target_compile_options(zvl_options INTERFACE -ffunction-sections -fdata-sections)
-  target_link_options(zvl_options INTERFACE -Wl,--gc-sections,--as-needed)
+  target_link_options(zvl_options INTERFACE
+    -Wl,--gc-sections,--as-needed,-z,pack-relative-relocs)
   # Hardening: a peer's bytes and the user's secrets are handled here.
   target_compile_options(zvl_options INTERFACE -D_FORTIFY_SOURCE=2 -fstack-protector-strong)
   target_link_options(zvl_options INTERFACE -Wl,-z,relro,-z,now)
@@ -65,12 +66,20 @@ set(ZVL_LIBS_STD fmt::fmt Threads::Threads)
 set(ZVL_LIBS_CORE ${ZVL_LIBS_STD} Qt5::Core)
 set(ZVL_LIBS_QT ${ZVL_LIBS_CORE} Qt5::Gui Qt5::Widgets)
 
+# Windows wait for people: what counts there is how much of the program is in memory.
+function(zvl_optimise target kind)
+  if(CMAKE_BUILD_TYPE STREQUAL "Release" AND kind STREQUAL "QT")
+    target_compile_options(${target} PRIVATE -Os)
+  endif()
+endfunction()
+
 foreach(kind STD CORE QT)
   file(CONFIGURE OUTPUT "${CMAKE_BINARY_DIR}/pch/${kind}.cpp" CONTENT "")
   add_library(zvl_pch_${kind} OBJECT "${CMAKE_BINARY_DIR}/pch/${kind}.cpp")
   set_target_properties(zvl_pch_${kind} PROPERTIES AUTOMOC OFF)
   target_link_libraries(zvl_pch_${kind} PUBLIC zvl_options ${ZVL_LIBS_${kind}})
   target_precompile_headers(zvl_pch_${kind} PRIVATE ${ZVL_PCH_${kind}})
+  zvl_optimise(zvl_pch_${kind} ${kind})
 endforeach()
 
 function(zvl_apply_kind target kind)
@@ -78,6 +87,7 @@ function(zvl_apply_kind target kind)
     set_target_properties(${target} PROPERTIES AUTOMOC OFF)
   endif()
   target_precompile_headers(${target} REUSE_FROM zvl_pch_${kind})
+  zvl_optimise(${target} ${kind})
 endfunction()
 
 # zvl_library(name STD|CORE|QT SOURCES ... [LINKS ...] [PRIVATE_LINKS ...])

@@ -1,6 +1,7 @@
 #include "app/startup/logic_main.h"
 
 #include <fontconfig/fontconfig.h>
+#include <malloc.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 #include <QFontDatabase>
 #include <QIcon>
 #include <QPixmapCache>
+#include <QTimer>
 #include <QTranslator>
 #include <csignal>
 #include <thread>
@@ -39,8 +41,10 @@ using components::logger::Logger;
 namespace utils = components::utils;
 
 constexpr std::chrono::seconds kHandOverTime{3};
+constexpr std::chrono::seconds kSettled{2};
 
 void guardProcess() {
+    mallopt(M_ARENA_MAX, 1);        // a heap for each thread is memory that nobody uses
     std::signal(SIGPIPE, SIG_IGN);  // standard error that nobody reads is no reason to end
     rlimit const no_core{0, 0};     // it would hold what the user types
     setrlimit(RLIMIT_CORE, &no_core);
@@ -140,6 +144,8 @@ int runMainWindow(Prompts& prompts, SingleInstance const& instance) {
     instance.Serve(window, [&window](std::string const& request) {
         return AnswerShow(request, window, [&window] { window.BringUp(); });
     });
+    // What only the start needed goes back to the system.
+    QTimer::singleShot(kSettled, &window, [] { malloc_trim(0); });
     window.activateWindow();
     window.raise();
     int const exit_code = QApplication::exec();

@@ -18,6 +18,8 @@ using core::sslvpn::SetType;
 
 // By the context's kind of code.
 constexpr SetType kCodes[] = {SetType::kTokenCode, SetType::kSmsCode, SetType::kEmailCode};
+constexpr SetType kRequests[] = {SetType::kUnknown, SetType::kRequestSmsCode,
+                                 SetType::kRequestEmailCode};
 
 BoxRequest warningBox(MsgCode text) {
     BoxRequest request = OkBox(BoxKind::kCritical, GetTrMsg(text));
@@ -113,9 +115,9 @@ void AuthCodeFlow::onSendAuthCode(QString const& code) {
 void AuthCodeFlow::onRequestAuthCode() {
     Log().info("Apply for auth code again");
     if (auto const profile = session_.RunningProfile()) {
+        auto const kind = static_cast<std::size_t>(session_.context.authCodeType);
         session_.Send(CLMsgJson::BuildRequestAuthCode(
-            profile->name, session_.context.authCodeType == 2 ? SetType::kRequestEmailCode
-                                                              : SetType::kRequestSmsCode));
+            profile->name, kind < std::size(kRequests) ? kRequests[kind] : SetType::kUnknown));
     }
 }
 
@@ -158,7 +160,7 @@ void AuthCodeFlow::close() {
 }
 
 void AuthCodeFlow::onFinished(AuthDialog& dialog, int result) {
-    dialog.deleteLater();
+    dialog.DeleteBehindBoxes();
     if (dialog_ != &dialog) {
         return;
     }

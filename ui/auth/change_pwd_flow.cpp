@@ -73,9 +73,17 @@ void ChangePWDFlow::ChangePWD(core::sslvpn::UserPasswordComplexity const& policy
         Log().error("Can not get client");
         return;
     }
-    if (dialog_ && session_.conversation.Is(*this)) {
+    bool const demanded = type_ == ChangePWdType::kUser && type != ChangePWdType::kUser;
+    if (dialog_ && session_.conversation.Is(*this) && !demanded) {
         session_.Failures().ProcessErrorMsg(GetTrMsg(MsgCode::UI_ERROR_INTERNAL_ERROR));
         return;
+    }
+    if (dialog_ && demanded) {
+        Attempt const here = session_.Now();
+        OnSuperseded();
+        if (!here.Still() || !session_.state.SessionStands()) {
+            return;
+        }
     }
     close();  // one of an attempt before may stand behind its text
     session_.conversation.Open(*this);
@@ -105,6 +113,9 @@ void ChangePWDFlow::onChangePWD(std::string const& current, std::string const& p
     auto const profile = session_.RunningProfile();
     if (!profile) {
         Log().error("Can not get client");
+        if (dialog_) {
+            dialog_->SetWaiting(false);
+        }
         return;
     }
     sent_ = Sent{profile, password};
@@ -247,7 +258,7 @@ void ChangePWDFlow::close() {
 }
 
 void ChangePWDFlow::onFinished(ChangePWDDialog& dialog, int result) {
-    dialog.deleteLater();
+    dialog.DeleteBehindBoxes();
     if (dialog_ != &dialog) {
         return;
     }

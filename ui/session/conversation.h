@@ -68,7 +68,9 @@ class OpenConversation {
             return nullptr;
         }
         now_->StopDeadline();
-        leaving_ = std::exchange(now_, nullptr);
+        if (Conversation* const before = std::exchange(leaving_, std::exchange(now_, nullptr))) {
+            before->OnEnded();  // its text is no longer the last one
+        }
         return {leaving_, [this](Conversation const* ended) {
                     if (leaving_ == ended) {
                         std::exchange(leaving_, nullptr)->OnEnded();

@@ -29,8 +29,13 @@ void ThirdPartyLogin::Open(std::string const& path) {
     }
 }
 
-void ThirdPartyLogin::end() {
+void ThirdPartyLogin::StopDeadline() {
     deadline_.Stop();
+    Q_EMIT Ticked();  // nothing is left to show
+}
+
+void ThirdPartyLogin::end() {
+    StopDeadline();
     core_.conversation.Close(*this);
 }
 

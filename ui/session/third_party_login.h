@@ -19,14 +19,18 @@ class ThirdPartyLogin : public QObject, public Conversation {
 
     // `path` is the page's file. Asked again it opens the page again and keeps the first deadline.
     void Open(std::string const& path);
-    void OpenAgain() { Open(std::string(page_)); }
+    void OpenAgain() {
+        if (Waits()) {
+            Open(std::string(page_));
+        }
+    }
     bool Waits() const { return deadline_.Runs(); }
     // For people; empty while no login waits for its page.
     QString TimeLeft() const { return Waits() ? deadline_.TimeLeft() : QString(); }
 
     void OnLost() override { end(); }
     void OnEnded() override { end(); }
-    void StopDeadline() override { deadline_.Stop(); }
+    void StopDeadline() override;
 
   Q_SIGNALS:
     void Ticked();

@@ -51,6 +51,18 @@ ZVLDialog::ZVLDialog(QWidget* parent, Prompts* prompts)
     installEventFilter(this);
 }
 
+void ZVLDialog::DeleteBehindBoxes() {
+    auto const boxes = findChildren<QDialog*>();
+    if (boxes.isEmpty()) {
+        deleteLater();
+        return;
+    }
+    connect(boxes.front(), &QObject::destroyed, this, &ZVLDialog::DeleteBehindBoxes);
+    for (QDialog* const box : boxes) {
+        box->reject();
+    }
+}
+
 void ZVLDialog::ToBack() {
     if (cover_ == nullptr) {
         cover_ = new DimCover(this, QStringLiteral("background-color:rgba(0,0,0,50%);"));

@@ -36,6 +36,23 @@ bool askDelete(Prompts& prompts) {
 
 }  // namespace
 
+TEST(Dialog, GoesWhenTheBoxesOverItHaveUnwound) {
+    ui::DialogPrompts prompts;
+    QPointer<ui::ZVLDialog> const dialog = new ui::ZVLDialog;
+    dialog->show();
+    auto const box = [&](char const* title) {
+        prompts.Information(dialog, text(title), text("Text"), text("OK"));
+        EXPECT_TRUE(dialog) << title;
+    };
+    QTimer::singleShot(0, dialog, [&] {
+        QTimer::singleShot(0, dialog, [&] { dialog->DeleteBehindBoxes(); });
+        box("second");
+    });
+    box("first");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(dialog);
+}
+
 TEST(Dialog, DimsBehindABoxAndComesBackButNotBehindItsComboBox) {
     ui::DialogPrompts prompts;
     ui::ZVLDialog dialog(nullptr, &prompts);
