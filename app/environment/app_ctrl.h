@@ -28,7 +28,7 @@ class AppCtrl {
     bool disableTray = false;
     QString logLevel = QStringLiteral("info");
     bool namesLogLevel = false;  // the file has one, rather than the default
-    QString dataPath;  // absolute or empty
+    QString dataPath;            // absolute or empty
     QJsonObject document;
 
     // The map's value of the key; for one that is missing or of another type than the fallback, the

@@ -42,8 +42,8 @@ class ZVLDialog : public QDialog {
     int ShowCriticalBox(QWidget* parent, QString const& title, QString const& text,
                         QString const& button);
 
-    // Like deleteLater, but for the boxes over the dialog, which are closed: they stand on the stack
-    // of who shows them, and the dialog goes when that has unwound.
+    // Like deleteLater, but for the boxes over the dialog, which are closed: they stand on the
+    // stack of who shows them, and the dialog goes when that has unwound.
     void DeleteBehindBoxes();
 
     void setVisible(bool visible) override;
