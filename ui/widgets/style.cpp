@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QHash>
 
 #include "components/logger/logger.h"
 
@@ -33,10 +34,10 @@ QString LoadStyle(QString const& name) {
     return QString::fromUtf8(file.readAll());
 }
 
-QPixmap LoadImage(QString const& path) {
-    InitAssets();
-    qreal const ratio = qApp->devicePixelRatio();
-    if (ratio > 1.0) {
+namespace {
+
+QPixmap readImage(QString const& path, bool sharper) {
+    if (sharper) {
         QString sharp = path;
         sharp.insert(sharp.lastIndexOf(QLatin1Char('.')), QStringLiteral("@2x"));
         QPixmap image(sharp);
@@ -46,6 +47,23 @@ QPixmap LoadImage(QString const& path) {
         }
     }
     return QPixmap(path);
+}
+
+// The states of the window share a few small pictures; Qt's own cache is off, for its timer.
+QHash<QString, QPixmap>* images = nullptr;
+
+}  // namespace
+
+QPixmap LoadImage(QString const& path) {
+    InitAssets();
+    if (images == nullptr) {
+        images = new QHash<QString, QPixmap>;
+        qAddPostRoutine([] { delete std::exchange(images, nullptr); });
+    }
+    bool const sharper = qApp->devicePixelRatio() > 1.0;
+    QString const key = sharper ? path + QLatin1Char('@') : path;
+    auto const known = images->constFind(key);
+    return known != images->constEnd() ? *known : *images->insert(key, readImage(path, sharper));
 }
 
 }  // namespace zorvanelink::ui
