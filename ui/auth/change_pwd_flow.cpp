@@ -45,6 +45,11 @@ ChangePWDFlow::ChangePWDFlow(Session& session)
             dialog_->ShowTimeLeft(deadline_.TimeLeft());
         }
     });
+    connect(&session_, &Session::Changed, this, [this] {
+        if (session_.state.Idle()) {
+            sent_.reset();  // nobody answers any more
+        }
+    });
     connect(&response_, &Deadline::Passed, this, &ChangePWDFlow::ResponseTimeOut);
 }
 
@@ -144,18 +149,17 @@ bool ChangePWDFlow::OnAnswer(MsgCode code) {
     }
 }
 
+// The dialog may have gone; what the gateway has changed is changed.
 void ChangePWDFlow::onChangePWDRet(int code) {
-    if (!session_.conversation.Is(*this)) {
-        Log().debug("No dialog waits for status {}", code);
-        return;
-    }
     response_.Stop();
     if (code == static_cast<int>(MsgCode::CHANGE_PWD_SUCCESS)) {
         onChanged();
         return;
     }
     sent_.reset();
-    if (dialog_) {
+    if (!session_.conversation.Is(*this)) {
+        Log().debug("No dialog waits for status {}", code);
+    } else if (dialog_) {
         dialog_->Refuse(refusalOf(code));
     }
 }
@@ -166,8 +170,6 @@ void ChangePWDFlow::onChanged() {
         Log().warning("A password was changed that nobody has asked for");
         return;
     }
-    deadline_.Stop();
-    changed_ = true;
     Sent const sent = *std::exchange(sent_, std::nullopt);
     sent.profile->password = sent.password;
     if (sent.profile->rememberPassword) {
@@ -177,6 +179,13 @@ void ChangePWDFlow::onChanged() {
     }
     Log().debug("sus to change pwd: {}", sent.profile->name);
     Log().info("Change pwd ok");
+    if (!session_.conversation.Is(*this)) {
+        session_.Failures().Tell(
+            OkBox(BoxKind::kInformation, GetTrMsg(MsgCode::UI_INFO_CHANGE_PWD_SUCCESS)));
+        return;
+    }
+    deadline_.Stop();
+    changed_ = true;
     session_.prompts.CloseAll();  // what says that no answer came
     endWith(BoxKind::kInformation, type_ == ChangePWdType::kUser
                                        ? MsgCode::UI_INFO_CHANGE_PWD_SUCCESS
@@ -251,7 +260,6 @@ void ChangePWDFlow::OnSuperseded() {
 
 void ChangePWDFlow::close() {
     session_.conversation.Close(*this);
-    sent_.reset();
     if (dialog_) {
         dialog_->done(changed_ ? QDialog::Accepted : QDialog::Rejected);
     }
@@ -265,9 +273,6 @@ void ChangePWDFlow::onFinished(ChangePWDDialog& dialog, int result) {
     dialog_ = nullptr;
     deadline_.Stop();
     response_.Stop();
-    if (sent_ && !session_.conversation.Is(*this)) {
-        sent_.reset();
-    }
     if (result != QDialog::Accepted) {
         Log().debug("Failed to change pwd");
         Log().info("Change pwd not ok with type {}", static_cast<int>(type_));

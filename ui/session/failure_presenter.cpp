@@ -169,7 +169,10 @@ void FailurePresenter::EndWith(BoxRequest request, Then then) {
 }
 
 void FailurePresenter::EndConversation(BoxRequest request) {
-    core_.NoteReason(request.text);
+    // Of a login that ends here; a session that goes on without the dialog ends for another reason.
+    if (!core_.state.beenOnline && core_.state.endReason.empty()) {
+        core_.NoteReason(request.text);
+    }
     // Queued: what is going down has gone before its text is read.
     QMetaObject::invokeMethod(
         &core_,

@@ -22,6 +22,8 @@ class FailurePresenter {
 
     // A code that its row of the catalogue shows, in that way.
     void HandleErrMsg(Data const& data, common::Show show, Then then);
+    // A text that ends nothing.
+    void Tell(BoxRequest request) { ShowPopMsgBox(std::move(request)); }
     // The session goes on, or its end is the caller's.
     void ProcessErrorMsg(QString const& text, Then then = {});
     // The session is over, and so is every box and every dialog that could still send.

@@ -10,8 +10,6 @@ namespace {
 
 using components::logger::Log;
 
-constexpr std::chrono::seconds kUnaskedPeriod{10};
-constexpr std::size_t kMaxUnasked = 3;       // in that time
 constexpr std::size_t kMaxOpenedPages = 64;  // of one session
 
 // What the record does not have stays as it is.
@@ -45,16 +43,13 @@ void PageStatuses::onResourceList(Data const& data, Profile& /*profile*/) {
 }
 
 bool PageStatuses::mayOpenUnasked(std::string const& page) {
-    auto const now = std::chrono::steady_clock::now();
-    std::erase_if(opened_, [now](auto const& then) { return now - then > kUnaskedPeriod; });
     auto& pages = core_.context.openedPages;
-    if (pages.size() >= kMaxOpenedPages || opened_.size() >= kMaxUnasked ||
-        !pages.insert(page).second) {
-        Log().info("A page is not opened unasked");
-        return false;
+    if (pages.size() < kMaxOpenedPages && pages.count(page) == 0 && core_.MayOpenUnasked()) {
+        pages.insert(page);
+        return true;
     }
-    opened_.push_back(now);
-    return true;
+    Log().info("A page is not opened unasked");
+    return false;
 }
 
 void PageStatuses::openUnasked(std::string const& page, bool local) {

@@ -1,8 +1,7 @@
 // What the service says about pages of the server: redirect, resource list, portal. GUI thread.
 #pragma once
 
-#include <chrono>
-#include <vector>
+#include <string>
 
 #include "ui/session/box_queue.h"
 
@@ -23,13 +22,12 @@ class PageStatuses {
     void OpenAfterLogin();
 
   private:
-    // A page opens once a session unasked, and three of them in ten seconds at most.
+    // A page opens once a session unasked.
     bool mayOpenUnasked(std::string const& page);
     void openUnasked(std::string const& page, bool local);
 
     SessionCore& core_;
     BoxQueue& boxes_;
-    std::vector<std::chrono::steady_clock::time_point> opened_;  // unasked, lately
 };
 
 // The address for a forgotten password, kept in the profile for the next time.

@@ -18,6 +18,10 @@ using components::logger::Log;
 using components::logger::LOG_LEVEL;
 namespace utils = components::utils;
 
+// Pages that nobody clicked.
+constexpr std::chrono::seconds kUnaskedPeriod{10};
+constexpr std::size_t kMaxUnasked = 3;  // in that time
+
 // What a status does to the two flags; an empty optional leaves the flag as it is.
 struct Effect {
     ConnectStatus status;
@@ -115,6 +119,16 @@ bool SessionCore::Send(std::string const& json) {
                     json.size());
     }
     return sent;
+}
+
+bool SessionCore::MayOpenUnasked() {
+    auto const now = std::chrono::steady_clock::now();
+    std::erase_if(openedUnasked_, [now](auto const& then) { return now - then > kUnaskedPeriod; });
+    if (openedUnasked_.size() >= kMaxUnasked) {
+        return false;
+    }
+    openedUnasked_.push_back(now);
+    return true;
 }
 
 // Who has ended it needs no reason.

@@ -4,8 +4,10 @@
 
 #include <QObject>
 #include <QString>
+#include <chrono>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "ui/config/config.h"
 #include "ui/link/service_link.h"
@@ -57,6 +59,8 @@ class SessionCore : public QObject {
 
     // An unknown number clears the display and is told as it came.
     void UpdateConnectStatus(std::string const& name, ConnectStatus status);
+    // Counts a page that nobody clicked: three of them in ten seconds at most.
+    bool MayOpenUnasked();
     // The service wants an answer, and the user may be elsewhere. `what` names it in a word or two.
     void Demand(QString const& what);
     // What the state says besides the status has changed.
@@ -84,6 +88,8 @@ class SessionCore : public QObject {
 
   private:
     void noteEnd(std::string const& name);
+
+    std::vector<std::chrono::steady_clock::time_point> openedUnasked_;  // lately
 };
 
 }  // namespace zorvanelink::ui

@@ -57,6 +57,7 @@ constexpr Row kRows[] = {
     {MsgCode::ERR_AUTH_CODE_RETRY_LIMIT, call<kLogin, &LoginStatuses::onUnawaitedAnswer>},
     {MsgCode::ERR_AUTH_CODE_REAPPLY_LIMIT, call<kLogin, &LoginStatuses::onUnawaitedAnswer>},
     {MsgCode::NEED_CHANGE_PWD, call<kLogin, &LoginStatuses::HandleChangePWD>, When::kSession},
+    {MsgCode::CHANGE_PWD_SUCCESS, call<kLogin, &LoginStatuses::HandleChangePWD>, When::kSession},
     {MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD, call<kLogin, &LoginStatuses::onPasswordRefused>},
     {MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE, call<kLogin, &LoginStatuses::onPasswordRefused>},
     {MsgCode::AUTH_DATA, call<kLogin, &LoginStatuses::HandleAuthData>, When::kSession},

@@ -1,5 +1,6 @@
 #include "ui/session/third_party_login.h"
 
+#include "components/logger/logger.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/open_url.h"
 
@@ -24,7 +25,15 @@ void ThirdPartyLogin::Open(std::string const& path) {
         deadline_.Start(kDeadline);
         core_.Announce();
     }
-    if (auto const failure = TryOpenUrl(core_.prompts, QString::fromStdString(path), true)) {
+    if (core_.MayOpenUnasked()) {
+        open();
+    } else {
+        components::logger::Log().info("The login's page waits to be opened by the user");
+    }
+}
+
+void ThirdPartyLogin::open() {
+    if (auto const failure = TryOpenUrl(core_.prompts, QString::fromStdString(page_), true)) {
         boxes_.Hint(*failure);
     }
 }

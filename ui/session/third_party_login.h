@@ -21,7 +21,7 @@ class ThirdPartyLogin : public QObject, public Conversation {
     void Open(std::string const& path);
     void OpenAgain() {
         if (Waits()) {
-            Open(std::string(page_));
+            open();
         }
     }
     bool Waits() const { return deadline_.Runs(); }
@@ -39,6 +39,7 @@ class ThirdPartyLogin : public QObject, public Conversation {
     void OnThirdPartyExpire();
 
   private:
+    void open();
     void end();
 
     SessionCore& core_;

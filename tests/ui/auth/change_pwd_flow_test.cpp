@@ -199,7 +199,20 @@ TEST_F(ChangePWDFlowTest, AYesThatComesLateStillHolds) {
         EXPECT_EQ(Stored(), "new");
         EXPECT_TRUE(state.online);
         Receive(MsgCode::OFFLINE);
+        ASSERT_TRUE(state.lastEnd);
+        EXPECT_EQ(state.lastEnd->why, "") << "a changed password ends nothing";
     }
+
+    // The user has given up before the answer came.
+    Open(ChangePWdType::kUser);
+    Type("new", "third", "third");
+    QTest::keyClick(Dialog(), Qt::Key_Escape);
+    ExpectGone();
+    prompts.ExpectBox(Text(MsgCode::UI_INFO_CHANGE_PWD_SUCCESS), 0);
+    Receive(MsgCode::CHANGE_PWD_SUCCESS);
+    EXPECT_EQ(Stored(), "third");
+    Receive(MsgCode::CHANGE_PWD_SUCCESS);
+    EXPECT_TRUE(prompts.Finished()) << "nobody has asked for another";
 }
 
 TEST_F(ChangePWDFlowTest, TheUsersOwnChangeSurvivesAReconnectAndYieldsToADemand) {

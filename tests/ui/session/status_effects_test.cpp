@@ -200,6 +200,12 @@ TEST_F(StatusEffectsTest, AThirdPartyLoginKeepsItsFirstDeadline) {
     Receive(data);
     EXPECT_EQ(Opened().size(), 2U);
     EXPECT_TRUE(login.Waits());
+    for (int i = 0; i < 30; ++i) {
+        Receive(data);
+    }
+    EXPECT_EQ(Opened().size(), 3U);
+    login.OpenAgain();
+    EXPECT_EQ(Opened().size(), 4U) << "a click is not counted";
     Receive(MsgCode::ONLINE);
     EXPECT_FALSE(login.Waits());
 
