@@ -250,7 +250,7 @@ void ChangePWDFlow::OnSuperseded() {
     close();
     if (wanted) {
         session_.prompts.Information(
-            session_.window, GetTrMsg(MsgCode::UI_INFO),
+            session_.window, GetTrMsg(MsgCode::UI_INFO_CHANGE_PWD),
             Translate(QT_TRANSLATE_NOOP("ui",
                                         "The connection needs your attention first. Change the "
                                         "password afterwards.")),
