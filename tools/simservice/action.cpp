@@ -242,12 +242,9 @@ std::optional<int> ParseCode(std::string_view word) {
     if (auto const number = parseInt(word)) {
         return number;
     }
-    for (auto const& [code, row] : common::g_IPCMessageMap.All()) {
-        if (common::g_IPCMessageMap.Name(row.code) == word) {
-            return code;
-        }
-    }
-    return std::nullopt;
+    auto const rows = common::g_IPCMessageMap.All();
+    auto const row = std::ranges::find(rows, word, &common::IPCMessage::symbol);
+    return row == rows.end() ? std::nullopt : std::optional(static_cast<int>(row->code));
 }
 
 std::string ActionHelp() {

@@ -39,7 +39,7 @@ common::Show shownAs(MsgCode code) {
 
 std::vector<MsgCode> shownCodes() {
     std::vector<MsgCode> codes;
-    for (auto const& [number, row] : common::g_IPCMessageMap.All()) {
+    for (auto const& row : common::g_IPCMessageMap.All()) {
         if (row.show != common::Show::kNone) {
             codes.push_back(row.code);
         }
