@@ -97,10 +97,12 @@ ui::ChangePWDDialog& password(Stage& stage, ChangePWdType type, bool rules) {
 }
 
 // What ends a code's dialog stands over it.
-template <MsgCode kText>
+template <MsgCode kText, MsgCode kTitle = MsgCode::UI_WARNING>
 void endedCode(Stage& stage) {
     code(stage, kSms, 585);
-    stage.ShowBox(ui::OkBox(BoxKind::kCritical, ui::GetTrMsg(kText)));
+    ui::BoxRequest request = ui::OkBox(BoxKind::kCritical, ui::GetTrMsg(kText));
+    request.title = ui::GetTrMsg(kTitle);
+    stage.ShowBox(request);
 }
 
 // What the gateway has against a new password.
@@ -209,7 +211,7 @@ std::vector<Row> AuthRows() {
         {"auth-code-nearly-over", [](Stage& stage) { code(stage, kEmail, 580); }},
         {"auth-code-time-out", endedCode<MsgCode::UI_WARNING_CONNECT_TIMEOUT_LOGIN_AGAIN>},
         {"auth-code-limit", endedCode<MsgCode::UI_WARNING_REACH_MAXIMUM_RETRY_TIMES_LOGIN_AGAIN>},
-        {"auth-code-lost", endedCode<MsgCode::UI_INFO_CONNECTION_TERMINATED>},
+        {"auth-code-lost", endedCode<MsgCode::UI_INFO_CONNECTION_TERMINATED, MsgCode::UI_ERROR>},
         {"password-expired", [](Stage& stage) { password(stage, ChangePWdType::kExpired, true); }},
         {"password-first-login",
          [](Stage& stage) {
