@@ -22,11 +22,11 @@ enum class Show { kNone, kError, kCritical };
 // Views of texts that last as long as the program.
 struct IPCMessage {
     MsgCode code{};
-    std::string_view symbol;  // such as "ONLINE"
+    std::string_view symbol{};  // such as "ONLINE"
     CodeType type = 0;
     Show show = Show::kNone;
-    std::string_view english;  // UTF-8
-    std::string_view chinese;
+    std::string_view english{};  // UTF-8
+    std::string_view chinese{};
 };
 
 // Made by the compiler, so that it costs nothing at start. Any thread.

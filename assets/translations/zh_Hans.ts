@@ -72,6 +72,10 @@
         <translation>发送压缩率</translation>
     </message>
     <message>
+        <source>Clear the search</source>
+        <translation>清除搜索内容</translation>
+    </message>
+    <message>
         <source>Search</source>
         <translation>搜索</translation>
     </message>
