@@ -138,7 +138,6 @@ void expires(Stage& stage, MsgCode text, std::vector<int> const& days) {
     for (int const number : days) {
         whole = whole.arg(number);
     }
-    stage.Main().GoTo(ui::ConnectStatus::Connected);
     stage.ShowBox(ui::OkBox(BoxKind::kWarning, whole));
 }
 
