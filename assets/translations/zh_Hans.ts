@@ -404,6 +404,10 @@ BuildID: %2</source>
         <translation>连接恢复后显示统计信息</translation>
     </message>
     <message>
+        <source>Clear</source>
+        <translation>清除</translation>
+    </message>
+    <message>
         <source>Copy All</source>
         <translation>全部复制</translation>
     </message>

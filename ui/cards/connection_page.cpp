@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "ui/text/texts.h"
+#include "ui/widgets/field_button.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -46,7 +47,7 @@ void ConnectionPage::build() {
     addButton_->setAccessibleName(GetTrMsg(MsgCode::UI_INFO_ADD_CONNECTION));
     search_->setObjectName(QStringLiteral("connection_search_"));
     search_->setProperty("compact", true);
-    search_->setClearButtonEnabled(true);
+    AddClearButton(*search_);
     search_->setPlaceholderText(Translate(QT_TRANSLATE_NOOP("ui", "Search connections")));
     search_->setAccessibleName(search_->placeholderText());
     note_->setObjectName(QStringLiteral("connection_note_"));

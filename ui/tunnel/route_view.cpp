@@ -14,6 +14,7 @@
 #include "ui/tunnel/format.h"
 #include "ui/tunnel/route_head.h"
 #include "ui/widgets/elide.h"
+#include "ui/widgets/field_button.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -72,7 +73,7 @@ RouteView::RouteView(QWidget* parent)
     search_->setObjectName(QStringLiteral("route_search_"));
     search_->setProperty("compact", true);
     search_->setFixedWidth(200);
-    search_->setClearButtonEnabled(true);
+    AddClearButton(*search_);
     search_->setPlaceholderText(Translate(QT_TRANSLATE_NOOP("ui", "Search")));
     search_->setAccessibleName(search_->placeholderText());
     whole_->setObjectName(QStringLiteral("route_whole_"));

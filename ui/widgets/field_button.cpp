@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 
+#include "ui/text/texts.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -54,6 +55,11 @@ void FieldButton::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QToolButton::keyPressEvent(event);
+}
+
+void AddClearButton(QLineEdit& field) {
+    field.setClearButtonEnabled(true);
+    field.findChild<QToolButton*>()->setAccessibleName(Translate(QT_TRANSLATE_NOOP("ui", "Clear")));
 }
 
 void FieldButton::place() {
