@@ -49,6 +49,11 @@ void CertViewPage::addWidget(QString const& title, QWidget* widget) {
     body_ = widget;
     column_->addWidget(widget);
     SetLines({title.simplified(), {}});
+}
+
+// What folds says of which.
+void CertViewPage::SetLines(CertLines const& lines) {
+    pushButtonSelect->SetLines(lines);
     setExpanded(expanded_);
 }
 
@@ -70,7 +75,7 @@ void CertViewPage::setExpanded(bool expanded) {
     QString const action = expanded ? Translate(QT_TRANSLATE_NOOP("ui", "Hide details"))
                                     : Translate(QT_TRANSLATE_NOOP("ui", "Show details"));
     btnFold_->setToolTip(action);
-    btnFold_->setAccessibleName(action);
+    btnFold_->setAccessibleName(action + QLatin1Char(' ') + pushButtonSelect->accessibleName());
 }
 
 void CertViewPage::SetTabStop(bool stop) {
