@@ -51,7 +51,7 @@ ui::AuthDialog& code(Stage& stage) {
     context.authCodeType = kKind;
     context.tokenPromptMsg = kLongPrompt;
     context.emailAuthAccount = "alice.chen@mail.example.com";
-    auto made = std::make_unique<ui::AuthDialog>(context, stage.prompts, stage.Owner());
+    auto made = std::make_unique<ui::AuthDialog>(context, stage.Owner());
     ui::AuthDialog& dialog = *made;
     ui::Deadline deadline({[] { return ui::Deadline::Time(); }, ui::Deadline::Time(1000)});
     deadline.Start(std::chrono::milliseconds(572000));
@@ -70,8 +70,8 @@ ui::ChangePWDDialog& password(Stage& stage, ui::ChangePWdType type, bool rules) 
     policy.capitalLetters = policy.smallLetters = policy.numericCharacters = 1;
     policy.nonAlphanumericLetters = 2;
     policy.noIncludeUserName = true;
-    auto made = std::make_unique<ui::ChangePWDDialog>(QStringLiteral("alice"), policy, type,
-                                                      stage.prompts, stage.Owner());
+    auto made =
+        std::make_unique<ui::ChangePWDDialog>(QStringLiteral("alice"), policy, type, stage.Owner());
     ui::ChangePWDDialog& dialog = *made;
     dialog.ShowTimeLeft(QStringLiteral("%1").arg(QLatin1String("9:32")));
     stage.Keep(std::move(made));
