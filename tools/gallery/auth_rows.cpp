@@ -63,7 +63,7 @@ ui::AuthDialog& code(Stage& stage, CodeKind kind, int seconds = 13) {
     context.authCodeType = kind;
     context.tokenPromptMsg = kLongPrompt;
     context.emailAuthAccount = "alice.chen@mail.example.com";
-    auto made = std::make_unique<ui::AuthDialog>(context, stage.prompts, stage.Owner());
+    auto made = std::make_unique<ui::AuthDialog>(context, stage.Owner());
     ui::AuthDialog& dialog = *made;
     dialog.ShowTimeLeft(timeLeft(ui::AuthCodeFlow::kAuthTime - std::chrono::seconds(seconds)));
     for (int second = 0; second < qMin(seconds, 60); ++second) {
@@ -88,8 +88,8 @@ ui::ChangePWDDialog& password(Stage& stage, ChangePWdType type, bool rules) {
     policy.capitalLetters = policy.smallLetters = policy.numericCharacters = 1;
     policy.nonAlphanumericLetters = 2;
     policy.noIncludeUserName = true;
-    auto made = std::make_unique<ui::ChangePWDDialog>(QStringLiteral("alice"), policy, type,
-                                                      stage.prompts, stage.Owner());
+    auto made =
+        std::make_unique<ui::ChangePWDDialog>(QStringLiteral("alice"), policy, type, stage.Owner());
     ui::ChangePWDDialog& dialog = *made;
     dialog.ShowTimeLeft(timeLeft(std::chrono::seconds(572)));
     stage.Keep(std::move(made));
