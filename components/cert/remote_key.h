@@ -20,7 +20,8 @@ class RemoteKey {
   public:
     static constexpr std::chrono::seconds kWait{120};  // the user may be typing a PIN
 
-    // `send` puts a request on the link, and answers whether that went.
+    // `send` puts a request on the link, best without a wait of its own, and answers whether that
+    // went.
     explicit RemoteKey(std::function<bool(std::string const&)> send,
                        std::chrono::milliseconds wait = kWait);
     ~RemoteKey();

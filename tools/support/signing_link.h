@@ -97,8 +97,13 @@ class SigningLink {
   private:
     static constexpr char kProfile[] = "office";
 
-    static bool send(components::ipc::IPC& link, std::string const& text) {
-        return link.SendCommonIPCMsgTimeout(text.data(), text.size(), 2000);
+    // Without a wait: a link that is waited for looks every millisecond.
+    static bool send(components::ipc::SocketIPC& link, std::string const& text) {
+        auto const header = components::ipc::MakeIPCMsgHeader(
+            components::ipc::kIPCCommon, static_cast<std::int32_t>(text.size()));
+        std::string const frame =
+            std::string(reinterpret_cast<char const*>(&header), sizeof header) + text;
+        return link.AsyncSend(frame.data(), frame.size());
     }
 
     std::shared_ptr<components::ipc::SocketIPCServer> const server_;
