@@ -39,6 +39,12 @@ ui::AuthTypeDialog& show(Stage& stage, bool select, void (*change)(ui::Profile&)
         profile, select, ui::AuthConfigBase::Services{stage.config, stage.prompts, stage.road});
 }
 
+QString timeLeft() {
+    ui::Deadline deadline({[] { return ui::Deadline::Time(); }, ui::Deadline::Time(1000)});
+    deadline.Start(std::chrono::milliseconds(572000));
+    return deadline.TimeLeft();
+}
+
 constexpr char kLongPrompt[] =
     "请在您随身携带的动态令牌上按下按钮，待屏幕上显示六位或八位数字之后，将其连同短横线一并输入到下"
     "面"
@@ -53,9 +59,7 @@ ui::AuthDialog& code(Stage& stage) {
     context.emailAuthAccount = "alice.chen@mail.example.com";
     auto made = std::make_unique<ui::AuthDialog>(context, stage.prompts, stage.Owner());
     ui::AuthDialog& dialog = *made;
-    ui::Deadline deadline({[] { return ui::Deadline::Time(); }, ui::Deadline::Time(1000)});
-    deadline.Start(std::chrono::milliseconds(572000));
-    dialog.ShowTimeLeft(deadline.TimeLeft());
+    dialog.ShowTimeLeft(timeLeft());
     for (int second = 0; second < 13; ++second) {
         dialog.onRetryTimerTimeout();
     }
@@ -73,7 +77,7 @@ ui::ChangePWDDialog& password(Stage& stage, ui::ChangePWdType type, bool rules) 
     auto made = std::make_unique<ui::ChangePWDDialog>(QStringLiteral("alice"), policy, type,
                                                       stage.prompts, stage.Owner());
     ui::ChangePWDDialog& dialog = *made;
-    dialog.ShowTimeLeft(QStringLiteral("%1").arg(QLatin1String("9:32")));
+    dialog.ShowTimeLeft(timeLeft());
     stage.Keep(std::move(made));
     return dialog;
 }
