@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QEvent>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
@@ -26,11 +27,12 @@ bool isField(QWidget const* widget) {
 }
 
 bool isRinged(QWidget const* widget) {
-    bool const list = qobject_cast<QAbstractItemView const*>(widget) != nullptr &&
-                      qobject_cast<QListWidget const*>(widget) == nullptr &&
-                      qobject_cast<QHeaderView const*>(widget) == nullptr;
-    return list || isField(widget) || qobject_cast<QAbstractButton const*>(widget) != nullptr ||
-           qobject_cast<QComboBox const*>(widget) != nullptr;
+    bool const scrolls = qobject_cast<QAbstractScrollArea const*>(widget) != nullptr &&
+                         qobject_cast<QListWidget const*>(widget) == nullptr &&
+                         qobject_cast<QHeaderView const*>(widget) == nullptr;
+    return scrolls || isField(widget) || qobject_cast<QAbstractButton const*>(widget) != nullptr ||
+           qobject_cast<QComboBox const*>(widget) != nullptr ||
+           qobject_cast<QLabel const*>(widget) != nullptr;  // one with a link
 }
 
 bool isViewport(QWidget const* widget) {
