@@ -2,7 +2,6 @@
 
 #include <QKeyEvent>
 
-#include "ui/text/texts.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -27,7 +26,7 @@ FieldButton::FieldButton(QLineEdit* field, QString const& icon, QString const& a
 }
 
 void FieldButton::SetImage(QString const& icon) {
-    setIcon(QIcon(LoadImage(icon)));
+    setIcon(LoadImage(icon));
 }
 
 void FieldButton::SetName(QString const& accessibleName) {
@@ -55,11 +54,6 @@ void FieldButton::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QToolButton::keyPressEvent(event);
-}
-
-void AddClearButton(QLineEdit& field) {
-    field.setClearButtonEnabled(true);
-    field.findChild<QToolButton*>()->setAccessibleName(Translate(QT_TRANSLATE_NOOP("ui", "Clear")));
 }
 
 void FieldButton::place() {

@@ -29,7 +29,4 @@ class FieldButton : public QToolButton {
     QLineEdit* const field_;
 };
 
-// The toolkit's own button that empties the field, with a name.
-void AddClearButton(QLineEdit& field);
-
 }  // namespace zorvanelink::ui

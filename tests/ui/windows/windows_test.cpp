@@ -111,8 +111,8 @@ bool isReachedByArrows(QWidget const& widget, std::set<QWidget const*> const& re
 // The texts that need most room on one line, and those with the longest words.
 std::set<QString> longestTexts() {
     std::vector<QString> texts;
-    for (auto const& [number, row] : common::g_IPCMessageMap.All()) {
-        texts.push_back(GetTrMsg(static_cast<MsgCode>(number)));
+    for (auto const& row : common::g_IPCMessageMap.All()) {
+        texts.push_back(GetTrMsg(row.code));
     }
     QFontMetrics const metrics(QApplication::font());
     auto const width = [&](QString const& text) { return metrics.horizontalAdvance(text); };
