@@ -25,6 +25,7 @@ struct CertInfo {
     std::string validTo;
     bool isTls = true;  // not a GM certificate
     bool isRsa = true;
+    std::string tokenLabel;  // of the user's own token that has the key; empty for any other
 };
 
 // A certificate pair on a USB key.

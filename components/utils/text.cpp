@@ -59,6 +59,16 @@ void replace_all(std::string& text, std::string_view from, std::string_view to) 
     }
 }
 
+std::vector<std::string> SplitStringByChar(std::string_view text, char separator) {
+    std::vector<std::string> parts;
+    std::size_t start = 0;
+    for (std::size_t end = 0; end != std::string_view::npos; start = end + 1) {
+        end = text.find(separator, start);
+        parts.emplace_back(text.substr(start, end - start));
+    }
+    return parts;
+}
+
 std::int32_t String2Int(std::string_view text) {
     std::int32_t number = 0;
     auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zorvanelink::components::utils {
 
@@ -11,6 +12,8 @@ namespace zorvanelink::components::utils {
 std::string StrToLower(std::string_view text);
 // Every occurrence of from, over and over until none is left: "a///b" and "//" to "/" give "a/b".
 void replace_all(std::string& text, std::string_view from, std::string_view to);
+// The parts between the separators, empty ones too: one more than there are separators.
+std::vector<std::string> SplitStringByChar(std::string_view text, char separator);
 // Decimal number; 0 for what is none, or does not fit.
 std::int32_t String2Int(std::string_view text);
 

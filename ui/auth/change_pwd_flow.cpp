@@ -228,10 +228,14 @@ void ChangePWDFlow::OnSuperseded() {
     bool const wanted = dialog_ && type_ == ChangePWdType::kUser;
     close();
     if (wanted) {
-        QString const text = Translate(QT_TRANSLATE_NOOP(
-            "ui", "The connection needs your attention first. Change the password afterwards."));
+        BoxRequest box = OkBox(
+            BoxKind::kInformation,
+            Translate(QT_TRANSLATE_NOOP("ui",
+                                        "The connection needs your attention first. Change the "
+                                        "password afterwards.")));
+        box.title = GetTrMsg(MsgCode::UI_INFO_CHANGE_PWD);
         session_.Boxes().SayWhile([here = session_.Now()] { return here.NotBegunAnew(); },
-                                  OkBox(BoxKind::kInformation, text));
+                                  std::move(box));
     }
 }
 

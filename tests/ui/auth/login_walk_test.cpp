@@ -283,7 +283,7 @@ TEST_F(LoginWalkTest, EveryCodeFromEveryState) {
     ofALogin.insert(table.begin(), table.end());
     ofALogin.insert(kRefusedPassword.begin(), kRefusedPassword.end());
     Codes all = ofALogin;
-    for (auto const& [number, row] : common::g_IPCMessageMap.All()) {
+    for (auto const& row : common::g_IPCMessageMap.All()) {
         if (row.show != Show::kNone) {
             all.insert(row.code);
         }
