@@ -24,9 +24,10 @@ class NewPassword(road.Road):
             self.reads(client, answer)
         self.sees(client, "Disconnected")
         self.sees_the_end(client, service, stops=1)
+        client.process.kill()
         client.stop()
 
-        # The new one stands in the profile: nothing is asked for.
+        # The new one stands in the profile, whatever ended the program: nothing is asked for.
         client = self.client("second-day")
         client.settle(road.SECONDS)
         self.connect(client)
