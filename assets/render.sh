@@ -47,7 +47,7 @@ for name in msgbox_info msgbox_warning msgbox_error; do
 done
 png app_small app_small 20
 png app app 64
-for state in disconnected connecting reconnecting connected; do
+for state in disconnected connecting reconnecting connected warning failed; do
     ico tray_$state $state
 done
 mkdir -p ../../packaging/icons

@@ -1,5 +1,8 @@
 #include "common/message_catalogue.h"
 
+#include <algorithm>
+#include <array>
+
 namespace zorvanelink::common {
 namespace {
 
@@ -8,42 +11,29 @@ constexpr Show None = Show::kNone;
 constexpr Show Error = Show::kError;
 constexpr Show Critical = Show::kCritical;
 
-struct Row {
-    MsgCode code;
-    char const* symbol;
-    CodeType type;
-    Show show;
-    char const* english;
-    char const* chinese;
-};
-
-constexpr Row kRows[] = {
+constexpr auto kByCode = [] {
+    auto rows = std::to_array<IPCMessage>({
 #define ZVL_MESSAGE(symbol, number, type, handler, english, chinese) \
     {MsgCode::symbol, #symbol, type, handler, english, chinese},
 #include "common/messages.def"
 #undef ZVL_MESSAGE
-};
+    });
+    std::ranges::sort(rows, {}, &IPCMessage::code);
+    return rows;
+}();
+
+static_assert(std::ranges::adjacent_find(kByCode, {}, &IPCMessage::code) == kByCode.end(),
+              "a code has one row");
 
 }  // namespace
 
-IPCMessageMap const g_IPCMessageMap;
-
-IPCMessageMap::IPCMessageMap() {
-    for (Row const& row : kRows) {
-        auto const number = static_cast<std::int32_t>(row.code);
-        messages_[number] = {row.code, row.type, row.chinese, row.english, row.show};
-        names_[number] = row.symbol;
-    }
-}
-
 IPCMessage IPCMessageMap::Get(MsgCode code) const {
-    auto const row = messages_.find(static_cast<std::int32_t>(code));
-    return row == messages_.end() ? IPCMessage{code, 0, {}, {}} : row->second;
+    auto const row = std::ranges::lower_bound(kByCode, code, {}, &IPCMessage::code);
+    return row != kByCode.end() && row->code == code ? *row : IPCMessage{.code = code};
 }
 
-std::string IPCMessageMap::Name(MsgCode code) const {
-    auto const name = names_.find(static_cast<std::int32_t>(code));
-    return name == names_.end() ? std::string() : name->second;
+std::span<IPCMessage const> IPCMessageMap::All() const {
+    return kByCode;
 }
 
 }  // namespace zorvanelink::common

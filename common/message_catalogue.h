@@ -2,8 +2,8 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
-#include <string>
+#include <span>
+#include <string_view>
 
 namespace zorvanelink::common {
 
@@ -19,31 +19,27 @@ using CodeType = std::int32_t;
 // Whether a received code is shown to the user as it stands, and whether its session is over.
 enum class Show { kNone, kError, kCritical };
 
+// Views of texts that last as long as the program.
 struct IPCMessage {
     MsgCode code{};
+    std::string_view symbol{};  // such as "ONLINE"
     CodeType type = 0;
-    std::string chinese;  // UTF-8
-    std::string english;
     Show show = Show::kNone;
+    std::string_view english{};  // UTF-8
+    std::string_view chinese{};
 };
 
-// Any thread: nothing changes after the constructor.
+// Made by the compiler, so that it costs nothing at start. Any thread.
 class IPCMessageMap {
   public:
-    IPCMessageMap();
-
-    // The row of the code; an empty one, which is not kept, for an unknown code.
+    // The row of the code; an empty one for an unknown code.
     IPCMessage Get(MsgCode code) const;
-    // The symbol, such as "ONLINE"; empty for an unknown code.
-    std::string Name(MsgCode code) const;
+    // The symbol; empty for an unknown code.
+    std::string_view Name(MsgCode code) const { return Get(code).symbol; }
     // Every row, by code; for tests and tools.
-    std::map<std::int32_t, IPCMessage> const& All() const { return messages_; }
-
-  private:
-    std::map<std::int32_t, IPCMessage> messages_;
-    std::map<std::int32_t, std::string> names_;
+    std::span<IPCMessage const> All() const;
 };
 
-extern IPCMessageMap const g_IPCMessageMap;
+inline constexpr IPCMessageMap g_IPCMessageMap;
 
 }  // namespace zorvanelink::common

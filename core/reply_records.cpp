@@ -22,7 +22,8 @@ MsgCode codeOf(std::int32_t reason) {
 
 std::string DisconnectReasonText(std::int32_t reason) {
     MsgCode const code = codeOf(reason);
-    return code == MsgCode::UNSPECIFIED ? "Unkown" : common::g_IPCMessageMap.Get(code).english;
+    return code == MsgCode::UNSPECIFIED ? "Unkown"
+                                        : std::string(common::g_IPCMessageMap.Get(code).english);
 }
 
 }  // namespace zorvanelink::core::sslvpn

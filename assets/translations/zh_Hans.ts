@@ -28,8 +28,8 @@
         <translation>请在浏览器中继续</translation>
     </message>
     <message>
-        <source>Log in on the page that has been opened.</source>
-        <translation>请在打开的页面上登录。</translation>
+        <source>Log in on the page that has been opened. %1</source>
+        <translation>请在打开的页面上登录，%1</translation>
     </message>
     <message>
         <source>Open the page again</source>
@@ -45,7 +45,7 @@
     </message>
     <message>
         <source>The connection needs your attention first. Change the password afterwards.</source>
-        <translation>连接需要您先处理，请稍后再修改密码。</translation>
+        <translation>连接需要您先处理，请稍后再修改密码</translation>
     </message>
     <message>
         <source>Time left: %1</source>
@@ -70,6 +70,30 @@
     <message>
         <source>Compression, sent</source>
         <translation>发送压缩率</translation>
+    </message>
+    <message>
+        <source>No trusted certificates. Import the CA certificate that your administrator gave you.</source>
+        <translation>暂无证书。请导入管理员提供的 CA 证书</translation>
+    </message>
+    <message>
+        <source>%1 holds a private key and was not imported. Ask your administrator for the certificate alone.</source>
+        <translation>%1 含有私钥，未导入。请向管理员索取不含私钥的证书</translation>
+    </message>
+    <message>
+        <source>Do you trust every gateway that these certificates vouch for? Compare the fingerprints with those that your administrator gave you.</source>
+        <translation>是否信任由这些证书签发或担保的所有网关？请将指纹与管理员提供的指纹进行核对。</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Subject</source>
+        <translation>主题</translation>
+    </message>
+    <message>
+        <source>Clear the search</source>
+        <translation>清除搜索内容</translation>
     </message>
     <message>
         <source>Search</source>
@@ -180,7 +204,7 @@ BuildID: %2</source>
     <message>
         <source>Your administrator can tell you the gateway, your account and the certificate to use.#@@#Support may ask for the log files:
 %1</source>
-        <translation>网关、账号和证书信息请向管理员咨询。#@@#技术支持可能需要以下日志文件：
+        <translation>网关、账号和证书信息请向管理员咨询#@@#技术支持可能需要以下日志文件：
 %1</translation>
     </message>
     <message>
@@ -225,7 +249,7 @@ BuildID: %2</source>
     </message>
     <message>
         <source>Starting at login could not be changed.#@@#%1</source>
-        <translation>无法更改自动启动设置。#@@#%1</translation>
+        <translation>无法更改自动启动设置#@@#%1</translation>
     </message>
     <message>
         <source>Show what is typed</source>
@@ -281,11 +305,11 @@ BuildID: %2</source>
     </message>
     <message>
         <source>A name cannot contain &quot;%1&quot;.</source>
-        <translation>名称中不能包含“%1”。</translation>
+        <translation>名称中不能包含“%1”</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is reserved.</source>
-        <translation>“%1”为保留名称。</translation>
+        <translation>“%1”为保留名称</translation>
     </message>
     <message>
         <source>%1: %2</source>
@@ -353,7 +377,7 @@ BuildID: %2</source>
     </message>
     <message>
         <source>No certificates. Insert the USB key and press Refresh.</source>
-        <translation>暂无证书。请插入 USB Key 并点击“刷新”</translation>
+        <translation>暂无证书。请插入 USBKey 并点击“刷新”</translation>
     </message>
     <message>
         <source>%1 (%2)</source>

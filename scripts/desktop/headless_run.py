@@ -183,7 +183,7 @@ def _run(binaries, results):
     folder = results / "desktop"
     shutil.rmtree(folder, ignore_errors=True)
     try:
-        with VirtualDesktop(folder, size="1100x760") as desktop:
+        with VirtualDesktop(folder, size="1100x760", ground="-wr") as desktop:
             try:
                 for language in _LANGUAGES:
                     Session(steps, desktop, binaries, results, language).run()

@@ -22,10 +22,11 @@ class VirtualDesktop:
     paths must be short: they are in a folder of their own that goes with the desktop.
     """
 
-    def __init__(self, folder, size="1280x800", dpi=96, accessibility=True, tray=False):
+    def __init__(self, folder, size="1280x800", dpi=96, accessibility=True, tray=False,
+                 ground="-br"):  # black behind the windows; -wr: white
         self.folder = Path(folder)
         self.processes = Processes()
-        self._screen = (f"{size}x24", str(dpi))
+        self._screen = ["-screen", "0", f"{size}x24", "-dpi", str(dpi), ground]
         self._accessibility = accessibility
         self._tray = tray
         self._saved = dict(os.environ)
@@ -76,10 +77,9 @@ class VirtualDesktop:
         home.mkdir(exist_ok=True)
 
     def _start_display(self):
-        screen, dpi = self._screen
         reader, writer = os.pipe()
         try:
-            argv = ["Xvfb", "-displayfd", str(writer), "-screen", "0", screen, "-dpi", dpi]
+            argv = ["Xvfb", "-displayfd", str(writer), *self._screen]
             argv += ["-nolisten", "tcp", "-noreset"]
             self.processes.start(argv, self.log("xvfb"), pass_fds=[writer])
         finally:

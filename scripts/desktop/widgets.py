@@ -75,6 +75,12 @@ class Widget:
         argv = ["xdotool", "mousemove", *at, "click", "--repeat", str(times), "--delay", "50", "1"]
         subprocess.run(argv, check=True, timeout=20)
 
+    def strings(self):
+        yield self.name
+        yield self._node.get_description() or ""
+        if "Text" in self._node.get_interfaces():
+            yield Atspi.Text.get_text(self._node, 0, -1)
+
     def children(self):
         for index in range(self._node.get_child_count()):
             child = self._node.get_child_at_index(index)
@@ -101,6 +107,18 @@ class Program:
 
     def texts(self):
         return [widget.name for widget in self.all() if widget.role == "label" and widget.name]
+
+    def strings(self):
+        """All that a screen reader may hear, of what shows and of what does not."""
+        root = self._root()
+        pending = [root] if root is not None else []
+        while pending:
+            widget = pending.pop()
+            try:
+                yield from widget.strings()
+                pending += widget.children()
+            except GLib.Error:  # it went away while we looked
+                continue
 
     def look(self, role, name):
         """The first shown widget of that role whose whole name matches the pattern, or None."""

@@ -1,65 +1,88 @@
-"""A password that is over, and one that the user wants to change."""
-
-from pathlib import Path
+"""A password that is over, one that the user wants to change, and a service that goes away over it."""
 
 import road
 from hands import Keyboard, Mouse, keys
 from waiting import wait_for
 
-SCENARIO = Path(road.ROOT, "tools", "simservice", "scenarios", "new-password.json")
-OLD, NEW, NEXT = road.PASSWORDS[0], "Horse-battery-9", "Staple-battery-8"
-road.PASSWORDS += (NEW, NEXT, "Alice-Demo-0", "too-simple")
+OLD, NEW = road.PASSWORDS[0], "Horse-battery-9"
+BEFORE, SIMPLE, CODE = "Alice-Demo-0", "too-simple", "246810"
+road.PASSWORDS += (NEW, BEFORE, SIMPLE, CODE)
 
 
 class NewPassword(road.Road):
     tray = True
 
-    def test_an_expired_one_then_one_of_the_users_own_will(self):
-        options = ("--scenario", str(SCENARIO))
-        self.write_profile(*options)
-        service = self.service(*options)
-        client = self.client()
-        client.settle(road.SECONDS)
-        client.widgets.click("push button", road.CONNECT, road.SECONDS)
-        hands = Mouse(client)
+    def test_an_expired_one_with_the_mouse(self):
+        service, client = self.log_in(road.SCENARIOS / "new-password.json")
         client.widgets.find("label", "Change Password at Expiration", road.SECONDS)
-        for password, answer in (("too-simple", "Please follow the password policy"),
-                                 ("Alice-Demo-0", "Do not use the historical.*")):  # fmt: skip
+        hands = Mouse(client)
+        for password, answer in ((SIMPLE, "Please follow the password policy"),
+                                 (BEFORE, "Do not use the historical.*"),
+                                 (NEW, "Your password is changed successfully. Please log in.*")):  # fmt: skip
             self._fill(hands, OLD, password)
-            self._read(client, answer)
-        self._fill(hands, OLD, NEW)
-        self._read(client, "Your password is changed successfully. Please log in.*")
+            hands.press("push button", "OK")
+            self.reads(client, answer)
         self.sees(client, "Disconnected")
-        wait_for("a stop", lambda: len(service.messages("stop")) == 1, road.SECONDS)
+        self.sees_the_end(client, service, stops=1)
+        client.stop()
 
-        client.widgets.click("push button", road.CONNECT, road.SECONDS)
-        self._read(client, ".*about to expire.*")
+        # The new one stands in the profile: nothing is asked for.
+        client = self.client("second-day")
+        client.settle(road.SECONDS)
+        self.connect(client)
         self.sees_online(client)
-        client.widgets.usable("push button", "Change Password URL Head office", road.SECONDS)
-        client.widgets.click("push button", "Change Password Head office", road.SECONDS)
-        self._fill(Keyboard(client), NEW, NEXT)
-        self._read(client, "Your password is changed successfully")
-        self.sees_online(client)
-        self.assertEqual(len(service.messages("stop")), 1)
+        self.assertEqual({m["newPassword"] for m in service.messages("set")}, {"****"})
+        self.sees_no_secret(client)
 
-        client.widgets.click("push button", road.DISCONNECT, road.SECONDS)
-        client.widgets.usable("push button", road.CONNECT, road.SECONDS)
-        client.widgets.click("push button", road.CONNECT, road.SECONDS)
-        self._read(client, ".*about to expire.*")
-        self.sees_online(client)  # with the one that the profile now holds
-        for message in service.messages("set"):
-            self.assertEqual(message["newPassword"], "****")
+    def test_one_of_the_users_own_will_by_keyboard_from_the_tray_in_chinese(self):
+        service, client = self.log_in(road.SCENARIOS / "expiring.json", language=1)
+        warning = "账号将在 20 天后过期，密码将在 5 天后过期。"
+        self.reads(client, warning)
+        self.sees(client, "已连接", "在线")
+        client.widgets.usable("push button", "修改密码 URL Head office", road.SECONDS)
+        shown = self.desktop.windows_of(client.process.pid)
+        self.desktop.click_tray_icon(button=3)
+        menu = lambda: self.desktop.windows_of(client.process.pid) - shown  # noqa: E731
+        wait_for("the tray's menu", menu, road.SECONDS)
+        keys("Up", "Up", "Up", "Return")  # above the address and the end
+        self._fill(Keyboard(client), OLD, NEW)
+        keys("Return")
+        self.reads(client, "密码修改成功")
+        self.sees(client, "已连接", "在线")
+        self.sees_no_secret(client)
+        client.widgets.click("push button", "断开连接 Head office", road.SECONDS)
+        self.sees_the_end(client, service, stops=1)
+
+        self.connect(client)
+        self.reads(client, warning)
+        self.sees(client, "已连接", "在线")
+
+    def test_a_service_that_goes_away_over_a_password_and_over_a_code(self):
+        service, client = self.log_in(road.SCENARIOS / "unstable-login.json")
+        hands, lost = Mouse(client), "The client is disconnected"
+        self._fill(hands, OLD, NEW)
+        keys("Return")
+        self.reads(client, lost)
+        self.sees_the_end(client, service, stops=0)
+
+        self.connect(client)
+        self._fill(hands, OLD, NEW)
+        keys("Return")
+        self.reads(client, "Your password is changed successfully. Please log in.*")
+        self.connect(client)
+        self.reads(client, lost)
+        self.sees_the_end(client, service, stops=1)
+
+        self.connect(client)
+        hands.fill("Enter the verification code.*", CODE)
+        keys("Return")
+        self.sees_online(client)
+        self.sees_no_secret(client)
 
     def _fill(self, hands, current, password):
-        hands.fill("Current Password", current)
-        hands.fill("New Password", password)
-        hands.fill("Confirm Password", password)
-        keys("Return")
-
-    def _read(self, client, text):
-        client.widgets.find("text", text, road.SECONDS)
-        client.widgets.press("push button", "OK")
-        client.widgets.gone("text", text)
+        names = ("Current Password|当前密码", "New Password|新密码", "Confirm Password|确认密码")
+        for name, text in zip(names, (current, password, password)):
+            hands.fill(name, text)
 
 
 if __name__ == "__main__":

@@ -1,85 +1,74 @@
 """Logins that want a code: sent to a phone, to an address, or shown by a token."""
 
 import base64
-from pathlib import Path
+import signal
 
 import road
 from hands import Keyboard, Mouse, keys
 from waiting import wait_for
 
-SCENARIOS = Path(road.ROOT, "tools", "simservice", "scenarios")
-CODES = ("246810", "135791", "TK-480-516", "000111")
-road.PASSWORDS += CODES
+SMS, RESENT = "246810", "135791"  # of the scenarios
+TOKEN, MAIL, WRONG = "TK-480-516", "MX-246-810", "000-111-00"
+road.PASSWORDS += (SMS, RESENT, TOKEN, MAIL, WRONG)
+PROMPT = "Enter the verification code.*"
 
 
 class SecondFactor(road.Road):
     def test_a_code_by_sms_wrong_resent_and_right(self):
-        service, client = self._begin("second-factor.json")
+        service, client = self.log_in(road.SCENARIOS / "second-factor.json")
         self.sees(client, "Secondary authentication")
         hands = Mouse(client)
-        hands.fill("Enter the verification code.*", "000111")
+        hands.fill(PROMPT, WRONG)
         hands.press("push button", "OK")
-        self._read(client, "The verification code is invalid. Try again.")
-        # The pause is a minute; a service that is asked anew sends the next code.
-        service.order('send {"type": "reply", "subtype": "connectStatus", "statusCode": 40961, '
-                      '"profileName": "Head office"}')  # fmt: skip
-        client.widgets.usable("push button", "Resend", 80)
+        self.reads(client, "The verification code is invalid. Try again.")
+        client.widgets.usable("push button", "Resend", 80)  # after a minute
         client.widgets.press("push button", "Resend")
-        hands.fill("Enter the verification code.*", "135791")
+        hands.fill(PROMPT, f" {RESENT} ")
         keys("Return")
         self.sees_online(client)
+        self.assertNotIn("Secondary authentication", client.widgets.texts())
         sent = [message["subtype"] for message in service.messages("set")]
         self.assertEqual(sent, ["smsCode", "requestSmsCode", "smsCode"])
         self.assertEqual({m["secondAuthCode"] for m in service.messages("set")}, {"****"})
-        self._no_code_to_see(client)
+        self.sees_no_secret(client)
+        self._the_search_is_not_blind(service, client)
+
+    def _the_search_is_not_blind(self, service, client):
+        """What the masks do not know is found by the same search, in a log and on the screen."""
+        clear, wrapped = planted = {"planted-secret", "planted-and-wrapped"}
+        encoded = base64.b64encode(wrapped.encode())
+        copy = self.desktop.folder / "copy.log"
+        for secret, form in ((wrapped, encoded), (clear, clear.encode("utf-16-le"))):
+            copy.write_bytes(client.log.read_bytes() + form)
+            self.assertEqual(self.kept(planted), {(secret, copy.name)})
+        service.order(f"message {clear} {encoded.decode()}")
+        client.widgets.find("text", f"{clear}.*", road.SECONDS)
+        self.assertEqual(road.shown(client, planted), planted)
 
     def test_a_token_with_a_long_prompt_by_keyboard_in_chinese(self):
-        service, client = self._begin("token.json", language=1)
-        Keyboard(client).fill("请在您随身携带的动态令牌.*", "TK-480-516")
+        service, client = self.log_in(road.SCENARIOS / "token.json", language=1)
+        Keyboard(client).fill("请在您随身携带的动态令牌.*", TOKEN)
         keys("Return")
         self.sees(client, "已连接", "在线")
         self.assertEqual([m["subtype"] for m in service.messages("set")], ["tokenCode"])
-        self._no_code_to_see(client)
+        self.sees_no_secret(client)
+        client.widgets.click("push button", "断开连接 Head office", road.SECONDS)
+        self.sees_the_end(client, service, stops=1)
 
-    def test_a_code_by_mail_until_the_limit(self):
-        factor = {"kind": "email", "codes": ["246810"], "tries": 2}
-        service, client = self._begin(options=self.scenario(secondFactor=factor))
-        for text in ("The verification code is invalid. Try again.",
-                     "The number of retries has reached the upper limit.*"):  # fmt: skip
-            Keyboard(client).fill("Enter the verification code.*", "000111")
-            keys("Return")
-            self._read(client, text)
-        self.sees(client, "Disconnected", "Offline")
-        client.widgets.usable("push button", road.CONNECT, road.SECONDS)
-        wait_for("a stop", lambda: len(service.messages("stop")) == 1, road.SECONDS)
-        self._no_code_to_see(client)
+    def test_a_code_by_mail_until_the_limit_with_the_mouse_in_chinese(self):
+        service, client = self.log_in(road.SCENARIOS / "limited-code.json", language=1)
+        hands, prompt = Mouse(client), ".*邮箱 a.*@example.com 收到的验证码："
+        for text in ("验证码错误，请重试。", "重试次数已达到上限，请重新登录。"):
+            hands.fill(prompt, WRONG)
+            hands.press("push button", "确定")
+            self.reads(client, text)
+        self.sees(client, "未连接", "离线")
+        self.sees_the_end(client, service, stops=1)
 
-    def test_the_search_for_secrets_finds_one(self):
-        trap = self.desktop.folder / "trap.log"
-        for form in (CODES[0].encode(), base64.b64encode(road.PASSWORDS[0].encode())):
-            trap.write_bytes(b"x" + form + b"x")
-            with self.assertRaises(AssertionError):
-                self._no_secret()
-        trap.unlink()
-
-    def _begin(self, scenario=None, options=None, language=2):
-        options = options or ("--scenario", str(SCENARIOS / scenario))
-        self.write_profile(*options)
-        service = self.service(*options)
-        client = self.client(control={"LANGUAGE": language})
-        client.settle(road.SECONDS)
-        client.widgets.click("push button", "(Connect|连接) Head office", road.SECONDS)
-        return service, client
-
-    def _read(self, client, text):
-        client.widgets.find("text", text, road.SECONDS)
-        client.widgets.press("push button", "OK")
-        client.widgets.gone("text", text)
-
-    def _no_code_to_see(self, client):
-        seen = " ".join(widget.name for widget in client.widgets.all())
-        for code in CODES:
-            self.assertNotIn(code, seen)
+        self.connect(client)
+        hands.fill(prompt, MAIL)
+        client.process.send_signal(signal.SIGABRT)  # with a code in its memory
+        wait_for("the client's end", lambda: not client.alive(), road.SECONDS)
 
 
 if __name__ == "__main__":

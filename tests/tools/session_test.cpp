@@ -138,6 +138,22 @@ TEST_F(SessionTest, AQuestionForTypesIsAnsweredAndThenWaits) {
     EXPECT_THAT(take(), ElementsAre("40976", "41036", "40994", "netconfig", "40971"));
 }
 
+TEST_F(SessionTest, AProvidersFailureEndsTheLogin) {
+    scenario.auth_types = {SupportedAuthType::kOauth};
+    auto start = startOf("", "");
+    start.authType = SupportedAuthType::kOauth;
+    for (int const code : {41034, 41035, -42, -43, -44, -45, -46, -47}) {
+        scenario.third_party.failure = static_cast<MsgCode>(code);
+        session.Receive(CLMsgJson::BuildStart(start));
+        scheduler.Advance(3110);
+        std::vector<std::string> told{"40976", "41036", std::to_string(code), "40973"};
+        if (code > 0) {
+            told.erase(told.begin() + 1);  // there is no page to show
+        }
+        EXPECT_EQ(take(), told);
+    }
+}
+
 TEST_F(SessionTest, ACodeIsJudgedByItsAgeAndByHowOftenItWasWrong) {
     auto& rules = scenario.second_factor;
     rules.codes = {"1111", "2222"};
@@ -155,8 +171,8 @@ TEST_F(SessionTest, ACodeIsJudgedByItsAgeAndByHowOftenItWasWrong) {
           Case{CodeKind::kSms,
                {"", "1111", "2222"},
                0,
-               {"40961", "-16", "40962", "40994", "netconfig"}},
-          Case{CodeKind::kEmail, {"", ""}, 0, {"40974", "-20", "40973"}},
+               {"40961", "40961", "-16", "40962", "40994", "netconfig"}},
+          Case{CodeKind::kEmail, {"", ""}, 0, {"40974", "40974", "-20", "40973"}},
           Case{CodeKind::kEmail, {"1111"}, 5001, {"40974", "-32", "40973"}},
           Case{CodeKind::kToken,
                {"1", "2", "3", "1111"},

@@ -1,14 +1,19 @@
-// The dialogs of a login: the choice of its type, a second factor's code.
+// The dialogs of a login: the choice of its type, a second factor's code, a new password.
 #include "components/utils/sensitive_value.h"
 #include "tools/gallery/stage.h"
+#include "ui/auth/auth_code_flow.h"
 #include "ui/auth/auth_dialog.h"
 #include "ui/auth/auth_type_dialog.h"
 #include "ui/auth/change_pwd_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
+#include "ui/text/texts.h"
 
 namespace zorvanelink::gallery {
 namespace {
 
+using common::MsgCode;
+using ui::BoxKind;
+using ui::ChangePWdType;
 using ui::SupportedAuthType;
 
 std::shared_ptr<ui::Profile> sampleProfile(ui::Config& config) {
@@ -44,38 +49,96 @@ constexpr char kLongPrompt[] =
     "面"
     "的输入框中；如果令牌屏幕没有显示或者已经损坏，请联系信息中心更换。";
 
-// The code's dialog in the middle of its time.
-template <int kKind>
-ui::AuthDialog& code(Stage& stage) {
+QString timeLeft(std::chrono::milliseconds left) {
+    ui::Deadline deadline({[] { return ui::Deadline::Time(); }, ui::Deadline::Time(1000)});
+    deadline.Start(left);
+    return deadline.TimeLeft();
+}
+
+enum CodeKind { kToken, kSms, kEmail, kUnknown };
+
+// The code's dialog after that many seconds.
+ui::AuthDialog& code(Stage& stage, CodeKind kind, int seconds = 13) {
     ui::Context context;
-    context.authCodeType = kKind;
+    context.authCodeType = kind;
     context.tokenPromptMsg = kLongPrompt;
     context.emailAuthAccount = "alice.chen@mail.example.com";
-    auto made = std::make_unique<ui::AuthDialog>(context, stage.prompts, stage.Owner());
+    auto made = std::make_unique<ui::AuthDialog>(context, stage.Owner());
     ui::AuthDialog& dialog = *made;
-    ui::Deadline deadline({[] { return ui::Deadline::Time(); }, ui::Deadline::Time(1000)});
-    deadline.Start(std::chrono::milliseconds(572000));
-    dialog.ShowTimeLeft(deadline.TimeLeft());
-    for (int second = 0; second < 13; ++second) {
+    dialog.ShowTimeLeft(timeLeft(ui::AuthCodeFlow::kAuthTime - std::chrono::seconds(seconds)));
+    for (int second = 0; second < qMin(seconds, 60); ++second) {
         dialog.onRetryTimerTimeout();
     }
     stage.Keep(std::move(made));
     return dialog;
 }
 
-ui::ChangePWDDialog& password(Stage& stage, ui::ChangePWdType type, bool rules) {
+void type(QWidget& dialog, QString const& text) {
+    for (auto* const field : dialog.findChildren<QLineEdit*>()) {
+        if (!field->isReadOnly()) {
+            field->setText(text);
+        }
+    }
+}
+
+ui::ChangePWDDialog& password(Stage& stage, ChangePWdType type, bool rules) {
     core::sslvpn::UserPasswordComplexity policy;
     policy.enableComplexity = rules;
     policy.minLength = 10;
     policy.capitalLetters = policy.smallLetters = policy.numericCharacters = 1;
     policy.nonAlphanumericLetters = 2;
     policy.noIncludeUserName = true;
-    auto made = std::make_unique<ui::ChangePWDDialog>(QStringLiteral("alice"), policy, type,
-                                                      stage.prompts, stage.Owner());
+    auto made =
+        std::make_unique<ui::ChangePWDDialog>(QStringLiteral("alice"), policy, type, stage.Owner());
     ui::ChangePWDDialog& dialog = *made;
-    dialog.ShowTimeLeft(QStringLiteral("%1").arg(QLatin1String("9:32")));
+    dialog.ShowTimeLeft(timeLeft(std::chrono::seconds(572)));
     stage.Keep(std::move(made));
     return dialog;
+}
+
+// What ends a code's dialog stands over it.
+template <MsgCode kText, MsgCode kTitle = MsgCode::UI_WARNING>
+void endedCode(Stage& stage) {
+    code(stage, kSms, 585);
+    ui::BoxRequest request = ui::OkBox(BoxKind::kCritical, ui::GetTrMsg(kText));
+    request.title = ui::GetTrMsg(kTitle);
+    stage.ShowBox(request);
+}
+
+// What the gateway has against a new password.
+template <MsgCode kText>
+void refusedPassword(Stage& stage) {
+    auto& dialog = password(stage, ChangePWdType::kExpired, true);
+    type(dialog, QStringLiteral("Correct-horse-1"));
+    dialog.SetWaiting(true);
+    QString text = ui::GetTrMsg(kText);
+    dialog.Refuse(text.replace(QLatin1String("%1"), QLatin1String("-60")));
+    stage.ShowBox(stage.prompts.last);
+}
+
+// What is wrong with it before it is sent.
+void badPassword(Stage& stage, char const* confirmed) {
+    auto& dialog = password(stage, ChangePWdType::kUser, true);
+    type(dialog, QStringLiteral("Correct-horse-1"));
+    dialog.findChild<QLineEdit*>(QStringLiteral("lineEdit_confirm_pwd_"))
+        ->setText(QLatin1String(confirmed));
+    dialog.on_pushButton_ok_clicked();
+    stage.ShowBox(stage.prompts.last);
+}
+
+// What ends a password's dialog stands over it.
+template <ChangePWdType kType, BoxKind kKind, MsgCode kText>
+void endedPassword(Stage& stage) {
+    type(password(stage, kType, true), QStringLiteral("Correct-horse-10"));
+    stage.ShowBox(ui::OkBox(kKind, ui::GetTrMsg(kText)));
+}
+
+void expires(Stage& stage, MsgCode text, std::vector<int> const& days) {
+    QString whole = ui::GetTrMsg(text);
+    for (int const number : days) {
+        whole = whole.arg(number);
+    }
+    stage.ShowBox(ui::OkBox(BoxKind::kWarning, whole));
 }
 
 template <std::uint16_t kKind>
@@ -133,27 +196,57 @@ std::vector<Row> AuthRows() {
                  profile.supportedAuthTypes = {SupportedAuthType::kOauth};
              });
          }},
-        {"password-expired",
-         [](Stage& stage) { password(stage, ui::ChangePWdType::kExpired, true); }},
+        {"auth-code-fresh", [](Stage& stage) { code(stage, kSms, 0); }},
+        {"auth-code-sms", [](Stage& stage) { code(stage, kSms); }},
+        {"auth-code-wrong",
+         [](Stage& stage) {
+             code(stage, kSms).onAuthCodeVerifyResult(false);
+             stage.ShowBox(stage.prompts.last);
+         }},
+        {"auth-code-resend",
+         [](Stage& stage) { type(code(stage, kEmail, 60), QStringLiteral("246810")); }},
+        {"auth-code-token", [](Stage& stage) { code(stage, kToken); }},
+        {"auth-code-unknown", [](Stage& stage) { code(stage, kUnknown); }},
+        {"auth-code-nearly-over", [](Stage& stage) { code(stage, kEmail, 580); }},
+        {"auth-code-time-out", endedCode<MsgCode::UI_WARNING_CONNECT_TIMEOUT_LOGIN_AGAIN>},
+        {"auth-code-limit", endedCode<MsgCode::UI_WARNING_REACH_MAXIMUM_RETRY_TIMES_LOGIN_AGAIN>},
+        {"auth-code-lost", endedCode<MsgCode::UI_INFO_CONNECTION_TERMINATED, MsgCode::UI_ERROR>},
+        {"password-expired", [](Stage& stage) { password(stage, ChangePWdType::kExpired, true); }},
         {"password-first-login",
          [](Stage& stage) {
-             auto& dialog = password(stage, ui::ChangePWdType::kFirstLogin, true);
-             for (auto* const field : dialog.findChildren<ui::SecretEdit*>()) {
-                 field->setText(QStringLiteral("Correct-horse"));
-             }
+             type(password(stage, ChangePWdType::kFirstLogin, true),
+                  QStringLiteral("Correct-horse"));
          }},
-        {"password-user", [](Stage& stage) { password(stage, ui::ChangePWdType::kUser, false); }},
-        {"auth-code-sms", [](Stage& stage) { code<1>(stage); }},
-        {"auth-code-resend",
+        {"password-user", [](Stage& stage) { password(stage, ChangePWdType::kUser, false); }},
+        {"password-waiting",
          [](Stage& stage) {
-             auto& dialog = code<2>(stage);
-             for (int second = 0; second < 47; ++second) {
-                 dialog.onRetryTimerTimeout();
-             }
-             dialog.findChild<QLineEdit*>()->setText(QStringLiteral("246810"));
+             auto& dialog = password(stage, ChangePWdType::kUser, true);
+             type(dialog, QStringLiteral("Correct-horse-10"));
+             dialog.SetWaiting(true);
          }},
-        {"auth-code-token", [](Stage& stage) { code<0>(stage); }},
-        {"auth-code-unknown", [](Stage& stage) { code<3>(stage); }},
+        {"password-incomplete", [](Stage& stage) { badPassword(stage, ""); }},
+        {"password-mismatch", [](Stage& stage) { badPassword(stage, "Correct-horse-2"); }},
+        {"password-too-simple", refusedPassword<MsgCode::UI_INFO_OBEY_PWD_RULE>},
+        {"password-used-before", refusedPassword<MsgCode::UI_INFO_NO_HISTORY_PWD>},
+        {"password-wrong", refusedPassword<MsgCode::UI_INFO_WRONG_USER_OR_PWD>},
+        {"password-unknown-error", refusedPassword<MsgCode::UI_ERROR_UNKNOWN>},
+        {"password-no-answer", endedPassword<ChangePWdType::kExpired, BoxKind::kCritical,
+                                             MsgCode::UI_ERROR_NETWORK_ERROR>},
+        {"password-time-out", endedPassword<ChangePWdType::kExpired, BoxKind::kCritical,
+                                            MsgCode::UI_INFO_CHANGE_PWD_TIMEOUT>},
+        {"password-changed", endedPassword<ChangePWdType::kUser, BoxKind::kInformation,
+                                           MsgCode::UI_INFO_CHANGE_PWD_SUCCESS>},
+        {"password-changed-log-in",
+         endedPassword<ChangePWdType::kFirstLogin, BoxKind::kInformation,
+                       MsgCode::UI_INFO_CHANGE_PWD_SUCCESS_PLEASE_LOGIN_AGAIN>},
+        {"box-password-expires",
+         [](Stage& stage) { expires(stage, MsgCode::UI_INFO_PWD_WILL_EXPIRE, {5}); }},
+        {"box-account-expires",
+         [](Stage& stage) { expires(stage, MsgCode::UI_INFO_ACCOUNT_WILL_EXPIRE, {20}); }},
+        {"box-both-expire",
+         [](Stage& stage) {
+             expires(stage, MsgCode::UI_INFO_ACCOUNT_AND_PWD_WILL_EXPIRE, {20, 5});
+         }},
     };
 }
 

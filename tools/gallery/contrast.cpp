@@ -2,21 +2,24 @@
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QHash>
 #include <QImage>
-#include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QStyleOptionButton>
-#include <QTextDocumentFragment>
+#include <QToolButton>
 #include <cmath>
+
+#include "tools/gallery/painted_text.h"
 
 namespace zorvanelink::gallery {
 namespace {
 
-constexpr int kScale = 3;  // of the picture: letters get pixels of their full colour
 constexpr double kTextContrast = 4.5;
-constexpr double kBorderContrast = 3.0;
+constexpr double kShapeContrast = 3.0;
 
 double linear(int channel) {
     double const value = channel / 255.0;
@@ -28,26 +31,71 @@ double luminance(QRgb color) {
            0.0722 * linear(qBlue(color));
 }
 
-// Of what stands out most in that part of the picture against its commonest colour.
-double contrastIn(QImage const& picture, QRect const& part) {
-    QRect const area = QRect(part.topLeft() * kScale, part.size() * kScale) & picture.rect();
+double contrast(QRgb one, QRgb other) {
+    if (one == other) {
+        return 1;
+    }
+    auto const [low, high] = std::minmax(luminance(one), luminance(other));
+    return (high + 0.05) / (low + 0.05);
+}
+
+// `scale` above 1: lines get pixels of their full colour.
+QImage pictureOf(QWidget& window, QRect const& part, int scale = 1) {
+    QImage picture(part.size() * scale, QImage::Format_RGB32);
+    picture.setDevicePixelRatio(scale);
+    picture.fill(Qt::white);
+    window.render(&picture, {}, QRegion(part));
+    return picture;
+}
+
+QHash<QRgb, int> colorsIn(QImage const& picture, QRegion const& part) {
     QHash<QRgb, int> counts;
-    for (int y = area.top(); y <= area.bottom(); ++y) {
-        for (int x = area.left(); x <= area.right(); ++x) {
-            ++counts[picture.pixel(x, y)];
+    for (QRect const& area : part& picture.rect()) {
+        for (int y = area.top(); y <= area.bottom(); ++y) {
+            for (int x = area.left(); x <= area.right(); ++x) {
+                ++counts[picture.pixel(x, y)];
+            }
         }
     }
+    return counts;
+}
+
+// The commonest colour: letters cover less of their lines than what they stand on.
+QRgb groundIn(QImage const& picture, QRegion const& part) {
+    QHash<QRgb, int> const counts = colorsIn(picture, part);
     QRgb ground = 0;
+    int most = 0;
     for (auto color = counts.cbegin(); color != counts.cend(); ++color) {
-        ground = color.value() > counts.value(ground) ? color.key() : ground;
+        if (color.value() > most) {
+            most = color.value();
+            ground = color.key();
+        }
     }
-    double const below = luminance(ground) + 0.05;
-    double highest = 1;
-    for (auto color = counts.cbegin(); color != counts.cend(); ++color) {
-        double const above = luminance(color.key()) + 0.05;
-        highest = qMax(highest, qMax(above, below) / qMin(above, below));
+    return ground;
+}
+
+QRgb blended(QColor const& color, QRgb ground) {
+    auto const mix = [&](int over, int under) {
+        return static_cast<int>(std::lround(under + (over - under) * color.alphaF()));
+    };
+    return qRgb(mix(color.red(), qRed(ground)), mix(color.green(), qGreen(ground)),
+                mix(color.blue(), qBlue(ground)));
+}
+
+bool isBox(QWidget const& widget) {
+    return qobject_cast<QCheckBox const*>(&widget) != nullptr ||
+           qobject_cast<QRadioButton const*>(&widget) != nullptr;
+}
+
+// What nobody can use need not be read.
+bool isInactive(PaintedText const& text, QWidget const& window) {
+    if (auto const* const menu = qobject_cast<QMenu const*>(text.widget)) {
+        QAction const* const entry =
+            menu->actionAt(menu->mapFrom(&window, text.where.boundingRect().center()));
+        return entry != nullptr && !entry->isEnabled();
     }
-    return highest;
+    return !text.widget->isEnabled() && !isBox(*text.widget) &&
+           qobject_cast<QAbstractButton const*>(text.widget) != nullptr;
 }
 
 QRect indicatorOf(QAbstractButton const& button) {
@@ -58,40 +106,14 @@ QRect indicatorOf(QAbstractButton const& button) {
         radio ? QStyle::SE_RadioButtonIndicator : QStyle::SE_CheckBoxIndicator, &option, &button);
 }
 
-bool isBox(QWidget const& widget) {
-    return qobject_cast<QCheckBox const*>(&widget) != nullptr ||
-           qobject_cast<QRadioButton const*>(&widget) != nullptr;
-}
-
-// Where the text of a widget stands; empty for one without a text to be read.
-QRect textPart(QWidget const& widget) {
-    constexpr int kEdge = 4;
-    if (auto const* label = qobject_cast<QLabel const*>(&widget)) {
-        bool const text = !QTextDocumentFragment::fromHtml(label->text()).toPlainText().isEmpty();
-        return text ? label->contentsRect() : QRect();
-    }
-    if (auto const* edit = qobject_cast<QLineEdit const*>(&widget)) {
-        bool const text = !edit->text().isEmpty() || !edit->placeholderText().isEmpty();
-        return text ? edit->rect().adjusted(kEdge, kEdge, -kEdge, -kEdge) : QRect();
-    }
-    auto const* const button = qobject_cast<QAbstractButton const*>(&widget);
-    if (button == nullptr || !button->isEnabled() || button->text().isEmpty()) {
-        return {};
-    }
-    QRect part = button->rect().adjusted(kEdge, kEdge, -kEdge, -kEdge);
-    if (isBox(widget)) {
-        part.setLeft(indicatorOf(*button).right() + kEdge);
-    }
-    return part;
-}
-
 // A strip across the left border of a field or of a box without a mark.
 QRect borderPart(QWidget const& widget) {
     constexpr int kLength = 4;  // less than the padding, so that no text stands in it
     if (!widget.isEnabled() || widget.hasFocus()) {
-        return {};  // the ring is looked at by its own test
+        return {};
     }
-    if (qobject_cast<QLineEdit const*>(&widget) != nullptr) {
+    if (qobject_cast<QLineEdit const*>(&widget) != nullptr ||
+        qobject_cast<QComboBox const*>(&widget) != nullptr) {
         return {0, widget.height() / 2, kLength, 2};
     }
     auto const* const button = qobject_cast<QAbstractButton const*>(&widget);
@@ -102,45 +124,80 @@ QRect borderPart(QWidget const& widget) {
     return {indicator.left(), indicator.center().y(), kLength, 2};
 }
 
-bool isCovered(QWidget& root, QPoint at, QWidget const& widget) {
-    QWidget const* const top = root.childAt(at);
+bool isCovered(QWidget const& window, QPoint at, QWidget const& widget) {
+    QWidget const* const top = window.childAt(at);
     return top != nullptr && top != &widget && !widget.isAncestorOf(top) &&
            !top->isAncestorOf(&widget);
 }
 
+std::string complaint(char const* what, QWidget const& widget, double found, QString const& text) {
+    return QStringLiteral("%1 of %2 %3: %4 \"%5\"")
+        .arg(QLatin1String(what), QLatin1String(widget.metaObject()->className()),
+             widget.objectName())
+        .arg(found)
+        .arg(text)
+        .toStdString();
+}
+
+double borderContrast(QWidget& window, QRect const& part) {
+    constexpr int kScale = 3;
+    QImage const picture = pictureOf(window, part, kScale);
+    QRgb const ground = groundIn(picture, picture.rect());
+    double highest = 1;
+    for (QRgb const color : colorsIn(picture, picture.rect()).keys()) {
+        highest = qMax(highest, contrast(color, ground));
+    }
+    return highest;
+}
+
 }  // namespace
 
-std::vector<std::string> FaintThings(QWidget& root) {
-    QImage picture(root.size() * kScale, QImage::Format_RGB32);
-    picture.setDevicePixelRatio(kScale);
-    picture.fill(Qt::white);
-    root.render(&picture);
+std::vector<std::string> FaintThings(QWidget& window) {
     std::vector<std::string> faint;
-    for (QWidget const* widget : root.findChildren<QWidget*>()) {
-        if (!widget->isVisible()) {
+    QImage const picture = pictureOf(window, window.rect());
+    for (PaintedText const& text : PaintedTexts(window)) {
+        if (isCovered(window, text.where.boundingRect().center(), *text.widget) ||
+            isInactive(text, window)) {
             continue;
         }
-        auto const measure = [&](QRect const& part, double least, char const* what) {
-            bool const scrolled_away = !widget->visibleRegion().boundingRect().contains(part);
-            QRect const there(widget->mapTo(&root, part.topLeft()), part.size());
-            if (part.isEmpty() || scrolled_away || isCovered(root, there.center(), *widget)) {
-                return;
-            }
-            double const contrast = contrastIn(picture, there);
-            if (contrast < least) {
-                faint.push_back(QStringLiteral("%1 of %2 %3: %4 \"%5\"")
-                                    .arg(QLatin1String(what),
-                                         QLatin1String(widget->metaObject()->className()),
-                                         widget->objectName())
-                                    .arg(contrast)
-                                    .arg(widget->property("text").toString())
-                                    .toStdString());
-            }
-        };
-        measure(textPart(*widget), kTextContrast, "text");
-        measure(borderPart(*widget), kBorderContrast, "border");
+        QRgb const ground = groundIn(picture, text.where);
+        double const found = contrast(blended(text.color, ground), ground);
+        if (found < kTextContrast) {
+            faint.push_back(complaint("text", *text.widget, found, text.text));
+        }
+    }
+    for (QWidget const* const widget : window.findChildren<QWidget*>()) {
+        QRect const part = widget->isVisible() ? borderPart(*widget) : QRect();
+        QRect const there(widget->mapTo(&window, part.topLeft()), part.size());
+        if (part.isEmpty() || !widget->visibleRegion().boundingRect().contains(part) ||
+            isCovered(window, there.center(), *widget)) {
+            continue;
+        }
+        double const found = borderContrast(window, there);
+        if (found < kShapeContrast) {
+            faint.push_back(complaint("border", *widget, found, {}));
+        }
     }
     return faint;
+}
+
+bool ShowsFocus(QWidget& window, QWidget& control) {
+    constexpr int kAround = 6;   // pixels that a ring may take
+    constexpr int kLeast = 100;  // pixels: more than the cursor of a field
+    QRect const part = QRect(control.mapTo(&window, QPoint()), control.size())
+                           .adjusted(-kAround, -kAround, kAround, kAround) &
+                       window.rect();
+    QImage const with = pictureOf(window, part);
+    control.clearFocus();
+    QImage const without = pictureOf(window, part);
+    control.setFocus(Qt::TabFocusReason);
+    int different = 0;
+    for (int y = 0; y < with.height(); ++y) {
+        for (int x = 0; x < with.width(); ++x) {
+            different += contrast(with.pixel(x, y), without.pixel(x, y)) >= kShapeContrast ? 1 : 0;
+        }
+    }
+    return different >= kLeast;
 }
 
 }  // namespace zorvanelink::gallery

@@ -1,4 +1,4 @@
-// Finds texts and borders that are too faint for their ground.
+// How well things stand out from what they lie on, after the formula of WCAG 2.
 #pragma once
 
 #include <QWidget>
@@ -7,9 +7,12 @@
 
 namespace zorvanelink::gallery {
 
-// One line for each label, button or field below root whose text has a contrast below 4.5, and for
-// each field or box without a mark whose border has one below 3. Measured on the pixels that are
-// painted. A button or box that cannot be used has no claim.
-std::vector<std::string> FaintThings(QWidget& root);
+// What a reader with weak eyes would miss: texts below 4.5 (what is written on buttons and entries
+// that do nothing may be fainter), borders of fields and of boxes without a mark below 3. A line
+// each.
+std::vector<std::string> FaintThings(QWidget& window);
+
+// Whether the control, which has the focus, looks different without it, by at least 3.
+bool ShowsFocus(QWidget& window, QWidget& control);
 
 }  // namespace zorvanelink::gallery

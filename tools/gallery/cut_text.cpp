@@ -11,10 +11,13 @@
 #include <QToolButton>
 #include <cmath>
 
+#include "tools/gallery/painted_text.h"
+
 namespace zorvanelink::gallery {
 namespace {
 
 constexpr QChar kEllipsis(0x2026);
+constexpr int kBlank = 2;  // pixels at the end of a text
 
 bool shortenedOnPurpose(QString const& shown, QWidget const& widget) {
     return shown.contains(kEllipsis) && !widget.toolTip().isEmpty();
@@ -111,11 +114,16 @@ std::string describe(QWidget const& widget) {
 
 }  // namespace
 
-std::vector<std::string> CutTexts(QWidget const& root) {
+std::vector<std::string> CutTexts(QWidget& root) {
     std::vector<std::string> cut;
     for (QWidget const* widget : root.findChildren<QWidget*>()) {
         if (widget->isVisible() && !textFits(*widget)) {
             cut.push_back(describe(*widget));
+        }
+    }
+    for (PaintedText const& text : PaintedTexts(root)) {
+        if (text.clipped > kBlank && qobject_cast<QLineEdit*>(text.widget) == nullptr) {
+            cut.push_back(describe(*text.widget) + text.text.toStdString());
         }
     }
     return cut;

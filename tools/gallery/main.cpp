@@ -1,4 +1,4 @@
-// Renders windows and dialogs in their states to PNG files, and tells of texts that are cut.
+// Renders windows and dialogs in their states to PNG files, and tells what of them is cut or faint.
 // zvl_gallery FOLDER en|zh LABEL [NAME...]
 #include <QApplication>
 #include <QDialog>
@@ -86,11 +86,13 @@ int main(int argc, char** argv) {
         row.set(stage);
         stage.Settle();
         gallery::save(QLatin1String(row.name), stage.Shown());
-        for (std::string const& text : gallery::CutTexts(*stage.Shown().back())) {
-            std::fprintf(stderr, "%s: cut text: %s\n", row.name, text.c_str());
-        }
-        for (std::string const& thing : gallery::FaintThings(*stage.Shown().back())) {
-            std::fprintf(stderr, "%s: faint: %s\n", row.name, thing.c_str());
+        for (QWidget* const window : stage.Shown()) {
+            for (std::string const& text : gallery::CutTexts(*window)) {
+                std::fprintf(stderr, "%s: cut text: %s\n", row.name, text.c_str());
+            }
+            for (std::string const& thing : gallery::FaintThings(*window)) {
+                std::fprintf(stderr, "%s: faint: %s\n", row.name, thing.c_str());
+            }
         }
     }
     return 0;

@@ -1,7 +1,6 @@
 #include "tools/gallery/sample_window.h"
 
 #include <QFile>
-#include <QGuiApplication>
 #include <QPushButton>
 
 #include "app/environment/globals.h"
@@ -11,6 +10,7 @@
 #include "core/clmsg_reply_json.h"
 #include "tools/support/wait.h"
 #include "ui/text/texts.h"
+#include "ui/tunnel/format.h"
 
 namespace zorvanelink::gallery {
 
@@ -108,9 +108,6 @@ SampleWindow::SampleWindow(Content content, bool linked)
         .link = [this] { return there_ ? service_ : std::make_shared<test::FakeIpc>(false); },
         .trayAvailable = nullptr,
         .patience = kPatience});
-    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
-        window_->resize(960, 640);  // whose screen is smaller
-    }
     window_->show();
     if (linked) {
         WaitUntil([this] {
@@ -186,7 +183,13 @@ void SampleWindow::GoToBrowserLogin() {
     WaitUntil([this] { return window_->CurrentSession().ThirdParty().Waits(); });
 }
 
-void SampleWindow::GoTo(ConnectStatus status, bool warning) {
+void SampleWindow::AskAboutCertificate() {
+    GoTo(ConnectStatus::Connecting);
+    say(MsgCode::SSL_CERT_EXPIRED);
+    WaitUntil([this] { return !prompts_.last.text.isEmpty(); });
+}
+
+void SampleWindow::start() {
     auto* const cards = window_->findChild<ui::StartListWidget*>();
     for (int row = 0; row < cards->count(); ++row) {
         ui::ProfileTab* const card = cards->CardAt(row);
@@ -195,6 +198,10 @@ void SampleWindow::GoTo(ConnectStatus status, bool warning) {
         }
     }
     WaitUntil([this] { return !service_->Sent().empty(); });
+}
+
+void SampleWindow::GoTo(ConnectStatus status, bool warning) {
+    start();
     say(MsgCode::CONNECTING);
     if (status != ConnectStatus::Connecting) {
         sendTunnel();
@@ -210,11 +217,9 @@ void SampleWindow::GoTo(ConnectStatus status, bool warning) {
         window_->CurrentSession().state.since = QDateTime::currentDateTime().addSecs(-12);
         window_->CurrentSession().Announce();
     } else if (status == ConnectStatus::Connected) {
-        // The views follow with the next tick.
-        window_->CurrentSession().context.connectTime =
-            QDateTime::currentDateTime().addSecs(-kOnlineSeconds);
-        auto* const detail = window_->findChild<QLabel*>(QStringLiteral("state_detail_"));
-        WaitUntil([detail] { return detail->text().contains(QLatin1String("00:12")); });
+        auto& since = window_->CurrentSession().context.connectTime;
+        since = QDateTime::currentDateTime().addSecs(-kOnlineSeconds);
+        Tunnel().SetDuration(ui::GetDateTimeString(since));  // else with the next tick
     }
 }
 

@@ -27,14 +27,16 @@ class SampleWindow {
     // The connection that is started, instead of the first.
     void Use(std::string const& name) { name_ = name; }
 
-    // A login that goes on in the browser.
+    // A login that goes on in the browser, or asks about the server's certificate.
     void GoToBrowserLogin();
+    void AskAboutCertificate();
 
     ui::MainWindow& Window() { return *window_; }
     ui::TunnelView& Tunnel();
     test::NoPrompts& Prompts() { return prompts_; }
 
   private:
+    void start();
     void say(common::MsgCode code, bool warning = false);
     void sendTunnel();
     void awaitButton(char const* name);

@@ -68,11 +68,13 @@ void Stage::Lean(QWidget& popup) {
 }
 
 void Stage::Settle() {
-    QWidget const& front = *shown_.back();
-    shown_.back()->activateWindow();
+    QWidget& front = *shown_.back();
+    bool const popup = front.windowType() == Qt::Popup || front.windowType() == Qt::ToolTip;
+    if (!popup) {
+        front.activateWindow();
+    }
     test::WaitUntil(
-        [&front] {  // a real display takes its time
-            bool const popup = front.windowType() == Qt::Popup;
+        [&front, popup] {  // a real display takes its time
             return front.windowHandle() != nullptr && front.windowHandle()->isExposed() &&
                    (popup || front.isActiveWindow());
         },
@@ -85,7 +87,7 @@ void Stage::Settle() {
 
 std::vector<Row> AllRows() {
     std::vector<Row> all = WindowRows();
-    for (auto const& more : {CertRows(), AuthRows(), EditorRows()}) {
+    for (auto const& more : {CertRows(), AuthRows(), EditorRows(), PointerRows()}) {
         all.insert(all.end(), more.begin(), more.end());
     }
     return all;

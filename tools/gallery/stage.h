@@ -68,5 +68,6 @@ std::vector<Row> WindowRows();
 std::vector<Row> AuthRows();
 std::vector<Row> CertRows();
 std::vector<Row> EditorRows();
+std::vector<Row> PointerRows();
 
 }  // namespace zorvanelink::gallery

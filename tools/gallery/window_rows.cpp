@@ -118,7 +118,8 @@ void cards(Stage& stage) {
                                   ConnectStatus::PrepareReconnecting, ConnectStatus::Reconnecting,
                                   ConnectStatus::Connected}) {
             auto profile = std::make_shared<ui::Profile>();
-            profile->name = "Emergency access with a very long name of a connection";
+            profile->name = std::to_string(grid->count()) +
+                            ": emergency access with a very long name of a connection";
             profile->server = "a-very-long-gateway-name.region-7.example.com";
             profile->userName = "a.user.name.that.is.much.longer.than.its.place@example.com";
             profile->loginMode = column == 0 ? ui::kLoginModeTls : ui::kLoginModeGm;
@@ -276,21 +277,14 @@ std::vector<Row> boxRows() {
          }},
         {"box-delete",
          [](Stage& stage) {
-             box(stage, BoxKind::kQuestion, MsgCode::UI_WARNING,
-                 GetTrMsg(MsgCode::UI_INFO_SURE_TO_DELETE_CONNECTION),
-                 {MsgCode::UI_INFO_YES, MsgCode::UI_INFO_NO}, 1);
+             stage.Main().Window().findChild<ui::StartListWidget*>()->CardAt(0)->PressDelete();
+             QApplication::processEvents();
+             stage.ShowBox(stage.Main().Prompts().last);
          }},
         {"box-certificate",
          [](Stage& stage) {
-             ui::BoxRequest request;
-             request.kind = BoxKind::kQuestion;
-             request.title = GetTrMsg(MsgCode::UI_WARNING);
-             request.text = GetTrMsg(MsgCode::SSL_CERT_EXPIRED);
-             request.buttons = {GetTrMsg(MsgCode::UI_INFO_REQUEST_YES),
-                                GetTrMsg(MsgCode::UI_INFO_REQUEST_NO)};
-             request.defaultButton = 1;
-             request.timeoutSeconds = 30;
-             stage.ShowBox(request);
+             stage.Main().AskAboutCertificate();
+             stage.ShowBox(stage.Main().Prompts().last);
          }},
         {"box-exit",
          [](Stage& stage) {

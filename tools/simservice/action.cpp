@@ -129,22 +129,10 @@ std::optional<int> parseInt(std::string_view word) {
     return value;
 }
 
-std::optional<int> parseCode(std::string_view word) {
-    if (auto const number = parseInt(word)) {
-        return number;
-    }
-    for (auto const& [code, row] : common::g_IPCMessageMap.All()) {
-        if (common::g_IPCMessageMap.Name(row.code) == word) {
-            return code;
-        }
-    }
-    return std::nullopt;
-}
-
 std::optional<int> parseArgument(Argument kind, std::string_view word) {
     switch (kind) {
         case Argument::kCode:
-            return parseCode(word);
+            return ParseCode(word);
         case Argument::kOnOff:
             if (word == "on") {
                 return 1;
@@ -248,6 +236,15 @@ bool ParseAction(std::string_view line, Action& action, std::string& error) {
     }
     action = std::move(parsed);
     return true;
+}
+
+std::optional<int> ParseCode(std::string_view word) {
+    if (auto const number = parseInt(word)) {
+        return number;
+    }
+    auto const rows = common::g_IPCMessageMap.All();
+    auto const row = std::ranges::find(rows, word, &common::IPCMessage::symbol);
+    return row == rows.end() ? std::nullopt : std::optional(static_cast<int>(row->code));
 }
 
 std::string ActionHelp() {

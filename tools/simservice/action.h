@@ -2,6 +2,7 @@
 // for the faults of a scenario.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -44,6 +45,9 @@ struct Action {
 
 // False, with a sentence for the user, when the line is no action.
 bool ParseAction(std::string_view line, Action& action, std::string& error);
+
+// Of the catalogue, by its number or its name.
+std::optional<int> ParseCode(std::string_view word);
 
 // One line an action: usage and meaning.
 std::string ActionHelp();

@@ -13,7 +13,7 @@ namespace {
 constexpr int kPatience = 5;  // seconds for a request
 constexpr std::size_t kMaxRequest = 8192;
 
-// {0}: mark, {1}: what the page does by itself.
+// {}: mark.
 constexpr char kLogin[] = R"(<!DOCTYPE html>
 <meta charset="utf-8">
 <title>Example Identity</title>
@@ -22,11 +22,10 @@ button {{ font: inherit; padding: .5em 1.5em; margin: .5em }}</style>
 <h1>Example Identity</h1>
 <p>A made-up provider. Let the VPN client log in?</p>
 <form action="/answer">
-  <input type="hidden" name="mark" value="{0}">
+  <input type="hidden" name="mark" value="{}">
   <button name="yes" value="1">Log in</button>
   <button name="yes" value="0">Refuse</button>
 </form>
-<script>{1}</script>
 )";
 
 constexpr char kDone[] = R"(<!DOCTYPE html>
@@ -80,10 +79,8 @@ std::string targetOf(int peer) {
 
 }  // namespace
 
-LoginServer::LoginServer(bool signed_on, Answered answered)
-    : signed_on_(signed_on),
-      answered_(std::move(answered)),
-      listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+LoginServer::LoginServer(Answered answered)
+    : answered_(std::move(answered)), listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -124,9 +121,7 @@ void LoginServer::serve(int peer) const {
     std::string const target = targetOf(peer);
     std::string const mark = valueOf(target, "mark=");
     if (target.starts_with("/login?")) {
-        answer(peer, "200 OK",
-               fmt::format(kLogin, mark,
-                           signed_on_ ? "document.querySelector('button').click()" : ""));
+        answer(peer, "200 OK", fmt::format(kLogin, mark));
     } else if (target.starts_with("/answer?")) {
         answer(peer, "200 OK", kDone);
         answered_(mark, valueOf(target, "yes=") == "1");

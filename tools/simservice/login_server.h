@@ -13,8 +13,7 @@ class LoginServer {
     // Called on the server's thread with the mark of the page and the user's answer.
     using Answered = std::function<void(std::string const& mark, bool yes)>;
 
-    // With `signed_on` the page says yes by itself, as for a user who has logged in there before.
-    LoginServer(bool signed_on, Answered answered);
+    explicit LoginServer(Answered answered);
     ~LoginServer();
     LoginServer(LoginServer const&) = delete;
     LoginServer& operator=(LoginServer const&) = delete;
@@ -26,7 +25,6 @@ class LoginServer {
     void run();
     void serve(int peer) const;
 
-    bool const signed_on_;
     Answered const answered_;
     int listener_ = -1;
     int port_ = 0;

@@ -19,9 +19,11 @@ constexpr int kMaxDelay = 3'600'000;  // ms
 constexpr std::size_t kMaxProfileName = 127;
 constexpr int kMaxMadeUpRoutes = 1'000'000;
 
-constexpr std::array<std::pair<std::string_view, Moment>, 4> kMoments{{
+constexpr std::array<std::pair<std::string_view, Moment>, 6> kMoments{{
     {"link", Moment::kLink},
     {"start", Moment::kStart},
+    {"code", Moment::kCode},
+    {"password", Moment::kPassword},
     {"online", Moment::kOnline},
     {"signal", Moment::kSignal},
 }};
@@ -189,8 +191,13 @@ void readLogin(ObjectReader& reader, Scenario& scenario) {
         part.Read("page", scenario.third_party.page);
         part.Read("after_ms", scenario.third_party.after_ms, 0, kMaxDelay);
         part.Read("server", scenario.third_party.server);
-        part.Read("signedOn", scenario.third_party.signed_on);
-        part.Read("failure", scenario.third_party.failure, -1000);
+        if (std::string word; part.Read("failure", word)) {
+            auto const code = ParseCode(word);
+            if (!code) {
+                part.Fail("failure", fmt::format("\"{}\" is no code", word));
+            }
+            scenario.third_party.failure = static_cast<common::MsgCode>(*code);
+        }
     });
 }
 

@@ -33,9 +33,8 @@ enum class ServerCertificate { kGood, kNotYetValid, kExpired, kUntrusted };
 struct ThirdParty {
     std::string page = "http://127.0.0.1/login";
     int after_ms = 3000;
-    bool server = false;     // pages of our own, where the user says yes or no
-    bool signed_on = false;  // ... or has said so before
-    int failure = 0;         // code that the login fails with
+    bool server = false;  // pages of our own, where the user says yes or no
+    common::MsgCode failure = common::MsgCode::UNSPECIFIED;  // that the login ends with
 };
 
 enum class CodeKind { kToken, kSms, kEmail };
@@ -85,7 +84,7 @@ struct Delays {
 };
 
 // What happens on the way of a session, in the order in which it does.
-enum class Moment { kLink, kStart, kOnline, kSessionEnd, kLinkEnd, kSignal };
+enum class Moment { kLink, kStart, kCode, kPassword, kOnline, kSessionEnd, kLinkEnd, kSignal };
 
 struct Fault {
     Moment on = Moment::kLink;

@@ -48,10 +48,8 @@ MsgCode SecondFactor::Check(std::string const& code, long long age_ms) {
     return ++wrong_ == rules_.tries ? MsgCode::ERR_AUTH_CODE_RETRY_LIMIT : kind.wrong;
 }
 
-MsgCode SecondFactor::Resend() {
-    return ++resent_ > static_cast<std::size_t>(rules_.resends)
-               ? MsgCode::ERR_AUTH_CODE_REAPPLY_LIMIT
-               : MsgCode::UNSPECIFIED;
+bool SecondFactor::Resend() {
+    return ++resent_ <= static_cast<std::size_t>(rules_.resends);
 }
 
 bool SecondFactor::Accepts(MsgCode verdict) {
@@ -60,7 +58,6 @@ bool SecondFactor::Accepts(MsgCode verdict) {
 
 bool SecondFactor::Ends(MsgCode verdict) {
     return verdict == MsgCode::ERR_AUTH_CODE_RETRY_LIMIT ||
-           verdict == MsgCode::ERR_AUTH_CODE_REAPPLY_LIMIT ||
            std::ranges::find(kKinds, verdict, &Kind::late) != std::end(kKinds);
 }
 

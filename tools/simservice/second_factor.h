@@ -13,11 +13,11 @@ class SecondFactor {
     // It must outlive this.
     explicit SecondFactor(SecondFactorRules const& rules) : rules_(rules) {}
 
-    // The demand, the verdict on a code that came `age_ms` after the last one was sent out, and on
-    // the wish for another one: UNSPECIFIED is granted without a word.
+    // The demand, and the verdict on a code that came `age_ms` after the last one was sent out.
     core::sslvpn::CLMsgCommonReplyData Demand() const;
     common::MsgCode Check(std::string const& code, long long age_ms);
-    common::MsgCode Resend();
+    // Whether there is another code.
+    bool Resend();
 
     // Whether the verdict ends the login.
     static bool Ends(common::MsgCode verdict);

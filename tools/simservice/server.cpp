@@ -63,7 +63,7 @@ std::string Server::loginAt(std::function<void(bool yes)> answered) {
                 }
             });
         };
-        login_server_ = std::make_unique<LoginServer>(scenario_.third_party.signed_on, report);
+        login_server_ = std::make_unique<LoginServer>(report);
     }
     return login_server_->Address(std::to_string(login_));
 }

@@ -87,7 +87,8 @@ class Session {
     void thirdPartyAnswered(bool yes);
     // Once the credentials are right.
     void admit(User const& user);
-    void judged(common::MsgCode verdict);
+    void sendCode();
+    void judged(common::MsgCode verdict);  // on a code
     void tellPasswordRules();
     void accept(User const& user);
     void refuse(Judgement const& judgement);

@@ -27,10 +27,16 @@ void Session::admit(User const& user) {
         return;
     }
     challenge_.emplace(scenario_.second_factor);
+    sendCode();
+}
+
+// Out to the user, and the client is told to ask for it.
+void Session::sendCode() {
     code_sent_ = scheduler_.Now();
     auto data = challenge_->Demand();
     hooks_.say(fmt::format("asks for a code, {}", ReadableCode(data.statusCode)));
     reply(std::move(data));
+    hooks_.happened(Moment::kCode);
 }
 
 void Session::onAuthCode(Message const& message) {
@@ -46,10 +52,13 @@ void Session::onAuthCode(Message const& message) {
 
 void Session::onRequestAuthCode(Message const& message) {
     core::sslvpn::CLMsgSetData set;
-    if (CLMsgJson::Parse(message, &set) && challenge_ && set.profileName == profile_) {
-        hooks_.say("sends another code");
-        code_sent_ = scheduler_.Now();
-        judged(challenge_->Resend());
+    if (!CLMsgJson::Parse(message, &set) || !challenge_ || set.profileName != profile_) {
+        return;
+    }
+    if (challenge_->Resend()) {
+        sendCode();
+    } else {
+        refuse({nullptr, MsgCode::ERR_AUTH_CODE_REAPPLY_LIMIT});
     }
 }
 
@@ -59,12 +68,15 @@ void Session::onNewPassword(Message const& message) {
         set.profileName != profile_) {
         return;
     }
-    bool const allowed = scenario_.password.allow || state_ != State::kOnline;
-    auto const verdict =
-        allowed ? gatekeeper_.ChangePassword(*user_, set.currentPassword, set.newPassword)
-                : MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE;
-    hooks_.say(fmt::format("a new password, {}", ReadableCode(verdict)));
-    step(scenario_.password.answer_ms, [this, verdict] { reply(verdict); });
+    hooks_.happened(Moment::kPassword);
+    step(scenario_.password.answer_ms, [this, set = std::move(set)] {
+        bool const allowed = scenario_.password.allow || state_ != State::kOnline;
+        auto const verdict =
+            allowed ? gatekeeper_.ChangePassword(*user_, set.currentPassword, set.newPassword)
+                    : MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE;
+        hooks_.say(fmt::format("a new password, {}", ReadableCode(verdict)));
+        reply(verdict);
+    });
 }
 
 // At the end of the login.
@@ -84,11 +96,7 @@ void Session::tellPasswordRules() {
     reply(std::move(data));
 }
 
-// The verdict on a code, or on the wish for another one.
 void Session::judged(MsgCode verdict) {
-    if (verdict == MsgCode::UNSPECIFIED) {
-        return;
-    }
     if (SecondFactor::Ends(verdict)) {
         refuse({nullptr, verdict});
         return;

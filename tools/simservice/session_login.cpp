@@ -97,10 +97,9 @@ void Session::login(Start const& start) {
 
 void Session::openProvidersPage(Start const& start) {
     ThirdParty const& rules = scenario_.third_party;
-    auto const failure = static_cast<MsgCode>(rules.failure);
-    if (failure == MsgCode::ERR_RECV_INVALID_OAUTH_INFO ||
-        failure == MsgCode::ERR_WRITE_OAUTH_INFO) {
-        refuse({nullptr, failure});
+    if (rules.failure == MsgCode::ERR_RECV_INVALID_OAUTH_INFO ||
+        rules.failure == MsgCode::ERR_WRITE_OAUTH_INFO) {
+        refuse({nullptr, rules.failure});
         return;
     }
     core::sslvpn::CLMsgCommonReplyData data;
@@ -126,11 +125,11 @@ void Session::openProvidersPage(Start const& start) {
 }
 
 void Session::thirdPartyAnswered(bool yes) {
-    int const failure = scenario_.third_party.failure;
+    auto const failure = scenario_.third_party.failure;
     if (!yes) {
         refuse({nullptr, MsgCode::ERR_OAUTH_LOGIN_OAUTH_SERVER_FAILED});
-    } else if (failure != 0) {
-        refuse({nullptr, static_cast<MsgCode>(failure)});
+    } else if (failure != MsgCode::UNSPECIFIED) {
+        refuse({nullptr, failure});
     } else {
         admit(scenario_.users.front());
     }

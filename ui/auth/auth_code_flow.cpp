@@ -3,9 +3,6 @@
 #include "components/logger/logger.h"
 #include "components/utils/secret_string.h"
 #include "core/clmsg_json.h"
-#include "ui/auth/auth_dialog.h"
-#include "ui/text/texts.h"
-#include "ui/widgets/bring_into_view.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -21,15 +18,9 @@ constexpr SetType kCodes[] = {SetType::kTokenCode, SetType::kSmsCode, SetType::k
 constexpr SetType kRequests[] = {SetType::kUnknown, SetType::kRequestSmsCode,
                                  SetType::kRequestEmailCode};
 
-BoxRequest warningBox(MsgCode text) {
-    BoxRequest request = OkBox(BoxKind::kCritical, GetTrMsg(text));
-    request.title = GetTrMsg(MsgCode::UI_WARNING);
-    return request;
-}
-
 }  // namespace
 
-AuthCodeFlow::AuthCodeFlow(Session& session) : session_(session), deadline_(session.clock) {
+AuthCodeFlow::AuthCodeFlow(Session& session) : DialogFlow(session), deadline_(session.clock) {
     connect(&session_, &Session::NeedSendAuthCode, this, &AuthCodeFlow::onNeedSendAuthCode);
     connect(&deadline_, &Deadline::Passed, this, &AuthCodeFlow::onAuthTimerTimeout);
     connect(&deadline_, &Deadline::Ticked, this, [this] {
@@ -39,29 +30,24 @@ AuthCodeFlow::AuthCodeFlow(Session& session) : session_(session), deadline_(sess
     });
 }
 
-AuthCodeFlow::~AuthCodeFlow() {
-    session_.conversation.Close(*this);
-}
-
 void AuthCodeFlow::onNeedSendAuthCode() {
     if (!session_.RunningProfile()) {
         Log().error("Can not get client");
         return;
     }
-    close();  // one of an attempt before may stand behind its text
-    session_.conversation.Open(*this);
-    if (!session_.conversation.Is(*this)) {
+    if (!begin()) {
         return;
     }
-    auto* const dialog = new AuthDialog(session_.context, session_.prompts, session_.window);
-    dialog_ = dialog;
+    auto* const dialog = new AuthDialog(session_.context, session_.window);
+    run(*dialog);
     connect(dialog, &AuthDialog::SendAuthCode, this, &AuthCodeFlow::onSendAuthCode);
     connect(dialog, &AuthDialog::RequestAuthCode, this, &AuthCodeFlow::onRequestAuthCode);
+    connect(dialog, &AuthDialog::Refused, this,
+            [this](BoxRequest const& request) { say(request); });
     connect(dialog, &AuthDialog::GivenUp, this, &AuthCodeFlow::onGivenUp);
-    connect(dialog, &QDialog::finished, this,
-            [this, dialog](int result) { onFinished(*dialog, result); });
     deadline_.Start(kAuthTime);
     dialog->ShowTimeLeft(deadline_.TimeLeft());
+    session_.state.errorShown = false;  // an earlier text does not speak for the dialog's end
     session_.state.secondFactor = true;
     session_.Announce();
     session_.Demand(dialog->windowTitle());
@@ -73,7 +59,9 @@ bool AuthCodeFlow::OnAnswer(MsgCode code) {
         case MsgCode::NEED_SMS_AUTH_CODE:
         case MsgCode::NEED_TOKEN_AUTH_CODE:
         case MsgCode::NEED_EMAIL_AUTH_CODE:
-            return true;  // neither the prompt nor the pause changes
+            // Asked again for the same: neither the prompt nor the pause changes.
+            return LoginStatuses::ConvertMsgCodeToAuthCodeType(code) ==
+                   session_.context.authCodeType;
         case MsgCode::SMS_AUTH_CODE_CHECK_OK:
         case MsgCode::TOKEN_AUTH_CODE_CHECK_OK:
         case MsgCode::EMAIL_AUTH_CODE_CHECK_OK:
@@ -87,10 +75,6 @@ bool AuthCodeFlow::OnAnswer(MsgCode code) {
             if (dialog_) {
                 dialog_->onAuthCodeVerifyResult(false);
             }
-            return true;
-        case MsgCode::ERR_AUTH_CODE_RETRY_LIMIT:
-        case MsgCode::ERR_AUTH_CODE_REAPPLY_LIMIT:
-            onAuthCodeRetryLimit();
             return true;
         default:
             return false;
@@ -121,52 +105,25 @@ void AuthCodeFlow::onRequestAuthCode() {
     }
 }
 
-void AuthCodeFlow::onAuthCodeRetryLimit() {
-    session_.Failures().EndWith(
-        warningBox(MsgCode::UI_WARNING_REACH_MAXIMUM_RETRY_TIMES_LOGIN_AGAIN));
-}
-
 void AuthCodeFlow::onAuthTimerTimeout() {
-    if (!session_.conversation.Is(*this)) {
-        return;  // it has ended, and stands behind its text
+    if (!isOpen()) {
+        return;
     }
     Log().info("Auth timeout and peer has already disconnected");
-    session_.Failures().EndWith(warningBox(MsgCode::UI_WARNING_CONNECT_TIMEOUT_LOGIN_AGAIN));
+    session_.Failures().EndWith(WarningBox(MsgCode::UI_WARNING_CONNECT_TIMEOUT_LOGIN_AGAIN));
 }
 
 // The user's own end: its stop comes first, and no text.
 void AuthCodeFlow::onGivenUp() {
-    if (session_.conversation.Is(*this)) {
+    if (isOpen()) {
         session_.conversation.Close(*this);
         session_.state.errorShown = true;
         session_.Flow().StopConnect();
     }
 }
 
-void AuthCodeFlow::OnLost() {
-    if (std::exchange(session_.state.errorShown, true)) {
-        close();
-        return;
-    }
-    session_.Failures().EndConversation(
-        OkBox(BoxKind::kCritical, GetTrMsg(MsgCode::UI_INFO_CONNECTION_TERMINATED)));
-}
-
-void AuthCodeFlow::close() {
-    session_.conversation.Close(*this);
-    if (dialog_) {
-        dialog_->done(QDialog::Rejected);
-    }
-}
-
-void AuthCodeFlow::onFinished(AuthDialog& dialog, int result) {
-    dialog.DeleteBehindBoxes();
-    if (dialog_ != &dialog) {
-        return;
-    }
-    dialog_ = nullptr;
+void AuthCodeFlow::onFinished(int result, bool /*itself*/) {
     deadline_.Stop();
-    session_.conversation.Close(*this);
     if (result == QDialog::Accepted) {
         Log().info("has send auth code to service");
         Log().debug("alread send auth code: {}", session_.state.currentProfileName);
@@ -176,9 +133,7 @@ void AuthCodeFlow::onFinished(AuthDialog& dialog, int result) {
     }
     session_.state.secondFactor = false;
     session_.Announce();
-    // Queued: whoever leaves the program is not shown its window once more.
-    QMetaObject::invokeMethod(
-        this, [this] { BringForward(session_.window); }, Qt::QueuedConnection);
+    bringWindowForward();
 }
 
 }  // namespace zorvanelink::ui

@@ -1,17 +1,13 @@
 // Runs the second factor of a login: one dialog, from the demand to the gateway's verdict. GUI
-// thread; the dialog is modal without an event loop of its own.
+// thread.
 #pragma once
 
-#include <QObject>
-#include <QPointer>
-
-#include "ui/session/session.h"
+#include "ui/auth/auth_dialog.h"
+#include "ui/auth/dialog_flow.h"
 
 namespace zorvanelink::ui {
 
-class AuthDialog;
-
-class AuthCodeFlow : public QObject, public Conversation {
+class AuthCodeFlow : public DialogFlow<AuthDialog> {
     Q_OBJECT
 
   public:
@@ -19,11 +15,8 @@ class AuthCodeFlow : public QObject, public Conversation {
     static constexpr std::chrono::milliseconds kAuthTime{585000};
 
     explicit AuthCodeFlow(Session& session);
-    ~AuthCodeFlow() override;
 
     bool OnAnswer(common::MsgCode code) override;
-    void OnLost() override;
-    void OnEnded() override { close(); }
 
   public Q_SLOTS:
     // For the running profile, whose context says what kind of code.
@@ -33,14 +26,10 @@ class AuthCodeFlow : public QObject, public Conversation {
     void onAuthTimerTimeout();
 
   private:
-    void onAuthCodeRetryLimit();
     void onGivenUp();
-    void onFinished(AuthDialog& dialog, int result);
-    void close();
+    void onFinished(int result, bool itself) override;
 
-    Session& session_;
     Deadline deadline_;
-    QPointer<AuthDialog> dialog_;  // while it is open
 };
 
 }  // namespace zorvanelink::ui

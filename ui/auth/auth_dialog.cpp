@@ -1,14 +1,14 @@
 #include "ui/auth/auth_dialog.h"
 
 #include <QHBoxLayout>
-#include <QScopedValueRollback>
+#include <QValidator>
 #include <algorithm>
 #include <chrono>
 
+#include "ui/session/box_queue.h"
 #include "ui/text/bounded_text.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/automation_hooks.h"
-#include "ui/widgets/prompts.h"
 #include "ui/widgets/secret_field.h"
 
 namespace zorvanelink::ui {
@@ -41,6 +41,25 @@ constexpr Kind kKinds[] = {
 };
 constexpr Kind kUnknown{-1, MsgCode::UI_TR_DEFAULT_AUTH_VERF_DESP, MsgCode::UNSPECIFIED, false};
 
+// Lets a code in, and of what is longer what is left without the blanks around it.
+class CodeLength : public QValidator {
+  public:
+    using QValidator::QValidator;
+
+    State validate(QString& input, int& position) const override {
+        if (input.size() > kMaxCodeLength) {
+            int const leading =
+                static_cast<int>(std::find_if_not(input.cbegin(), input.cend(),
+                                                  [](QChar sign) { return sign.isSpace(); }) -
+                                 input.cbegin());
+            input.remove(0, leading);
+            input.truncate(kMaxCodeLength);
+            position = std::clamp(position - leading, 0, input.size());
+        }
+        return Acceptable;
+    }
+};
+
 Kind const& kindOf(std::int32_t type) {
     auto const* const row = std::find_if(std::begin(kKinds), std::end(kKinds),
                                          [type](Kind const& kind) { return kind.type == type; });
@@ -49,9 +68,8 @@ Kind const& kindOf(std::int32_t type) {
 
 }  // namespace
 
-AuthDialog::AuthDialog(Context const& context, Prompts& prompts, QWidget* parent)
-    : ZVLDialog(parent, &prompts),
-      prompts_(prompts),
+AuthDialog::AuthDialog(Context const& context, QWidget* parent)
+    : ZVLDialog(parent),
       prompt_(new MessageText(Body())),
       code_(new QLineEdit(Body())),
       retry_(new QPushButtonExt(QString(), Body())),
@@ -78,7 +96,7 @@ void AuthDialog::build() {
     setFixedWidth(kWidth);
     prompt_->setObjectName(QStringLiteral("prompt_label_"));
     code_->setObjectName(QStringLiteral("code_edit_"));
-    code_->setMaxLength(kMaxCodeLength);
+    code_->setValidator(new CodeLength(code_));
     code_->setPlaceholderText(GetTrMsg(MsgCode::UI_TR_DEFAULT_AUTH_LINEEDIT_CONTENT));
     SetSecretEcho(*code_, QLineEdit::Normal);
     retry_->setObjectName(QStringLiteral("retry_button_"));
@@ -177,13 +195,19 @@ void AuthDialog::onRetryTimerTimeout() {
 }
 
 void AuthDialog::on_verify_button__clicked() {
-    QString code = code_->text().trimmed();
+    send(code_->text());
+}
+
+void AuthDialog::send(QString typed) {
+    QString code = typed.trimmed();
     if (code.size() >= kMinCodeLength && code.size() <= kMaxCodeLength) {
         Q_EMIT SendAuthCode(code);
     } else {
-        refuse(GetTrMsg(MsgCode::UI_ERROR), GetTrMsg(MsgCode::UI_INFO_WRONG_AUTH_CODE_LENGTH));
+        refuse(MsgCode::UI_ERROR, MsgCode::UI_INFO_WRONG_AUTH_CODE_LENGTH);
     }
-    code.fill(QChar(u'\0'));
+    for (QString* const copy : {&code, &typed}) {
+        copy->fill(QChar(u'\0'));
+    }
 }
 
 void AuthDialog::on_retry_button__clicked() {
@@ -204,18 +228,17 @@ void AuthDialog::onAuthCodeVerifyResult(bool ok) {
     if (answer) {
         answer(-1, QStringLiteral("UNLUCKY"));
     }
-    refuse(GetTrMsg(answer ? MsgCode::UI_INFO : MsgCode::UI_ERROR),
-           GetTrMsg(MsgCode::UI_INFO_FAIL_VARIFY_AUTH_CODE_INPUT_AGAIN));
+    refuse(answer ? MsgCode::UI_INFO : MsgCode::UI_ERROR,
+           MsgCode::UI_INFO_FAIL_VARIFY_AUTH_CODE_INPUT_AGAIN);
 }
 
-// Once, however often it is said while the box stands.
-void AuthDialog::refuse(QString const& title, QString const& text) {
+void AuthDialog::refuse(MsgCode title, MsgCode text) {
     WipeField(*code_);
     code_->setFocus();
-    if (!refusing_) {
-        QScopedValueRollback<bool> const guard(refusing_, true);
-        prompts_.Critical(this, title, text, GetTrMsg(MsgCode::UI_INFO_OK));
-    }
+    BoxRequest request = OkBox(BoxKind::kCritical, GetTrMsg(text));
+    request.parent = this;
+    request.title = GetTrMsg(title);
+    Q_EMIT Refused(request);
 }
 
 void AuthDialog::on_cancel_button__clicked() {
@@ -238,12 +261,7 @@ void AuthDialog::reject() {
 void AuthDialog::AutoConfirmAuth(int action, std::string const& text) {
     switch (action) {
         case 0:
-            if (QString::fromStdString(text).trimmed().size() > kMaxCodeLength) {
-                code_->clear();  // which is refused, where a part of a code would be tried
-            } else {
-                code_->setText(QString::fromStdString(text));
-            }
-            on_verify_button__clicked();
+            send(QString::fromStdString(text));  // not cut, as the field would: that is refused
             break;
         case 1:
             on_retry_button__clicked();

@@ -10,6 +10,7 @@
 #include "ui/session/context.h"
 #include "ui/widgets/dialog_foot.h"
 #include "ui/widgets/message_text.h"
+#include "ui/widgets/prompts.h"
 #include "ui/widgets/zvl_dialog.h"
 
 namespace zorvanelink::ui {
@@ -19,7 +20,7 @@ class AuthDialog : public ZVLDialog {
 
   public:
     // What is asked for follows from the context's kind of code.
-    AuthDialog(Context const& context, Prompts& prompts, QWidget* parent = nullptr);
+    explicit AuthDialog(Context const& context, QWidget* parent = nullptr);
     ~AuthDialog() override;
 
     void ShowTimeLeft(QString const& text);
@@ -30,6 +31,8 @@ class AuthDialog : public ZVLDialog {
   Q_SIGNALS:
     void SendAuthCode(QString const& code);
     void RequestAuthCode();
+    // What was typed is no good, and the user is to be told so over the dialog.
+    void Refused(BoxRequest const& request);
     // The user gives up; the dialog is still there.
     void GivenUp();
 
@@ -52,9 +55,9 @@ class AuthDialog : public ZVLDialog {
     void build();
     void fill(Context const& context);
     void startPause();
-    void refuse(QString const& title, QString const& text);
+    void send(QString typed);
+    void refuse(common::MsgCode title, common::MsgCode text);
 
-    Prompts& prompts_;
     MessageText* prompt_;
     QLineEdit* code_;
     QPushButtonExt* retry_;
@@ -63,7 +66,6 @@ class AuthDialog : public ZVLDialog {
     DialogFoot* foot_;
     QTimer pause_;
     int pauseLeft_ = 0;  // seconds
-    bool refusing_ = false;
 };
 
 }  // namespace zorvanelink::ui

@@ -22,9 +22,6 @@ constexpr int kSpacing = 14;
 constexpr int kRadioSpacing = 15;
 constexpr int kRadioSpacingChinese = 55;
 
-constexpr char kDisabledStyle[] =
-    "background-color: #E8E8E8; color: #CCCCCC; border-radius:4;border: #CCCCCC";
-
 bool contains(std::vector<SupportedAuthType> const& types, SupportedAuthType type) {
     return std::find(types.begin(), types.end(), type) != types.end();
 }
@@ -107,19 +104,20 @@ QWidget* AuthTypeDialog::buildRadios() {
 QWidget* AuthTypeDialog::buildButtons() {
     auto* bar = new QWidget(Panel());
     auto* column = new QVBoxLayout(bar);
-    column->setSpacing(12);
+    column->setSpacing(8);
     login_ = addButton(*column, "btn_connect_", MsgCode::UI_TR_INFO_BEGIN_LOGIN);
     thirdParty_ = addButton(*column, "btn_third_party_", MsgCode::UI_TR_INFO_THIRD_LOGIN);
     browserHint_ =
         new QLabel(Translate(QT_TRANSLATE_NOOP("ui", "Your browser opens to log in.")), bar);
     browserHint_->setObjectName(QStringLiteral("browser_hint_"));
     browserHint_->setProperty("role", QStringLiteral("hint"));
-    browserHint_->setAlignment(Qt::AlignCenter);
     thirdParty_->setAccessibleDescription(browserHint_->text());
     browserHint_->hide();
-    column->addWidget(browserHint_);
-    cancel_ = addButton(*column, "btn_cancel_", MsgCode::UI_INFO_CANCEL);
+    auto* last = new QHBoxLayout;  // one row: on a low screen the form needs the room
+    last->addWidget(browserHint_, 1);
+    cancel_ = addButton(*last, "btn_cancel_", MsgCode::UI_INFO_CANCEL);
     cancel_->setProperty("flat", true);
+    column->addLayout(last);
     login_->hide();
     thirdParty_->hide();
     return bar;
@@ -279,12 +277,9 @@ bool AuthTypeDialog::CheckInput() {
     return !common::NeedsCertificate(chosen_) || (CheckCert() && CheckPinCode());
 }
 
-// Enabled, the stylesheet of the dialog decides.
 void AuthTypeDialog::ConnectButtonEnable(bool enable) {
-    for (QPushButton* const button : {login_, thirdParty_}) {
-        button->setEnabled(enable);
-        button->setStyleSheet(enable ? QString() : QString::fromLatin1(kDisabledStyle));
-    }
+    login_->setEnabled(enable);
+    thirdParty_->setEnabled(enable);
 }
 
 void AuthTypeDialog::AskAgainFor(AttemptSecrets::Secret secret) {

@@ -4,7 +4,6 @@
 
 #include "app/environment/globals.h"
 #include "components/logger/logger.h"
-#include "ui/auth/auth_type_dialog.h"
 #include "ui/widgets/automation_hooks.h"
 
 namespace zorvanelink::ui {
@@ -17,7 +16,7 @@ constexpr std::chrono::milliseconds kAutomaticLoginDelay{50};
 
 }  // namespace
 
-AuthTypeFlow::AuthTypeFlow(Session& session) : session_(session) {
+AuthTypeFlow::AuthTypeFlow(Session& session) : DialogFlow(session) {
     connect(&session_, &Session::NeedSelectAuthType, this, &AuthTypeFlow::onNeedSelectAuthType);
     connect(&selectAuthTypeTimer_, &QTimer::timeout, this,
             &AuthTypeFlow::onSelectAuthTypeTimerTimeout);
@@ -37,60 +36,45 @@ void AuthTypeFlow::onNeedSelectAuthType(bool select) {
         Log().info("Auth type dialog is still running when recving select auth type");
         return;
     }
-    End const end = runDialog(profile, select);
-    if (g_quit || end == End::kSuperseded) {
+    if (!begin()) {
         return;
     }
-    if (end == End::kCancelled) {
-        Log().info("Failed or cancel process select auth type");
-        giveUp(*profile);
-        return;
-    }
-    Log().debug("has send auth type to service");
-    session_.config.Save();
-    // Queued: what has asked for the choice is left first.
-    QMetaObject::invokeMethod(
-        this, [this, name = profile->name] { session_.Flow().StartChosen(name); },
-        Qt::QueuedConnection);
-}
-
-AuthTypeFlow::End AuthTypeFlow::runDialog(std::shared_ptr<Profile> const& profile, bool select) {
-    superseded_ = false;
-    dialog_ = new AuthTypeDialog(profile, select,
-                                 {session_.config, session_.prompts, session_.Certificates()},
-                                 session_.window);
+    profile_ = profile;
+    auto* const dialog = new AuthTypeDialog(
+        profile, select, {session_.config, session_.prompts, session_.Certificates()},
+        session_.window);
+    run(*dialog);
     if (auto const refused = session_.secrets.Refused()) {
-        dialog_->AskAgainFor(*refused);
+        dialog->AskAgainFor(*refused);
     }
-    session_.conversation.Open(*this);
-    session_.Demand(dialog_->windowTitle());
-    bool wanted = false;
-    connect(dialog_.data(), &AuthTypeDialog::StartConnect, this, [&wanted] { wanted = true; });
+    // Queued: the dialog is gone first.
+    connect(dialog, &AuthTypeDialog::StartConnect, this, &AuthTypeFlow::onStartConnect,
+            Qt::QueuedConnection);
     if (automationHooks().dialogOpened) {
-        QTimer::singleShot(kAutomaticLoginDelay, dialog_.data(),
-                           &AuthTypeDialog::ClickedConnectButton);
+        QTimer::singleShot(kAutomaticLoginDelay, dialog, &AuthTypeDialog::ClickedConnectButton);
     }
-    bool const accepted = dialog_->exec() == QDialog::Accepted;
-    delete dialog_.data();
-    session_.conversation.Close(*this);
-    if (superseded_) {
-        return End::kSuperseded;
-    }
-    return accepted && wanted ? End::kLogin : End::kCancelled;
+    session_.Demand(dialog->windowTitle());
+    dialog->show();
 }
 
-// The way down of the dialog's own profile, whatever came and went while it stood.
-void AuthTypeFlow::giveUp(Profile& profile) {
-    session_.secrets.Forget(profile);
-    if (session_.RunningProfile().get() == &profile) {
-        session_.Flow().StopConnect();
+void AuthTypeFlow::onStartConnect(QString const& name) {
+    if (!g_quit) {
+        session_.Flow().StartChosen(name.toStdString());
     }
 }
 
-void AuthTypeFlow::OnEnded() {
-    superseded_ = true;
-    if (dialog_) {
-        dialog_->reject();
+void AuthTypeFlow::onFinished(int result, bool itself) {
+    std::shared_ptr<Profile> const profile = std::exchange(profile_, nullptr);
+    if (result == QDialog::Accepted) {
+        Log().debug("has send auth type to service");
+        session_.config.Save();
+    } else if (itself && !g_quit) {
+        Log().info("Failed or cancel process select auth type");
+        // The way down of the dialog's own profile, whatever came and went while it stood.
+        session_.secrets.Forget(*profile);
+        if (session_.RunningProfile() == profile) {
+            session_.Flow().StopConnect();
+        }
     }
 }
 

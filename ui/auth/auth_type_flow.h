@@ -1,19 +1,15 @@
-// Runs the choice of the login's type: one dialog at a time, and what follows from its end.
-// GUI thread; the dialog is modal, so the service keeps speaking meanwhile.
+// Runs the choice of the login's type: one dialog at a time, and what follows from its end. GUI
+// thread.
 #pragma once
 
-#include <QObject>
-#include <QPointer>
 #include <QTimer>
 
-#include "ui/auth/auth_config_base.h"
-#include "ui/session/session.h"
+#include "ui/auth/auth_type_dialog.h"
+#include "ui/auth/dialog_flow.h"
 
 namespace zorvanelink::ui {
 
-class AuthTypeDialog;
-
-class AuthTypeFlow : public QObject, public Conversation {
+class AuthTypeFlow : public DialogFlow<AuthTypeDialog> {
     Q_OBJECT
 
   public:
@@ -22,7 +18,6 @@ class AuthTypeFlow : public QObject, public Conversation {
     // The user may go on choosing: the login that follows is a new attempt.
     bool OutlivesSession() const override { return true; }
     void OnLost() override {}
-    void OnEnded() override;
     void StopDeadline() override { selectAuthTypeTimer_.stop(); }
 
   public Q_SLOTS:
@@ -35,14 +30,11 @@ class AuthTypeFlow : public QObject, public Conversation {
     void SelectAuthTypeTimeout();
 
   private:
-    enum class End { kLogin, kCancelled, kSuperseded };
-    End runDialog(std::shared_ptr<Profile> const& profile, bool select);
-    void giveUp(Profile& profile);
+    void onStartConnect(QString const& name);
+    void onFinished(int result, bool itself) override;
 
-    Session& session_;
-    QPointer<AuthTypeDialog> dialog_;  // while it is open
-    bool superseded_ = false;
-    QTimer selectAuthTypeTimer_;  // nothing starts it: the user may take any time
+    std::shared_ptr<Profile> profile_;  // of the dialog
+    QTimer selectAuthTypeTimer_;        // nothing starts it: the user may take any time
 };
 
 }  // namespace zorvanelink::ui

@@ -1,12 +1,11 @@
 #include "ui/auth/change_pwd_dialog.h"
 
 #include <QHBoxLayout>
-#include <QScopedValueRollback>
 
 #include "ui/config/profile.h"
+#include "ui/session/box_queue.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/automation_hooks.h"
-#include "ui/widgets/prompts.h"
 #include "ui/widgets/secret_field.h"
 #include "ui/widgets/style.h"
 
@@ -44,9 +43,8 @@ void setMark(QLabel& mark, bool met) {
 
 ChangePWDDialog::ChangePWDDialog(QString const& userName,
                                  core::sslvpn::UserPasswordComplexity const& policy,
-                                 ChangePWdType type, Prompts& prompts, QWidget* parent)
-    : ZVLDialog(parent, &prompts),
-      prompts_(prompts),
+                                 ChangePWdType type, QWidget* parent)
+    : ZVLDialog(parent),
       userName_(userName),
       rules_(PasswordRulesOf(policy)),
       user_(new QLineEdit(userName, Body())),
@@ -190,9 +188,7 @@ MsgCode ChangePWDDialog::fault() const {
 
 void ChangePWDDialog::on_pushButton_ok_clicked() {
     if (MsgCode const text = fault(); text != MsgCode::UNSPECIFIED) {
-        complain(GetTrMsg(text), text == MsgCode::UI_TR_ERR_CUR_PWD_LENGTH
-                                     ? current_
-                                     : static_cast<QLineEdit*>(new_));
+        complain(GetTrMsg(text), text == MsgCode::UI_TR_ERR_CUR_PWD_LENGTH ? *current_ : *new_);
         return;
     }
     SetWaiting(true);
@@ -201,17 +197,18 @@ void ChangePWDDialog::on_pushButton_ok_clicked() {
 
 void ChangePWDDialog::Refuse(QString const& text) {
     SetWaiting(false);
-    complain(text, new_);
+    complain(text, *new_);
 }
 
-// Once, however often it is said while the box stands.
-bool ChangePWDDialog::complain(QString const& text, QWidget* focus) {
-    if (!complaining_) {
-        QScopedValueRollback<bool> const guard(complaining_, true);
-        prompts_.Critical(this, GetTrMsg(MsgCode::UI_ERROR), text, GetTrMsg(MsgCode::UI_INFO_OK));
-        focus->setFocus();
-    }
-    return false;
+void ChangePWDDialog::complain(QString const& text, QWidget& focus) {
+    focus.setFocus();
+    Q_EMIT Refused(Complaint(text));
+}
+
+BoxRequest ChangePWDDialog::Complaint(QString const& text) {
+    BoxRequest request = OkBox(BoxKind::kCritical, text);
+    request.parent = this;
+    return request;
 }
 
 void ChangePWDDialog::on_pushButton_cancel_clicked() {
@@ -240,9 +237,9 @@ void ChangePWDDialog::AutoConfirmChangePwd(int action, std::string const& curren
         }
         return;
     }
-    current_->setText(QString::fromStdString(current));
-    new_->setText(QString::fromStdString(password));
-    confirm_->setText(QString::fromStdString(confirmed));
+    TypeInto(*current_, current);
+    TypeInto(*new_, password);
+    TypeInto(*confirm_, confirmed);
     on_pushButton_ok_clicked();
 }
 

@@ -8,6 +8,7 @@
 #include "common/message_catalogue.h"
 #include "ui/auth/password_rules.h"
 #include "ui/widgets/dialog_foot.h"
+#include "ui/widgets/prompts.h"
 #include "ui/widgets/secret_edit.h"
 #include "ui/widgets/zvl_dialog.h"
 
@@ -22,18 +23,22 @@ class ChangePWDDialog : public ZVLDialog {
 
   public:
     ChangePWDDialog(QString const& userName, core::sslvpn::UserPasswordComplexity const& policy,
-                    ChangePWdType type, Prompts& prompts, QWidget* parent = nullptr);
+                    ChangePWdType type, QWidget* parent = nullptr);
     ~ChangePWDDialog() override;
 
     void ShowTimeLeft(QString const& text);
     // While the gateway looks at what was sent, nothing else is.
     void SetWaiting(bool waiting);
-    // The gateway's no; the dialog stays for another try.
+    // The gateway's no, and its words for it; the dialog stays for another try.
     void Refuse(QString const& text);
+    // A critical box over the dialog.
+    BoxRequest Complaint(QString const& text);
 
   Q_SIGNALS:
     // The passwords as sensitive values.
     void ChangePWDSignal(std::string const& current, std::string const& password);
+    // What was typed is no good, and the user is to be told so over the dialog.
+    void Refused(BoxRequest const& request);
     // The user gives up; the dialog is still there.
     void GivenUp();
 
@@ -56,9 +61,8 @@ class ChangePWDDialog : public ZVLDialog {
     void addRules();
     void onTyped();
     common::MsgCode fault() const;
-    bool complain(QString const& text, QWidget* focus);
+    void complain(QString const& text, QWidget& focus);
 
-    Prompts& prompts_;
     QString const userName_;
     std::vector<PasswordRule> const rules_;
     QLineEdit* user_;
@@ -69,7 +73,6 @@ class ChangePWDDialog : public ZVLDialog {
     std::vector<QLabel*> marks_;  // one a rule
     QLabel* timeLeft_;
     DialogFoot* foot_;
-    bool complaining_ = false;
 };
 
 }  // namespace zorvanelink::ui

@@ -4,8 +4,6 @@
 
 #include "components/logger/logger.h"
 #include "core/clmsg_json.h"
-#include "ui/text/texts.h"
-#include "ui/widgets/bring_into_view.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -36,7 +34,7 @@ QString refusalOf(int code) {
 }  // namespace
 
 ChangePWDFlow::ChangePWDFlow(Session& session)
-    : session_(session), deadline_(session.clock), response_(session.clock) {
+    : DialogFlow(session), deadline_(session.clock), response_(session.clock) {
     connect(&session_, &Session::NeedChangePwd, this, &ChangePWDFlow::HandleChangePWD);
     connect(&session_, &Session::ChangePWDRetSignal, this, &ChangePWDFlow::onChangePWDRet);
     connect(&deadline_, &Deadline::Passed, this, &ChangePWDFlow::timeout);
@@ -53,10 +51,6 @@ ChangePWDFlow::ChangePWDFlow(Session& session)
     connect(&response_, &Deadline::Passed, this, &ChangePWDFlow::ResponseTimeOut);
 }
 
-ChangePWDFlow::~ChangePWDFlow() {
-    session_.conversation.Close(*this);
-}
-
 void ChangePWDFlow::HandleChangePWD(core::sslvpn::CLMsgCommonReplyData const& data) {
     session_.context.passwordPolicy = data;
     ChangePWD(data, static_cast<ChangePWdType>(data.changePWDType));
@@ -66,7 +60,8 @@ void ChangePWDFlow::HandleChangePWD(core::sslvpn::CLMsgCommonReplyData const& da
 void ChangePWDFlow::onActionActiveChangePWDTriggered() {
     if (QApplication::activeModalWidget() != nullptr) {
         BringForward(session_.window);  // what stands open is answered first
-    } else if (session_.state.online && session_.context.allowLocalChangePassword) {
+    } else if (session_.state.online && session_.state.SessionStands() &&
+               session_.context.allowLocalChangePassword) {
         ChangePWD(session_.context.passwordPolicy, ChangePWdType::kUser);
     }
 }
@@ -79,31 +74,30 @@ void ChangePWDFlow::ChangePWD(core::sslvpn::UserPasswordComplexity const& policy
         return;
     }
     bool const demanded = type_ == ChangePWdType::kUser && type != ChangePWdType::kUser;
-    if (dialog_ && session_.conversation.Is(*this) && !demanded) {
+    if (isOpen() && !demanded) {
         session_.Failures().ProcessErrorMsg(GetTrMsg(MsgCode::UI_ERROR_INTERNAL_ERROR));
         return;
     }
-    if (dialog_ && demanded) {
+    if (isOpen()) {
         Attempt const here = session_.Now();
         OnSuperseded();
         if (!here.Still() || !session_.state.SessionStands()) {
             return;
         }
     }
-    close();  // one of an attempt before may stand behind its text
-    session_.conversation.Open(*this);
-    if (!session_.conversation.Is(*this)) {
+    if (!begin()) {
         return;
     }
     type_ = type;
-    changed_ = false;
+    changed_ = late_ = false;
     auto* const dialog = new ChangePWDDialog(QString::fromStdString(profile->userName), policy,
-                                             type, session_.prompts, session_.window);
-    dialog_ = dialog;
+                                             type, session_.window);
+    run(*dialog);
     connect(dialog, &ChangePWDDialog::ChangePWDSignal, this, &ChangePWDFlow::onChangePWD);
+    connect(dialog, &ChangePWDDialog::Refused, this,
+            [this](BoxRequest const& request) { say(request); });
     connect(dialog, &ChangePWDDialog::GivenUp, this, &ChangePWDFlow::onGivenUp);
-    connect(dialog, &QDialog::finished, this,
-            [this, dialog](int result) { onFinished(*dialog, result); });
+    session_.state.errorShown = false;  // an earlier text does not speak for the dialog's end
     deadline_.Start(kChangeTime);
     dialog->ShowTimeLeft(deadline_.TimeLeft());
     if (type == ChangePWdType::kUser) {
@@ -143,7 +137,7 @@ bool ChangePWDFlow::OnAnswer(MsgCode code) {
             if (dialog_) {
                 dialog_->SetWaiting(false);
             }
-            return false;  // told as any failure is
+            return late_;  // else told as any failure is
         default:
             return false;
     }
@@ -157,10 +151,10 @@ void ChangePWDFlow::onChangePWDRet(int code) {
         return;
     }
     sent_.reset();
-    if (!session_.conversation.Is(*this)) {
-        Log().debug("No dialog waits for status {}", code);
-    } else if (dialog_) {
+    if (isOpen() && !late_) {
         dialog_->Refuse(refusalOf(code));
+    } else {
+        Log().debug("No dialog waits for status {}", code);
     }
 }
 
@@ -179,14 +173,13 @@ void ChangePWDFlow::onChanged() {
     }
     Log().debug("sus to change pwd: {}", sent.profile->name);
     Log().info("Change pwd ok");
-    if (!session_.conversation.Is(*this)) {
+    if (!isOpen()) {
         session_.Failures().Tell(
             OkBox(BoxKind::kInformation, GetTrMsg(MsgCode::UI_INFO_CHANGE_PWD_SUCCESS)));
         return;
     }
     deadline_.Stop();
     changed_ = true;
-    session_.prompts.CloseAll();  // what says that no answer came
     endWith(BoxKind::kInformation, type_ == ChangePWdType::kUser
                                        ? MsgCode::UI_INFO_CHANGE_PWD_SUCCESS
                                        : MsgCode::UI_INFO_CHANGE_PWD_SUCCESS_PLEASE_LOGIN_AGAIN);
@@ -202,31 +195,26 @@ void ChangePWDFlow::endWith(BoxKind kind, MsgCode text) {
 }
 
 void ChangePWDFlow::timeout() {
-    if (session_.conversation.Is(*this)) {
+    if (isOpen()) {
         Log().info("change pwd dialog active widget ");
         endWith(BoxKind::kCritical, MsgCode::UI_INFO_CHANGE_PWD_TIMEOUT);
     }
 }
 
-// A yes may come while the text stands, or later.
+// A yes may come while the text stands, or later: the way down comes behind it.
 void ChangePWDFlow::ResponseTimeOut() {
-    QPointer<ChangePWDDialog> const here = dialog_;
-    session_.prompts.Critical(here, GetTrMsg(MsgCode::UI_ERROR),
-                              GetTrMsg(MsgCode::UI_ERROR_NETWORK_ERROR),
-                              GetTrMsg(MsgCode::UI_INFO_OK));
-    if (!here || here != dialog_ || !session_.conversation.Is(*this)) {
+    if (!isOpen()) {
         return;
     }
-    here->done(QDialog::Rejected);
-    if (type_ != ChangePWdType::kUser) {
-        session_.conversation.Close(*this);
-        session_.state.errorShown = true;
-        session_.Flow().StopConnect();
-    }
+    late_ = true;
+    say(dialog_->Complaint(GetTrMsg(MsgCode::UI_ERROR_NETWORK_ERROR)), [this](int) {
+        onGivenUp();
+        close();
+    });
 }
 
 void ChangePWDFlow::onGivenUp() {
-    if (!session_.conversation.Is(*this)) {
+    if (!isOpen()) {
         return;
     }
     session_.conversation.Close(*this);
@@ -234,53 +222,32 @@ void ChangePWDFlow::onGivenUp() {
         session_.state.errorShown = true;
         session_.Flow().StopConnect();
     }
-}
-
-void ChangePWDFlow::OnLost() {
-    if (!dialog_ || std::exchange(session_.state.errorShown, true)) {
-        close();
-        return;
-    }
-    session_.Failures().EndConversation(
-        OkBox(BoxKind::kCritical, GetTrMsg(MsgCode::UI_INFO_CONNECTION_TERMINATED)));
 }
 
 void ChangePWDFlow::OnSuperseded() {
     bool const wanted = dialog_ && type_ == ChangePWdType::kUser;
     close();
     if (wanted) {
-        session_.prompts.Information(
-            session_.window, GetTrMsg(MsgCode::UI_INFO),
+        BoxRequest box = OkBox(
+            BoxKind::kInformation,
             Translate(QT_TRANSLATE_NOOP("ui",
                                         "The connection needs your attention first. Change the "
-                                        "password afterwards.")),
-            GetTrMsg(MsgCode::UI_INFO_OK));
+                                        "password afterwards.")));
+        box.title = GetTrMsg(MsgCode::UI_INFO_CHANGE_PWD);
+        session_.Boxes().SayWhile([here = session_.Now()] { return here.NotBegunAnew(); },
+                                  std::move(box));
     }
 }
 
-void ChangePWDFlow::close() {
-    session_.conversation.Close(*this);
-    if (dialog_) {
-        dialog_->done(changed_ ? QDialog::Accepted : QDialog::Rejected);
-    }
-}
-
-void ChangePWDFlow::onFinished(ChangePWDDialog& dialog, int result) {
-    dialog.DeleteBehindBoxes();
-    if (dialog_ != &dialog) {
-        return;
-    }
-    dialog_ = nullptr;
+void ChangePWDFlow::onFinished(int /*result*/, bool /*itself*/) {
     deadline_.Stop();
     response_.Stop();
-    if (result != QDialog::Accepted) {
+    if (!changed_) {
         Log().debug("Failed to change pwd");
         Log().info("Change pwd not ok with type {}", static_cast<int>(type_));
     }
     Log().info("Change pwd process done");
-    // Queued: whoever leaves the program is not shown its window once more.
-    QMetaObject::invokeMethod(
-        this, [this] { BringForward(session_.window); }, Qt::QueuedConnection);
+    bringWindowForward();
 }
 
 }  // namespace zorvanelink::ui

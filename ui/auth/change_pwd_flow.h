@@ -1,16 +1,13 @@
 // Runs a change of the password: one dialog, from the gateway's demand or the user's wish to the
-// gateway's verdict. GUI thread; the dialog is modal without an event loop of its own.
+// gateway's verdict. GUI thread.
 #pragma once
 
-#include <QObject>
-#include <QPointer>
-
 #include "ui/auth/change_pwd_dialog.h"
-#include "ui/session/session.h"
+#include "ui/auth/dialog_flow.h"
 
 namespace zorvanelink::ui {
 
-class ChangePWDFlow : public QObject, public Conversation {
+class ChangePWDFlow : public DialogFlow<ChangePWDDialog> {
     Q_OBJECT
 
   public:
@@ -20,12 +17,9 @@ class ChangePWDFlow : public QObject, public Conversation {
     static constexpr std::chrono::milliseconds kResponseTime{1000};
 
     explicit ChangePWDFlow(Session& session);
-    ~ChangePWDFlow() override;
 
     bool OutlivesLogin() const override { return type_ == ChangePWdType::kUser; }
     bool OnAnswer(common::MsgCode code) override;
-    void OnLost() override;
-    void OnEnded() override { close(); }
     void OnSuperseded() override;
 
   public Q_SLOTS:
@@ -40,16 +34,14 @@ class ChangePWDFlow : public QObject, public Conversation {
     void ChangePWD(core::sslvpn::UserPasswordComplexity const& policy, ChangePWdType type);
     void onChanged();
     void onGivenUp();
-    void onFinished(ChangePWDDialog& dialog, int result);
+    void onFinished(int result, bool itself) override;
     void endWith(BoxKind kind, common::MsgCode text);
-    void close();
 
-    Session& session_;
     Deadline deadline_;
     Deadline response_;
     ChangePWdType type_ = ChangePWdType::kUser;
-    QPointer<ChangePWDDialog> dialog_;  // while it is open
     bool changed_ = false;
+    bool late_ = false;  // the user has been told that no answer came
     // What the gateway has been asked for and has not refused: it may still say yes, later than the
     // user was ready to wait.
     struct Sent {

@@ -20,7 +20,8 @@ constexpr int kManyConnections = 7;  // from here on the cards are low and can b
 ConnectionPage::ConnectionPage(QWidget* parent)
     : QWidget(parent),
       addButton_(new QPushButtonExt(GetTrMsg(MsgCode::UI_TR_ADD_CONNECTION), this)),
-      search_(new QLineEdit(this)),
+      search_(new SearchEdit("connection_search_",
+                             Translate(QT_TRANSLATE_NOOP("ui", "Search connections")), this)),
       note_(new QLabel(Translate(QT_TRANSLATE_NOOP("ui", "No matching connections")), this)),
       rule_(new QFrame(this)),
       list_(new StartListWidget(this)) {
@@ -44,11 +45,6 @@ void ConnectionPage::build() {
     addButton_->setObjectName(QStringLiteral("add_button_"));
     addButton_->setProperty("outline", true);
     addButton_->setAccessibleName(GetTrMsg(MsgCode::UI_INFO_ADD_CONNECTION));
-    search_->setObjectName(QStringLiteral("connection_search_"));
-    search_->setProperty("compact", true);
-    search_->setClearButtonEnabled(true);
-    search_->setPlaceholderText(Translate(QT_TRANSLATE_NOOP("ui", "Search connections")));
-    search_->setAccessibleName(search_->placeholderText());
     note_->setObjectName(QStringLiteral("connection_note_"));
     note_->setProperty("role", QStringLiteral("secondary"));
     note_->setAlignment(Qt::AlignCenter);
@@ -100,8 +96,6 @@ void ConnectionPage::onSearch(QString const& text) {
 void ConnectionPage::keyPressEvent(QKeyEvent* event) {
     if (search_->hasFocus() && event->key() == Qt::Key_Down) {
         list_->setFocus();
-    } else if (search_->hasFocus() && event->key() == Qt::Key_Escape) {
-        search_->clear();
     } else {
         QWidget::keyPressEvent(event);
     }

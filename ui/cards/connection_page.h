@@ -2,9 +2,8 @@
 // the list is long. GUI thread.
 #pragma once
 
-#include <QLineEdit>
-
 #include "ui/cards/start_list_widget.h"
+#include "ui/widgets/search_edit.h"
 
 namespace zorvanelink::ui {
 
@@ -27,7 +26,7 @@ class ConnectionPage : public QWidget {
     void onSearch(QString const& text);
 
     QPushButtonExt* addButton_;
-    QLineEdit* search_;
+    SearchEdit* search_;
     QLabel* note_;
     QFrame* rule_;
     StartListWidget* list_;

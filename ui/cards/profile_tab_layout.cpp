@@ -124,7 +124,7 @@ QPushButtonExt* ProfileTab::addIconButton(QWidget* parent, char const* name, cha
     auto* button = new QPushButtonExt(QString(), parent);
     button->setObjectName(QLatin1String(name));
     button->setProperty("tool", true);
-    button->setIcon(QIcon(QStringLiteral(":/assets/images/%1.png").arg(QLatin1String(icon))));
+    button->setIcon(LoadImage(QStringLiteral(":/assets/images/%1.png").arg(QLatin1String(icon))));
     button->setIconSize({kIcon, kIcon});
     button->setFixedSize(kIconButton, kIconButton);
     button->setToolTip(text);

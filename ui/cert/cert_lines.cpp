@@ -27,7 +27,9 @@ QString commonNameOf(QString const& issuer) {
     return issuer;
 }
 
-void draw(QPainter& painter, QRect const& room, CertLines const& lines, QWidget const* widget) {
+// The ground of what is chosen is too dark for the colour of hints.
+void draw(QPainter& painter, QRect const& room, CertLines const& lines, QWidget const* widget,
+          bool chosen) {
     QFont small = widget->font();
     small.setPixelSize(kSmall);
     QFontMetrics const name_metrics(widget->font());
@@ -40,10 +42,12 @@ void draw(QPainter& painter, QRect const& room, CertLines const& lines, QWidget 
     painter.drawText(first, Qt::AlignVCenter,
                      name_metrics.elidedText(lines.name, Qt::ElideRight, room.width()));
     painter.setFont(small);
-    painter.setPen(QApplication::palette().color(QPalette::PlaceholderText));
+    if (!chosen) {
+        painter.setPen(QApplication::palette().color(QPalette::PlaceholderText));
+    }
     painter.drawText(QRect(room.left(), first.bottom() + 1, room.width(), detail_height),
                      Qt::AlignVCenter,
-                     detail_metrics.elidedText(lines.detail, Qt::ElideRight, room.width()));
+                     detail_metrics.elidedText(lines.detail, Qt::ElideMiddle, room.width()));
 }
 
 }  // namespace
@@ -83,7 +87,8 @@ void CertLinesDelegate::paint(QPainter* painter, QStyleOptionViewItem const& opt
     option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &ground, painter, option.widget);
     painter->save();
     draw(*painter, option.rect.adjusted(kSide, 0, -kSide, 0),
-         {index.data().toString(), index.data(kDetailRole).toString()}, option.widget);
+         {index.data().toString(), index.data(kDetailRole).toString()}, option.widget,
+         option.state.testFlag(QStyle::State_Selected));
     painter->restore();
 }
 
@@ -106,7 +111,7 @@ void CertLinesButton::paintEvent(QPaintEvent*) {
     painter.drawControl(QStyle::CE_PushButtonBevel, option);
     QRect const icon(QPoint(kSide, (height() - iconSize().height()) / 2), iconSize());
     this->icon().paint(&painter, icon);
-    draw(painter, rect().adjusted(icon.right() + kSide, 0, 0, 0), lines_, this);
+    draw(painter, rect().adjusted(icon.right() + kSide, 0, 0, 0), lines_, this, isChecked());
 }
 
 }  // namespace zorvanelink::ui

@@ -4,6 +4,7 @@
 #include <QStyle>
 
 #include "ui/text/texts.h"
+#include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -48,6 +49,11 @@ void CertViewPage::addWidget(QString const& title, QWidget* widget) {
     body_ = widget;
     column_->addWidget(widget);
     SetLines({title.simplified(), {}});
+}
+
+// What folds says of which.
+void CertViewPage::SetLines(CertLines const& lines) {
+    pushButtonSelect->SetLines(lines);
     setExpanded(expanded_);
 }
 
@@ -64,12 +70,12 @@ void CertViewPage::setExpanded(bool expanded) {
     if (body_ != nullptr) {
         body_->setVisible(expanded);
     }
-    btnFold_->setIcon(QIcon(expanded ? QStringLiteral(":/assets/images/arrow_down.png")
-                                     : QStringLiteral(":/assets/images/arrow_right.png")));
+    btnFold_->setIcon(LoadImage(expanded ? QStringLiteral(":/assets/images/arrow_down.png")
+                                         : QStringLiteral(":/assets/images/arrow_right.png")));
     QString const action = expanded ? Translate(QT_TRANSLATE_NOOP("ui", "Hide details"))
                                     : Translate(QT_TRANSLATE_NOOP("ui", "Show details"));
     btnFold_->setToolTip(action);
-    btnFold_->setAccessibleName(action);
+    btnFold_->setAccessibleName(action + QLatin1Char(' ') + pushButtonSelect->accessibleName());
 }
 
 void CertViewPage::SetTabStop(bool stop) {
@@ -88,8 +94,8 @@ void CertViewPage::SetUnselected() {
 
 void CertViewPage::mark(bool chosen) {
     pushButtonSelect->setChecked(chosen);
-    pushButtonSelect->setIcon(QIcon(chosen ? QStringLiteral(":/assets/images/radio.png")
-                                           : QStringLiteral(":/assets/images/radio_off.png")));
+    pushButtonSelect->setIcon(LoadImage(chosen ? QStringLiteral(":/assets/images/radio.png")
+                                               : QStringLiteral(":/assets/images/radio_off.png")));
     setProperty("chosen", chosen);
     style()->unpolish(this);
     style()->polish(this);

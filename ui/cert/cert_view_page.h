@@ -18,7 +18,7 @@ class CertViewPage : public QFrame {
     // Gives the page its head and, folded, its body; the page owns the widget from then on.
     void addWidget(QString const& title, QWidget* widget);
     // What the head shows instead of the title alone.
-    void SetLines(CertLines const& lines) { pushButtonSelect->SetLines(lines); }
+    void SetLines(CertLines const& lines);
     QWidget* Body() const { return body_; }
     QPushButton* SelectButton() const { return pushButtonSelect; }
     QToolButton* FoldButton() const { return btnFold_; }

@@ -148,7 +148,9 @@ void DigitalCertDialog::OnBtnImportClicked() {
         return;
     }
     if (std::optional<QString> const refusal = refusalOf(*result, cert, *path)) {
-        prompts_.Error(this, *refusal);
+        bool const costly = *result == utils::kPkcs12TooCostly;
+        prompts_.Critical(this, GetTrMsg(costly ? MsgCode::UI_TR_IMPORT : MsgCode::UI_ERROR),
+                          *refusal, GetTrMsg(MsgCode::UI_INFO_OK));
         return;
     }
     store(cert);

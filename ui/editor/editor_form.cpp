@@ -8,6 +8,7 @@
 
 #include "ui/text/texts.h"
 #include "ui/widgets/dialog_foot.h"
+#include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -291,8 +292,8 @@ void EditorForm::buildFoot(QWidget* dialog) {
 
 void EditorForm::SetArrow(bool open) const {
     btn_icon_advanced_config_->setIcon(
-        QIcon(open ? QStringLiteral(":/assets/images/arrow_down.png")
-                   : QStringLiteral(":/assets/images/arrow_right.png")));
+        LoadImage(open ? QStringLiteral(":/assets/images/arrow_down.png")
+                       : QStringLiteral(":/assets/images/arrow_right.png")));
 }
 
 void EditorForm::SetTabOrder(QList<QWidget*> const& credentials) const {

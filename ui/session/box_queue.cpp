@@ -22,60 +22,69 @@ BoxRequest OkBox(BoxKind kind, QString const& text) {
     return request;
 }
 
+BoxRequest WarningBox(common::MsgCode text) {
+    BoxRequest request = OkBox(BoxKind::kCritical, GetTrMsg(text));
+    request.title = GetTrMsg(common::MsgCode::UI_WARNING);
+    return request;
+}
+
 BoxQueue::BoxQueue(SessionCore& core) : core_(core) {
-    connect(&core_, &SessionCore::Changed, this, [this] {
-        if (!core_.state.SessionStands()) {
-            closeQuestions();
-        }
-    });
+    connect(&core_, &SessionCore::Changed, this, &BoxQueue::dropWhatEnded);
+}
+
+BoxQueue::Holds BoxQueue::sameAttempt() const {
+    return [here = core_.Now()] { return here.NotBegunAnew(); };
 }
 
 void BoxQueue::Tell(BoxRequest request, Then then) {
     core_.state.errorShown = true;
-    add({std::move(request), std::move(then), core_.Now(), Kind::kFailure});
+    add({std::move(request), std::move(then), sameAttempt(), true});
 }
 
 void BoxQueue::Hint(common::MsgCode text) {
-    add({OkBox(BoxKind::kCritical, GetTrMsg(text)), {}, core_.Now(), Kind::kHint});
+    add({OkBox(BoxKind::kCritical, GetTrMsg(text)), {}, sameAttempt()});
 }
 
-void BoxQueue::Ask(BoxRequest request, Then then) {
-    add({std::move(request), std::move(then), core_.Now(), Kind::kQuestion});
+void BoxQueue::SayWhile(Holds holds, BoxRequest request, Then then) {
+    add({std::move(request), std::move(then), std::move(holds), false, true});
 }
 
 void BoxQueue::add(Box box) {
-    if (!stands_) {
+    dropWhatEnded();
+    if (standing_ == nullptr) {
         show(box);
         return;
     }
     QString const& text = box.request.text;
     Log().info("A box stands already, next text: {}", text.toStdString());
-    bool const known = (text == standing_ && standingFor_->NotBegunAnew()) ||
-                       (box.kind != Kind::kFailure &&
-                        std::any_of(waiting_.begin(), waiting_.end(), [&text](Box const& other) {
-                            return other.request.text == text;
-                        }));
-    if (known) {
+    bool const stands =
+        !closing_ && text == standing_->request.text && standingFor_->NotBegunAnew();
+    bool const waits =
+        !box.failure && std::any_of(waiting_.begin(), waiting_.end(), [&text](Box const& other) {
+            return other.request.text == text;
+        });
+    if (stands || waits) {
         return;
     }
-    if (box.kind == Kind::kFailure) {
-        std::erase_if(waiting_, [](Box const& other) { return other.kind == Kind::kFailure; });
+    if (box.failure) {
+        std::erase_if(waiting_, [](Box const& other) { return other.failure; });
     }
     waiting_.push_back(std::move(box));
 }
 
 void BoxQueue::show(Box const& box) {
     BoxRequest request = box.request;
-    request.parent = Parent();
-    standing_ = request.text;
-    standingFor_ = box.attempt;
-    stands_ = true;
-    asks_ = box.kind == Kind::kQuestion;
-    overtaken_ = false;
+    if (request.parent == nullptr) {
+        request.parent = Parent();
+    }
+    standing_ = &box;
+    standingFor_ = core_.Now();
+    closing_ = false;
     BringIntoView(core_.window);
     int const button = core_.prompts.Box(request);
-    stands_ = asks_ = false;
-    if (box.then && !g_quit && !overtaken_) {
+    standing_ = nullptr;
+    bool const ended = closing_ || (box.closes && !box.holds());
+    if (box.then && !g_quit && !ended) {
         box.then(button);
     }
     // Queued: who showed this one goes on first. Behind what it led to, so that no older text
@@ -86,30 +95,32 @@ void BoxQueue::show(Box const& box) {
 }
 
 void BoxQueue::showNext() {
-    while (!stands_ && !waiting_.empty()) {
+    while (standing_ == nullptr && !waiting_.empty()) {
         Box const next = std::move(waiting_.front());
         waiting_.pop_front();
-        bool const current = next.kind == Kind::kQuestion
-                                 ? next.attempt.Still() && core_.state.SessionStands()
-                                 : next.attempt.NotBegunAnew();
-        if (current) {
+        if (next.holds()) {
             show(next);
         }
     }
 }
 
-void BoxQueue::closeQuestions() {
-    std::erase_if(waiting_, [](Box const& box) { return box.kind == Kind::kQuestion; });
-    if (std::exchange(asks_, false)) {
-        core_.prompts.CloseAll();
+void BoxQueue::dropWhatEnded() {
+    auto const ended = [](Box const& box) { return box.closes && !box.holds(); };
+    std::erase_if(waiting_, ended);
+    if (standing_ != nullptr && !closing_ && ended(*standing_)) {
+        closeStanding();
     }
+}
+
+void BoxQueue::closeStanding() {
+    closing_ = true;
+    core_.prompts.CloseAll();
 }
 
 void BoxQueue::Overtake() {
     waiting_.clear();
-    if (stands_) {
-        overtaken_ = true;
-        core_.prompts.CloseAll();
+    if (standing_ != nullptr) {
+        closeStanding();
     }
 }
 

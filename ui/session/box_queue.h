@@ -15,6 +15,9 @@ namespace zorvanelink::ui {
 // A box with the button "OK" and the title of its kind, warning or critical.
 BoxRequest OkBox(BoxKind kind, QString const& text);
 
+// A critical one under the title of a warning.
+BoxRequest WarningBox(common::MsgCode text);
+
 class BoxQueue : public QObject {
     Q_OBJECT
 
@@ -22,6 +25,8 @@ class BoxQueue : public QObject {
     // What the text leads to: runs when its box has been closed, and never without that. Gets the
     // index of the pressed button, -1 for none.
     using Then = std::function<void(int button)>;
+    // Whether a text still means something.
+    using Holds = std::function<bool()>;
 
     explicit BoxQueue(SessionCore& core);
 
@@ -31,37 +36,38 @@ class BoxQueue : public QObject {
     // Tells what did not succeed beside the login: no failure of it, so the text waits its turn and
     // takes no other's place.
     void Hint(common::MsgCode text);
-    // Asks a question of the session: every one waits for its turn, is asked once, and closes with
-    // the session.
-    void Ask(BoxRequest request, Then then);
+    // Says or asks what belongs to a step: waits its turn, is told once, and closes, without
+    // `then`, when it no longer holds. Looked at after every change of the session, and before
+    // another text comes.
+    void SayWhile(Holds holds, BoxRequest request, Then then = {});
 
     // The user has ended the session: what stands of it closes, and leads to nothing any more.
     void Overtake();
 
-    // The window that a box belongs over.
+    // The window that a box belongs over, unless its request names one.
     QWidget* Parent() const;
 
   private:
-    enum class Kind { kFailure, kHint, kQuestion };
     struct Box {
         BoxRequest request;
         Then then;
-        Attempt attempt;
-        Kind kind;
+        Holds holds;  // at its turn
+        bool failure = false;
+        bool closes = false;  // as soon as it does not hold
     };
 
+    Holds sameAttempt() const;
     void add(Box box);
     void show(Box const& box);
     void showNext();
-    void closeQuestions();
+    void dropWhatEnded();
+    void closeStanding();
 
     SessionCore& core_;
     std::deque<Box> waiting_;
-    QString standing_;  // text of the box that stands
-    bool stands_ = false;
+    Box const* standing_ = nullptr;  // until its loop has ended
     std::optional<Attempt> standingFor_;
-    bool asks_ = false;       // it is a question
-    bool overtaken_ = false;  // it closes without an effect
+    bool closing_ = false;  // without an effect
 };
 
 }  // namespace zorvanelink::ui

@@ -7,7 +7,6 @@
 #include "ui/session/connect_flow.h"
 #include "ui/session/start_message.h"
 #include "ui/text/texts.h"
-#include "ui/widgets/bring_into_view.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -53,7 +52,11 @@ std::optional<SecretAnswer> ConnectFlow::askFor(SecretTexts const& texts, Profil
     request.maxUtf8Length = texts.max_bytes;
     request.tooLongMessage = GetTrMsg(texts.too_long);
     request.emptyMessage = request.label;
-    BringIntoView(core_.window);
+    // Who has just clicked here need not be called; a login that began by itself finds nobody.
+    QWidget const* const window = core_.window;
+    if (window == nullptr || !window->isActiveWindow() || window->isMinimized()) {
+        core_.Demand(request.title);
+    }
     std::optional<SecretAnswer> answer = core_.prompts.InputSecret(request);
     return answer && !answer->value.empty() ? answer : std::nullopt;
 }

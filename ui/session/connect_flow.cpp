@@ -71,7 +71,8 @@ void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool qu
         refuse(key);
         return;
     }
-    if (config.SetDefaultProfile(key)) {
+    if (config.GetDefaultProfileName() != key) {
+        config.SetDefaultProfile(key);
         config.Save();
     }
     if (!core_.link.IsReady()) {

@@ -138,9 +138,7 @@ void FailurePresenter::ProcessErrorMsg(QString const& text, Then then) {
     Log().debug("get pop up widget1 {}", static_cast<void const*>(boxes_.Parent()));
     ShowPopMsgBox(OkBox(BoxKind::kCritical, text), [this, then = std::move(then)] {
         core_.conversation.StopDeadline();
-        if (core_.window != nullptr) {
-            BringToFront(*core_.window);
-        }
+        BringForward(core_.window);
         if (then) {
             then();
         }

@@ -43,11 +43,22 @@ std::int32_t LoginStatuses::ConvertMsgCodeToAuthCodeType(MsgCode code) {
     }
 }
 
+// What is asked before the service has begun this attempt is asked for the one before.
+bool LoginStatuses::comesTooLate(Data const& data) const {
+    bool const late = flow_.BelongsToOldAttempt();
+    if (late) {
+        Log().info("Status {} is of the attempt before", static_cast<int>(data.statusCode));
+    }
+    return late;
+}
+
 void LoginStatuses::onNeedAuthCode(Data const& data, Profile& /*profile*/) {
+    if (comesTooLate(data)) {
+        return;
+    }
     core_.context.authCodeType = ConvertMsgCodeToAuthCodeType(data.statusCode);
     core_.context.tokenPromptMsg = data.tokenPromptMsg;
     core_.context.emailAuthAccount = data.emailAuthAccount;
-    core_.state.errorShown = false;  // an earlier text does not speak for the dialog's end
     Q_EMIT core_.NeedSendAuthCode();
 }
 
@@ -55,9 +66,20 @@ void LoginStatuses::onUnawaitedAnswer(Data const& data, Profile& /*profile*/) {
     Log().debug("No dialog waits for status {}", static_cast<int>(data.statusCode));
 }
 
+// Also before a code has been asked for: that login goes no further either.
+void LoginStatuses::onAuthCodeRetryLimit(Data const& data, Profile& profile) {
+    if (core_.state.online && !core_.state.secondFactor) {
+        onUnawaitedAnswer(data, profile);
+    } else if (!comesTooLate(data)) {
+        failures_.EndWith(WarningBox(MsgCode::UI_WARNING_REACH_MAXIMUM_RETRY_TIMES_LOGIN_AGAIN));
+    }
+}
+
 void LoginStatuses::HandleChangePWD(Data const& data, Profile& profile) {
     if (data.statusCode == MsgCode::NEED_CHANGE_PWD) {
-        Q_EMIT core_.NeedChangePwd(data);
+        if (!comesTooLate(data)) {
+            Q_EMIT core_.NeedChangePwd(data);
+        }
     } else if (core_.conversation.OnAnswer(data.statusCode)) {
         return;
     } else if (data.statusCode == MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE) {
@@ -98,10 +120,17 @@ void LoginStatuses::warnOfExpiry(Data const& data) {
     } else {
         text = GetTrMsg(MsgCode::UI_INFO_ACCOUNT_WILL_EXPIRE).arg(data.accountExpiredDays);
     }
-    boxes_.Ask(OkBox(BoxKind::kWarning, text), {});
+    // The login may succeed before its turn comes.
+    auto const holds = [this, here = core_.Now()] {
+        return here.NotBegunAnew() && core_.state.SessionStands();
+    };
+    boxes_.SayWhile(holds, OkBox(BoxKind::kWarning, text));
 }
 
 void LoginStatuses::onServerCertificate(Data const& data, Profile& profile) {
+    if (comesTooLate(data)) {
+        return;
+    }
     BoxRequest request;
     request.kind = BoxKind::kQuestion;
     request.title = GetTrMsg(MsgCode::UI_WARNING);
@@ -111,10 +140,11 @@ void LoginStatuses::onServerCertificate(Data const& data, Profile& profile) {
     request.defaultButton = 1;
     request.timeoutSeconds = kCertificateQuestionSeconds;
     core_.Demand(request.text);
-    boxes_.Ask(request, [this, here = core_.Now(), name = profile.name](int button) {
-        if (here.Still() && core_.state.SessionStands()) {
-            HandleAcceptServerCert(button == 0, name);
-        }
+    auto const holds = [this, here = core_.Now()] {
+        return here.Still() && core_.state.SessionStands();
+    };
+    boxes_.SayWhile(holds, request, [this, name = profile.name](int button) {
+        HandleAcceptServerCert(button == 0, name);
     });
 }
 
@@ -124,6 +154,9 @@ void LoginStatuses::HandleAcceptServerCert(bool result, std::string const& profi
 
 void LoginStatuses::onNeedSelectAuthType(Data const& data, Profile& profile) {
     Log().info("Recv need select auth type status for profile[{}]", profile.name);
+    if (comesTooLate(data)) {
+        return;
+    }
     if (core_.conversation.OutlivesSession()) {
         Log().info("Auth type dialog is still running when recving select auth type");
         return;
@@ -150,7 +183,9 @@ void LoginStatuses::onAccountLocked(Data const& data, Profile& /*profile*/) {
 }
 
 void LoginStatuses::onOauthPage(Data const& data, Profile& /*profile*/) {
-    thirdParty_.Open(data.oauthPagePath);
+    if (!comesTooLate(data)) {
+        thirdParty_.Open(data.oauthPagePath);
+    }
 }
 
 std::function<void()> LoginStatuses::TailOf(MsgCode code, std::shared_ptr<Profile> const& profile) {

@@ -23,6 +23,7 @@ class LoginStatuses {
     void onOauthPage(Data const& data, Profile& profile);
     // An answer to a dialog that has closed.
     void onUnawaitedAnswer(Data const& data, Profile& profile);
+    void onAuthCodeRetryLimit(Data const& data, Profile& profile);
     void HandleChangePWD(Data const& data, Profile& profile);
     void HandleAuthData(Data const& data, Profile& profile);
 
@@ -35,6 +36,7 @@ class LoginStatuses {
     ThirdPartyLogin& ThirdParty() { return thirdParty_; }
 
   private:
+    bool comesTooLate(Data const& data) const;
     void warnOfExpiry(Data const& data);
     void HandleAcceptServerCert(bool result, std::string const& profileName);
 

@@ -29,6 +29,7 @@ class Session : public SessionCore {
 
     ConnectFlow& Flow() { return flow_; }
     FailurePresenter& Failures() { return failures_; }
+    BoxQueue& Boxes() { return boxes_; }
     CertListRoad& Certificates() { return certificates_; }
     ThirdPartyLogin& ThirdParty() { return handlers_.login.ThirdParty(); }
 

@@ -165,7 +165,7 @@ void SessionCore::UpdateConnectStatus(std::string const& name, ConnectStatus sta
 }
 
 void SessionCore::Demand(QString const& what) {
-    BringIntoView(window);
+    BringForward(window);
     Q_EMIT Demanded(what);
 }
 

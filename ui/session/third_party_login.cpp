@@ -24,6 +24,7 @@ void ThirdPartyLogin::Open(std::string const& path) {
     if (!Waits()) {
         deadline_.Start(kDeadline);
         core_.Announce();
+        core_.Demand(Translate(QT_TRANSLATE_NOOP("ui", "Continue in the browser")));
     }
     if (core_.MayOpenUnasked()) {
         open();

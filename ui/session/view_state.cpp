@@ -69,14 +69,14 @@ ViewState viewStateFor(ConnectionState const& state) {
     ViewState view;
     view.status = starting ? ConnectStatus::Connecting : state.status;
     showSession(state, view);
-    view.silent = view.showsTunnel && state.silentSince.has_value();
     view.serviceGone = state.link == LinkState::kReconnecting;
     // The link and the adapter speak before the session: without them nothing else is true.
     if (view.serviceGone) {
         showTrouble(Look::kWarning, MsgCode::UI_INFO_CONNECTING_SERVICE, view);
     } else if (!state.adapterUsable) {
         showTrouble(Look::kFailed, MsgCode::UI_TR_STATE_VNIC_ERROR, view);
-    } else if (view.silent) {
+    } else if (view.showsTunnel && state.silentSince) {
+        view.silent = true;
         view.look = Look::kWarning;
     }
     view.hasStatusText = state.link != LinkState::kFirstConnect;

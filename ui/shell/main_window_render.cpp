@@ -54,9 +54,8 @@ void MainWindow::render() {
     SetStatusBarInfo(view);
     renderTray();
     renderPages();
-    if (view.silent && view.look == Look::kWarning) {
-        ui_.statusBar->SetStatus(Translate(QT_TRANSLATE_NOOP("ui", "The service does not answer")),
-                                 QLatin1String(view.statusIcon));
+    if (view.silent) {
+        ui_.statusBar->SetStatus(SilentText(), QLatin1String(view.statusIcon));
     } else if (view.hasStatusText) {
         ui_.statusBar->SetStatus(GetTrMsg(view.statusText), QLatin1String(view.statusIcon));
     }

@@ -57,7 +57,7 @@ void MoreMenu::InitMoreMenu() {
     menu_.setStyleSheet(style);
     menu_.setAccessibleName(button_.accessibleName());
     button_.setStyleSheet(QStringLiteral("QToolButton::menu-indicator{image: none}"));
-    button_.setIcon(QIcon(QStringLiteral(":/assets/images/more.png")));
+    button_.setIcon(LoadImage(QStringLiteral(":/assets/images/more.png")));
 
     levelMenu_.setTitle(GetTrMsg(MsgCode::UI_TR_LOG_LEVEL));
     levelMenu_.setStyleSheet(style);

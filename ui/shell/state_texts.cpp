@@ -57,6 +57,10 @@ QString ServiceGoneHint() {
         "computer or ask your administrator."));
 }
 
+QString SilentText() {
+    return Translate(QT_TRANSLATE_NOOP("ui", "The service does not answer"));
+}
+
 QString ProgressText(ConnectionState const& state, bool answering) {
     QString step = Translate(QT_TRANSLATE_NOOP("ui", "Logging in"));
     if (state.secondFactor) {

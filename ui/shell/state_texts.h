@@ -16,6 +16,7 @@ QString StripText(ViewState const& view, ConnectionState const& state);
 // "Office ended at 10:41 after 01:12:34: Ctrl Timeout".
 QString EndText(SessionEnd const& end, QString const& name);
 QString ServiceGoneHint();
+QString SilentText();
 // "Logging in, 12 s"; `answering` while the login waits for its user.
 QString ProgressText(ConnectionState const& state, bool answering);
 

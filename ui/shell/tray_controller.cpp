@@ -140,11 +140,9 @@ QIcon const& TrayController::picture() {
 }
 
 void TrayController::show() {
-    if (*view_.icon != '\0') {
-        icon_->setIcon(picture());
-    }
-    QString const state = NamedText(QString::fromStdString(view_.name), GetTrMsg(view_.stateLabel));
-    icon_->setToolTip(QStringLiteral("%1\n%2").arg(title(), state));
+    icon_->setIcon(picture());
+    icon_->setToolTip(
+        QStringLiteral("%1\n%2").arg(title(), stateOf(QString::fromStdString(view_.name))));
 }
 
 void TrayController::tell() {
@@ -166,8 +164,11 @@ void TrayController::tell() {
 
 // The head of the menu.
 void TrayController::nameState() {
-    stateAction_->setText(
-        NamedText(forMenu(QString::fromStdString(view_.name)), GetTrMsg(view_.stateLabel)));
+    stateAction_->setText(stateOf(forMenu(QString::fromStdString(view_.name))));
+}
+
+QString TrayController::stateOf(QString const& name) const {
+    return NamedText(name, view_.silent ? SilentText() : GetTrMsg(view_.stateLabel));
 }
 
 void TrayController::TellWhereTheWindowWent() {

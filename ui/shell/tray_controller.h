@@ -66,6 +66,7 @@ class TrayController : public QObject {
     void show();
     void tell();
     void nameState();
+    QString stateOf(QString const& name) const;
     void lookLater();
     QIcon const& picture();
     QString forMenu(QString const& name) const;

@@ -12,18 +12,16 @@ using common::MsgCode;
 
 struct Row {
     ConnectStatus status;
-    Look look;
     MsgCode message;
     bool plainMessage;
 };
 
 constexpr Row kRows[] = {
-    {ConnectStatus::Disconnected, Look::kDisconnected, MsgCode::UI_INFO_DISCONNECTED, false},
-    {ConnectStatus::Connecting, Look::kConnecting, MsgCode::UI_INFO_LOWER_CONNECTING, false},
-    {ConnectStatus::PrepareReconnecting, Look::kReconnecting, MsgCode::UI_INFO_WAIT_RECONNECTING,
-     true},
-    {ConnectStatus::Reconnecting, Look::kReconnecting, MsgCode::UI_INFO_LOWER_RECONNECTING, true},
-    {ConnectStatus::Connected, Look::kConnected, MsgCode::UI_INFO_LOWER_CONNECTED, false},
+    {ConnectStatus::Disconnected, MsgCode::UI_INFO_DISCONNECTED, false},
+    {ConnectStatus::Connecting, MsgCode::UI_INFO_LOWER_CONNECTING, false},
+    {ConnectStatus::PrepareReconnecting, MsgCode::UI_INFO_WAIT_RECONNECTING, true},
+    {ConnectStatus::Reconnecting, MsgCode::UI_INFO_LOWER_RECONNECTING, true},
+    {ConnectStatus::Connected, MsgCode::UI_INFO_LOWER_CONNECTED, false},
 };
 
 Row const* rowOf(ConnectStatus status) {
@@ -38,12 +36,10 @@ TrayView trayViewFor(ConnectionState const& state, bool hasSelection) {
     ViewState const shown = viewStateFor(state);
     TrayView view;
     view.status = state.status;
+    view.icon = TrayImage(shown.look);
     view.stateLabel = shown.stateLabel;
+    view.silent = shown.silent;
     view.message = MsgCode::UI_INFO_NONE;
-    // The icon follows the session; what is wrong beside it stands in the words.
-    if (Row const* const row = rowOf(shown.status)) {
-        view.icon = TrayImage(row->look);
-    }
     if (Row const* const row = rowOf(state.status)) {
         view.message = row->message;
         view.plainMessage = row->plainMessage;

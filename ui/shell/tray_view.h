@@ -10,8 +10,9 @@ namespace zorvanelink::ui {
 
 struct TrayView {
     ConnectStatus status = ConnectStatus::Disconnected;
-    char const* icon = "";         // resource path; empty: as it was
+    char const* icon = "";         // resource path
     common::MsgCode stateLabel{};  // of the tool tip and of the menu's head
+    bool silent = false;           // the service; that is said instead of the label
     std::string name;              // of the connection that it is said of; empty: of none
     common::MsgCode message{};     // once this status is reached
     std::string told;              // the connection that the message is about

@@ -8,7 +8,8 @@ namespace zorvanelink::ui {
 
 QString GetTrMsg(common::MsgCode code) {
     common::IPCMessage const row = common::g_IPCMessageMap.Get(code);
-    return QString::fromStdString(IsChineseDisplayLangguage() ? row.chinese : row.english);
+    std::string_view const text = IsChineseDisplayLangguage() ? row.chinese : row.english;
+    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
 }
 
 QString GetErrMsg(common::MsgCode code) {

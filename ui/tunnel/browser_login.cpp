@@ -34,8 +34,9 @@ BrowserLogin::BrowserLogin(QWidget* parent)
 }
 
 void BrowserLogin::SetTimeLeft(QString const& text) {
-    detail_->setText(QStringLiteral("%1 %2").arg(
-        Translate(QT_TRANSLATE_NOOP("ui", "Log in on the page that has been opened.")), text));
+    detail_->setText(
+        Translate(QT_TRANSLATE_NOOP("ui", "Log in on the page that has been opened. %1"))
+            .arg(text));
     setVisible(!text.isEmpty());
 }
 

@@ -3,11 +3,12 @@
 #include <QKeyEvent>
 #include <QPainter>
 
+#include "ui/widgets/focus_ring.h"
+
 namespace zorvanelink::ui {
 namespace {
 
 constexpr int kHeight = 36;
-constexpr int kRing = 2;  // pixels
 
 }  // namespace
 
@@ -61,8 +62,7 @@ void RouteHead::paintSection(QPainter* painter, QRect const& rect, int logicalIn
     QHeaderView::paintSection(painter, rect, logicalIndex);
     painter->restore();
     if (hasFocus() && logicalIndex == column_) {
-        painter->setPen(QPen(ring_, kRing));
-        painter->drawRect(rect.adjusted(kRing / 2, kRing / 2, -kRing / 2, -kRing / 2));
+        FocusRing::Paint(*painter, rect, outer_, inner_);
     }
 }
 

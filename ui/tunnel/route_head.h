@@ -9,7 +9,8 @@ namespace zorvanelink::ui {
 // One tab stop: arrow keys move between the columns, Space and Return click the one with the ring.
 class RouteHead : public QHeaderView {
     Q_OBJECT
-    Q_PROPERTY(QColor ring MEMBER ring_)  // set by the stylesheet: "qproperty-ring: ..."
+    Q_PROPERTY(QColor outer MEMBER outer_)  // of the focus ring, by the stylesheet
+    Q_PROPERTY(QColor inner MEMBER inner_)
 
   public:
     explicit RouteHead(QWidget* parent);
@@ -24,7 +25,8 @@ class RouteHead : public QHeaderView {
     void moveTo(int column);
 
     int column_ = 0;
-    QColor ring_;
+    QColor outer_;
+    QColor inner_;
 };
 
 }  // namespace zorvanelink::ui

@@ -62,19 +62,14 @@ RouteView::RouteView(QWidget* parent)
       ipv4_(new RouteModel(this)),
       ipv6_(new RouteModel(this)),
       families_(new TabBar(TabBar::Kind::kPlain, 16, this)),
-      search_(new QLineEdit(this)),
+      search_(new SearchEdit("route_search_", Translate(QT_TRANSLATE_NOOP("ui", "Search")), this)),
       whole_(new QLabel(this)),
       note_(new QLabel(this)),
       tableIpv4_(addTable(ipv4_, "route_table_ipv4_")),
       tableIpv6_(addTable(ipv6_, "route_table_ipv6_")) {
     families_->AddTab(GetTrMsg(MsgCode::UI_TR_IPV4_ROUTE), "tab_ipv4_route_");
     families_->AddTab(GetTrMsg(MsgCode::UI_TR_IPV6_ROUTE), "tab_ipv6_route_");
-    search_->setObjectName(QStringLiteral("route_search_"));
-    search_->setProperty("compact", true);
     search_->setFixedWidth(200);
-    search_->setClearButtonEnabled(true);
-    search_->setPlaceholderText(Translate(QT_TRANSLATE_NOOP("ui", "Search")));
-    search_->setAccessibleName(search_->placeholderText());
     whole_->setObjectName(QStringLiteral("route_whole_"));
     whole_->setTextFormat(Qt::PlainText);
     whole_->setWordWrap(true);

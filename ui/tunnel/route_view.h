@@ -2,12 +2,12 @@
 #pragma once
 
 #include <QLabel>
-#include <QLineEdit>
 #include <QTableView>
 #include <QWidget>
 
 #include "ui/tunnel/route_model.h"
 #include "ui/tunnel/tab_bar.h"
+#include "ui/widgets/search_edit.h"
 
 namespace zorvanelink::ui {
 
@@ -45,7 +45,7 @@ class RouteView : public QWidget {
     RouteModel* ipv4_;
     RouteModel* ipv6_;
     TabBar* families_;
-    QLineEdit* search_;
+    SearchEdit* search_;
     QLabel* whole_;  // the selected route, when the table cuts it
     QLabel* note_;   // below the table: that it is empty, or what it leaves out
     QTableView* tableIpv4_;

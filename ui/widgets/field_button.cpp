@@ -26,7 +26,7 @@ FieldButton::FieldButton(QLineEdit* field, QString const& icon, QString const& a
 }
 
 void FieldButton::SetImage(QString const& icon) {
-    setIcon(QIcon(LoadImage(icon)));
+    setIcon(LoadImage(icon));
 }
 
 void FieldButton::SetName(QString const& accessibleName) {

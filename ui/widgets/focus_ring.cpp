@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QEvent>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
@@ -26,11 +27,12 @@ bool isField(QWidget const* widget) {
 }
 
 bool isRinged(QWidget const* widget) {
-    bool const list = qobject_cast<QAbstractItemView const*>(widget) != nullptr &&
-                      qobject_cast<QListWidget const*>(widget) == nullptr &&
-                      qobject_cast<QHeaderView const*>(widget) == nullptr;
-    return list || isField(widget) || qobject_cast<QAbstractButton const*>(widget) != nullptr ||
-           qobject_cast<QComboBox const*>(widget) != nullptr;
+    bool const scrolls = qobject_cast<QAbstractScrollArea const*>(widget) != nullptr &&
+                         qobject_cast<QListWidget const*>(widget) == nullptr &&
+                         qobject_cast<QHeaderView const*>(widget) == nullptr;
+    return scrolls || isField(widget) || qobject_cast<QAbstractButton const*>(widget) != nullptr ||
+           qobject_cast<QComboBox const*>(widget) != nullptr ||
+           qobject_cast<QLabel const*>(widget) != nullptr;  // one with a link
 }
 
 bool isViewport(QWidget const* widget) {
@@ -106,19 +108,24 @@ void FocusRing::place() {
 }
 
 void FocusRing::paintEvent(QPaintEvent*) {
-    if (!outer_.isValid()) {
-        return;
+    if (outer_.isValid()) {
+        QPainter painter(this);
+        Paint(painter, rect(), outer_, inner_);
     }
-    QPainter painter(this);
+}
+
+void FocusRing::Paint(QPainter& painter, QRectF const& around, QColor const& outer,
+                      QColor const& inner) {
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
     auto const draw = [&](QColor const& color, int width, qreal inset) {
         inset += width / 2.0;
         painter.setPen(QPen(color, width));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset),
-                                kRadius - inset, kRadius - inset);
+        painter.drawRoundedRect(around.adjusted(inset, inset, -inset, -inset), kRadius - inset,
+                                kRadius - inset);
     };
-    draw(outer_, kOuter, 0);
-    draw(inner_, kInner, kOuter);
+    draw(outer, kOuter, 0);
+    draw(inner, kInner, kOuter);
 }
 
 }  // namespace zorvanelink::ui

@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QWidget>
 
+class QPainter;
+
 namespace zorvanelink::ui {
 
 // Its colours come from the stylesheet of the window; without one it is not drawn. Cards and the
@@ -21,6 +23,9 @@ class FocusRing : public QWidget {
     // From now on, in every window: a control that the keyboard reaches has its ring, and a field
     // always. May be called again.
     static void Install();
+    // Along the inside of a rectangle, for what shows its focus itself.
+    static void Paint(QPainter& painter, QRectF const& around, QColor const& outer,
+                      QColor const& inner);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

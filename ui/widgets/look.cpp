@@ -11,7 +11,6 @@ struct Row {
     char const* tray;
 };
 
-// The tray has no icon for what is wrong: its words tell.
 constexpr Row kRows[] = {
     {Look::kDisconnected, "disconnected", "lamp_disconnected", ":/assets/images/normal.png",
      ":/assets/images/disconnected.ico"},
@@ -22,9 +21,8 @@ constexpr Row kRows[] = {
     {Look::kConnected, "connected", "lamp_connected", ":/assets/images/connectted.png",
      ":/assets/images/connected.ico"},
     {Look::kWarning, "warning", "lamp_warning", ":/assets/images/lamp_warning.png",
-     ":/assets/images/disconnected.ico"},
-    {Look::kFailed, "failed", "failed", ":/assets/images/failed.png",
-     ":/assets/images/disconnected.ico"},
+     ":/assets/images/warning.ico"},
+    {Look::kFailed, "failed", "failed", ":/assets/images/failed.png", ":/assets/images/failed.ico"},
 };
 
 Row const& rowOf(Look look) {

@@ -70,9 +70,7 @@ void SecretEdit::keepMaskWhole() {
 void SecretEdit::updateEye() {
     bool const worth_seeing = !text().isEmpty() && !HoldsMask();
     eye_->SetShown(worth_seeing);
-    if (!worth_seeing) {
-        reveal(false);
-    }
+    reveal(worth_seeing && echoMode() == Normal);
 }
 
 void SecretEdit::reveal(bool shown) {
@@ -81,6 +79,8 @@ void SecretEdit::reveal(bool shown) {
                          : QStringLiteral(":/assets/images/eye.png"));
     eye_->SetName(shown ? Translate(QT_TRANSLATE_NOOP("ui", "Hide what is typed"))
                         : Translate(QT_TRANSLATE_NOOP("ui", "Show what is typed")));
+    // A dialog may have several.
+    eye_->setAccessibleName(eye_->toolTip() + QLatin1Char(' ') + accessibleName());
 }
 
 }  // namespace zorvanelink::ui

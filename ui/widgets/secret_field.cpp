@@ -20,6 +20,12 @@ std::string TakeSensitiveValue(QLineEdit& field) {
     return value;
 }
 
+void TypeInto(QLineEdit& field, std::string const& clear) {
+    QString text = QString::fromStdString(clear);
+    field.setText(text);
+    text.fill(QChar(u'\0'));  // where the field holds this very buffer it keeps it, unwiped
+}
+
 void WipeField(QLineEdit& field) {
     QString text = field.text();
     // Only when the field has let go of the shared buffer does fill() reach that very buffer.

@@ -13,6 +13,9 @@ std::string TakeSensitiveValue(QLineEdit& field);
 // The same, and the field stays as it is.
 std::string SensitiveValueOf(QLineEdit const& field);
 
+// As if the user had typed that; no copy of it is left outside the field.
+void TypeInto(QLineEdit& field, std::string const& clear);
+
 // Empties the field and overwrites what stood in it.
 void WipeField(QLineEdit& field);
 

@@ -1,5 +1,7 @@
 #include "ui/widgets/style.h"
 
+#include <png.h>
+
 #include <QApplication>
 #include <QFile>
 #include <QHash>
@@ -36,17 +38,37 @@ QString LoadStyle(QString const& name) {
 
 namespace {
 
+// Qt's own reader loads the plug-ins of every other format before it looks at a picture.
+QImage readPng(QString const& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    QByteArray const bytes = file.readAll();
+    png_image png{};
+    png.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_memory(&png, bytes.constData(),
+                                         static_cast<std::size_t>(bytes.size())) == 0) {
+        return {};
+    }
+    png.format = PNG_FORMAT_RGBA;
+    QImage image(static_cast<int>(png.width), static_cast<int>(png.height),
+                 QImage::Format_RGBA8888);
+    bool const read =
+        png_image_finish_read(&png, nullptr, image.bits(), image.bytesPerLine(), nullptr) != 0;
+    return read ? image : QImage();
+}
+
 QPixmap readImage(QString const& path, bool sharper) {
     if (sharper) {
         QString sharp = path;
         sharp.insert(sharp.lastIndexOf(QLatin1Char('.')), QStringLiteral("@2x"));
-        QPixmap image(sharp);
-        if (!image.isNull()) {
+        if (QImage image = readPng(sharp); !image.isNull()) {
             image.setDevicePixelRatio(2.0);
-            return image;
+            return QPixmap::fromImage(std::move(image));
         }
     }
-    return QPixmap(path);
+    return QPixmap::fromImage(readPng(path));
 }
 
 // The states of the window share a few small pictures; Qt's own cache is off, for its timer.

@@ -54,7 +54,7 @@ QToolButton* TitleBar::addButton(char const* name, QString const& icon,
                                  QString const& accessibleName) {
     auto* button = new QToolButton(this);
     button->setObjectName(QLatin1String(name));
-    button->setIcon(QIcon(icon));
+    button->setIcon(LoadImage(icon));
     button->setIconSize({16, 16});
     button->setAccessibleName(accessibleName);
     button->setToolTip(accessibleName);

@@ -12,6 +12,7 @@ namespace {
 
 constexpr int kPanelWidth = 260;
 constexpr int kHintWidth = 340;
+constexpr int kBorder = 1;  // of the window's frame, which stays in sight
 
 }  // namespace
 
@@ -79,7 +80,7 @@ QString WaitForm::Desc() const {
 }
 
 void WaitForm::fillParent() {
-    setGeometry(parentWidget()->rect().adjusted(0, topMargin_, 0, 0));
+    setGeometry(parentWidget()->rect().adjusted(kBorder, topMargin_, -kBorder, -kBorder));
 }
 
 bool WaitForm::eventFilter(QObject* watched, QEvent* event) {

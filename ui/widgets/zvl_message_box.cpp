@@ -64,7 +64,7 @@ void ZVLMessageBox::init(ZVLMsgBoxType kind, QString const& text, Buttons const&
     int const at = text.indexOf(separator);
     // Cut before it is broken: a mark inside the separator would hide it.
     QString const main = BoundedText(text.left(at));
-    QString const detail = at < 0 ? QString() : text.mid(at + separator.size());
+    QString const detail = at < 0 ? QString() : text.mid(at + separator.size()).trimmed();
     mainLabel_->setPlainText(main);
     detailLabel_->setPlainText(BoundedText(detail, kUnbrokenRun, kMaxBoxText - main.size()));
     mainLabel_->setProperty("headline", at >= 0);

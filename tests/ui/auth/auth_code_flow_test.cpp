@@ -1,12 +1,6 @@
 // A second factor, from the demand to each of its ends, with the real session around it.
-#include "ui/auth/auth_code_flow.h"
-
-#include <QtTest/QTest>
-
 #include "core/clmsg_json.h"
-#include "tests/support/qt_helpers.h"
-#include "tests/ui/session/session_fixture.h"
-#include "ui/auth/auth_dialog.h"
+#include "tests/ui/auth/login_fixture.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -15,56 +9,42 @@ using common::MsgCode;
 using core::sslvpn::CLMsgJson;
 using core::sslvpn::SetType;
 
-class AuthCodeFlowTest : public test::SessionFixture {
+class AuthCodeFlowTest : public LoginFixture {
   protected:
-    void Ask(MsgCode demand = MsgCode::NEED_SMS_AUTH_CODE) {
+    void Ask(Open open = Open::kSms) {
         Connect();
-        auto data = Reply(demand);
-        data.tokenPromptMsg = "Press the button";
-        Receive(data);
+        Demand(open);
         service->Forget();
     }
-    // The last one, since an ended one may not be gone yet.
-    AuthDialog* Dialog() const {
-        auto const all = window.findChildren<AuthDialog*>();
-        return all.isEmpty() ? nullptr : all.last();
-    }
-    bool Stands() const { return Dialog() != nullptr && Dialog()->isVisible(); }
+    AuthDialog* Dialog() const { return Newest<AuthDialog>(); }
     QLineEdit& Field() const { return test::Find<QLineEdit>(*Dialog(), "code_edit_"); }
-    void Type(char const* code) {
-        Field().setText(QString::fromUtf8(code));
-        QTest::keyClick(&Field(), Qt::Key_Return);
-    }
-    // The end, with as many stops as were owed, and a card that can be pressed again.
-    void ExpectEnd(int stops) {
+    // The end, with the stop that was owed, and a card that can be pressed again.
+    void ExpectEnd() {
         ASSERT_TRUE(test::WaitUntil([this] { return Dialog() == nullptr; }));
         EXPECT_TRUE(prompts.Finished());
-        EXPECT_EQ(Sent("stop"), stops);
+        EXPECT_EQ(Sent("stop"), 1);
         EXPECT_EQ(state.status, ConnectStatus::Disconnected);
         EXPECT_NE(viewStateFor(state).statusText, MsgCode::UI_TR_SECOND_AUTH);
         Receive(MsgCode::OFFLINE);
         EXPECT_TRUE(state.Idle());
     }
-
-    std::shared_ptr<Profile> profile = Add("Head office");
-    AuthCodeFlow codes{session};
 };
 
 TEST_F(AuthCodeFlowTest, EachKindSendsItsOwnMessagesAndIsAccepted) {
     struct Case {
-        MsgCode demand;
+        Open open;
         SetType code;
         SetType request;
         MsgCode ok;
     };
-    for (Case const& c : {Case{MsgCode::NEED_SMS_AUTH_CODE, SetType::kSmsCode,
-                               SetType::kRequestSmsCode, MsgCode::SMS_AUTH_CODE_CHECK_OK},
-                          Case{MsgCode::NEED_EMAIL_AUTH_CODE, SetType::kEmailCode,
-                               SetType::kRequestEmailCode, MsgCode::EMAIL_AUTH_CODE_CHECK_OK},
-                          Case{MsgCode::NEED_TOKEN_AUTH_CODE, SetType::kTokenCode,
-                               SetType::kUnknown, MsgCode::TOKEN_AUTH_CODE_CHECK_OK}}) {
-        Ask(c.demand);
-        ASSERT_TRUE(Stands());
+    for (Case const& c : {Case{Open::kSms, SetType::kSmsCode, SetType::kRequestSmsCode,
+                               MsgCode::SMS_AUTH_CODE_CHECK_OK},
+                          Case{Open::kEmail, SetType::kEmailCode, SetType::kRequestEmailCode,
+                               MsgCode::EMAIL_AUTH_CODE_CHECK_OK},
+                          Case{Open::kToken, SetType::kTokenCode, SetType::kUnknown,
+                               MsgCode::TOKEN_AUTH_CODE_CHECK_OK}}) {
+        Ask(c.open);
+        ASSERT_TRUE(Stands<AuthDialog>());
         EXPECT_EQ(viewStateFor(state).statusText, MsgCode::UI_TR_SECOND_AUTH);
         auto& retry = test::Find<QPushButton>(*Dialog(), "retry_button_");
         ASSERT_EQ(retry.isHidden(), c.request == SetType::kUnknown);
@@ -73,7 +53,7 @@ TEST_F(AuthCodeFlowTest, EachKindSendsItsOwnMessagesAndIsAccepted) {
             Dialog()->onRetryTimerTimeout();
         }
         EXPECT_EQ(retry.text(), Text(MsgCode::UI_TR_RESEND));
-        Type(" 0815 ");
+        TypeCode(" 0815 ");
         EXPECT_EQ(service->Sent().back(), CLMsgJson::BuildAuthCode("Head office", c.code, "0815"));
         if (!retry.isHidden()) {
             retry.click();
@@ -82,7 +62,7 @@ TEST_F(AuthCodeFlowTest, EachKindSendsItsOwnMessagesAndIsAccepted) {
                       CLMsgJson::BuildRequestAuthCode("Head office", c.request));
         }
         Receive(c.ok);
-        EXPECT_FALSE(Stands());
+        EXPECT_FALSE(Stands<AuthDialog>());
         EXPECT_EQ(viewStateFor(state).statusText, MsgCode::CONNECTING);
         EXPECT_EQ(Sent("stop"), 0);
         Receive(MsgCode::OFFLINE);
@@ -95,10 +75,10 @@ TEST_F(AuthCodeFlowTest, AWrongCodeIsTypedAgain) {
          {MsgCode::WRONG_AUTH_CODE, MsgCode::ERR_SMS_CODE, MsgCode::ERR_EMAIL_AUTH_CODE}) {
         Dialog()->onRetryTimerTimeout();
         QString const pause = test::Find<QPushButton>(*Dialog(), "retry_button_").text();
-        Type("1");
+        TypeCode("1");
         prompts.ExpectBox(Text(MsgCode::UI_INFO_FAIL_VARIFY_AUTH_CODE_INPUT_AGAIN), 0, [&] {
-            Receive(code);                           // said twice, told once
-            Receive(MsgCode::NEED_EMAIL_AUTH_CODE);  // asked again: nothing changes
+            Receive(code);                         // said twice, told once
+            Receive(MsgCode::NEED_SMS_AUTH_CODE);  // asked again: nothing changes
         });
         Receive(code);
         EXPECT_EQ(Field().text(), QString());
@@ -106,7 +86,10 @@ TEST_F(AuthCodeFlowTest, AWrongCodeIsTypedAgain) {
         EXPECT_EQ(test::Find<QPushButton>(*Dialog(), "retry_button_").text(), pause);
     }
     service->Forget();
-    std::string const longest(36, '8');
+    QString const pasted(36, QLatin1Char('8'));
+    Field().insert(QStringLiteral(" \t") + pasted + QLatin1Char('\n'));
+    EXPECT_EQ(Field().text().trimmed(), pasted);
+    std::string const longest = pasted.toStdString();
     for (std::string const& code : {std::string("  "), longest + '8'}) {
         prompts.ExpectBox(Text(MsgCode::UI_INFO_WRONG_AUTH_CODE_LENGTH), 0);
         Dialog()->AutoConfirmAuth(0, code);
@@ -122,72 +105,51 @@ TEST_F(AuthCodeFlowTest, AWrongCodeIsTypedAgain) {
 TEST_F(AuthCodeFlowTest, EveryEndIsToldOnceAndFreesTheCard) {
     struct Case {
         std::function<void()> act;
-        int stops;
         MsgCode text = MsgCode::UNSPECIFIED;
     };
     Case const cases[] = {
-        {[this] { QTest::keyClick(&Field(), Qt::Key_Escape); }, 1},
-        {[this] { test::Find<QPushButton>(*Dialog(), "cancel_button_").click(); }, 1},
-        {[this] { ClickStop(), Receive(MsgCode::OFFLINE); }, 1},
-        {[this] { Receive(MsgCode::ERR_AUTH_CODE_RETRY_LIMIT); }, 1,
+        {[this] { QTest::keyClick(&Field(), Qt::Key_Escape); }},
+        {[this] { test::Find<QPushButton>(*Dialog(), "cancel_button_").click(); }},
+        {[this] { Receive(MsgCode::ERR_AUTH_CODE_RETRY_LIMIT); },
          MsgCode::UI_WARNING_REACH_MAXIMUM_RETRY_TIMES_LOGIN_AGAIN},
-        {[this] { Receive(MsgCode::ERR_AUTH_CODE_REAPPLY_LIMIT); }, 1,
+        {[this] { Receive(MsgCode::ERR_AUTH_CODE_REAPPLY_LIMIT); },
          MsgCode::UI_WARNING_REACH_MAXIMUM_RETRY_TIMES_LOGIN_AGAIN},
-        {[this] { boot += AuthCodeFlow::kAuthTime; }, 1,
-         MsgCode::UI_WARNING_CONNECT_TIMEOUT_LOGIN_AGAIN},
-        {[this] { Receive(MsgCode::ERR_SMS_DEVICE); }, 1, MsgCode::ERR_SMS_DEVICE},
-        {[this] { Receive(MsgCode::OFFLINE); }, 1, MsgCode::UI_INFO_CONNECTION_TERMINATED},
+        {[this] { Receive(MsgCode::ERR_SMS_DEVICE); }, MsgCode::ERR_SMS_DEVICE},
     };
     for (Case const& c : cases) {
         Ask();
-        ASSERT_TRUE(Stands());
+        ASSERT_TRUE(Stands<AuthDialog>());
         if (c.text != MsgCode::UNSPECIFIED) {
             prompts.ExpectBox(Text(c.text), 0, [this] {
-                EXPECT_TRUE(Stands()) << "the text comes first";
+                EXPECT_TRUE(Stands<AuthDialog>()) << "the text comes first";
                 EXPECT_EQ(state.status, ConnectStatus::Disconnected) << "and the stop before it";
                 Receive(MsgCode::OFFLINE);
             });
         }
         int const closings = prompts.Closings();
         c.act();
-        ExpectEnd(c.stops);
+        ExpectEnd();
         EXPECT_EQ(prompts.Closings() > closings, c.text != MsgCode::UNSPECIFIED);
     }
 }
 
-TEST_F(AuthCodeFlowTest, OfALostLinkTheUserReadsOnceAndNothingIsOwed) {
-    for (bool const told : {false, true}) {
-        Ask();
-        if (told) {
-            prompts.ExpectBox(Text(MsgCode::ERR_HISTORY_PASSWORD), 0);
-            Receive(MsgCode::ERR_HISTORY_PASSWORD);  // an error that the session survives
-        } else {
-            prompts.ExpectBox(Text(MsgCode::UI_INFO_CONNECTION_TERMINATED), 0,
-                              [this] { EXPECT_EQ(state.status, ConnectStatus::Disconnected); });
-        }
-        LoseLink();
-        ExpectEnd(0);
-        FindLink();
-    }
+// A gateway that takes no code any more may say so before it has asked for one.
+TEST_F(AuthCodeFlowTest, ALimitEndsALoginWithoutADialogToo) {
+    Connect();
+    prompts.ExpectBox(Text(MsgCode::UI_WARNING_REACH_MAXIMUM_RETRY_TIMES_LOGIN_AGAIN), 0);
+    Receive(MsgCode::ERR_AUTH_CODE_REAPPLY_LIMIT);
+    ExpectEnd();
+    GoOnline();
+    Receive(MsgCode::ERR_AUTH_CODE_REAPPLY_LIMIT);
+    EXPECT_TRUE(state.online);
 }
 
-TEST_F(AuthCodeFlowTest, EndsWithoutAWordWhenItsStepIsOver) {
-    test::FakeConversation next;
+TEST_F(AuthCodeFlowTest, ATextOfTheSameDialogSpeaksForItsEnd) {
     Ask();
-    boot += AuthCodeFlow::kAuthTime - std::chrono::milliseconds(1);
-    session.conversation.Open(next);
-    EXPECT_FALSE(Stands());
-    boot += std::chrono::hours(1);
-    EXPECT_EQ(state.status, ConnectStatus::Connecting);
-    session.conversation.Close(next);
-    Receive(MsgCode::NEED_SMS_AUTH_CODE);
-    EXPECT_TRUE(Stands());
-    Receive(MsgCode::ONLINE);
-    EXPECT_FALSE(Stands());
-    EXPECT_EQ(Sent("stop"), 0);
-    ClickStop();
-    Receive(MsgCode::NEED_SMS_AUTH_CODE);
-    EXPECT_FALSE(Stands()) << "what comes after the user's stop opens nothing";
+    prompts.ExpectBox(Text(MsgCode::ERR_HISTORY_PASSWORD), 0);
+    Receive(MsgCode::ERR_HISTORY_PASSWORD);  // an error that the session survives
+    Receive(MsgCode::OFFLINE);
+    ExpectEnd();
 }
 
 TEST_F(AuthCodeFlowTest, ATextWithoutBlanksIsBroken) {

@@ -1,22 +1,17 @@
 // A change of the password, from the demand or the wish to each of its ends, with the real session
 // around it.
-#include "ui/auth/change_pwd_flow.h"
-
-#include <QtTest/QTest>
-
 #include "core/clmsg_json.h"
-#include "tests/support/qt_helpers.h"
-#include "tests/ui/session/session_fixture.h"
+#include "tests/ui/auth/login_fixture.h"
 
 namespace zorvanelink::ui {
 namespace {
 
 using common::MsgCode;
 
-class ChangePWDFlowTest : public test::SessionFixture {
+class ChangePWDFlowTest : public LoginFixture {
   protected:
-    void Demand(int type = 1) {
-        auto data = Reply(MsgCode::NEED_CHANGE_PWD);
+    void Demand(int type) {
+        auto data = DemandOf(ui::Open::kForced);
         data.changePWDType = type;
         Receive(data);
     }
@@ -27,31 +22,18 @@ class ChangePWDFlowTest : public test::SessionFixture {
             Demand(static_cast<int>(type));
         } else {
             GoOnline();
-            auto data = Reply(MsgCode::AUTH_DATA);
-            data.allowLocalChangePassword = true;
-            Receive(data);
-            passwords.onActionActiveChangePWDTriggered();
+            LoginFixture::Demand(ui::Open::kUsers);
         }
         service->Forget();
     }
-    ChangePWDDialog* Dialog() const {
-        auto const all = window.findChildren<ChangePWDDialog*>();
-        return all.isEmpty() ? nullptr : all.last();
-    }
-    bool Stands() const { return Dialog() != nullptr && Dialog()->isVisible(); }
-    void Type(char const* current, char const* password, char const* confirmed) {
-        Dialog()->AutoConfirmChangePwd(0, current, password, confirmed);
-    }
+    ChangePWDDialog* Dialog() const { return Newest<ChangePWDDialog>(); }
+    bool Stands() const { return LoginFixture::Stands<ChangePWDDialog>(); }
     void ExpectGone() {
-        ASSERT_TRUE(test::WaitUntil([this] { return Dialog() == nullptr; }));
-        EXPECT_TRUE(prompts.Finished());
+        EXPECT_TRUE(test::WaitUntil([this] { return Dialog() == nullptr && prompts.Finished(); }));
     }
     std::string Stored() const {
         return components::utils::DecodeSensitiveValue(profile->password);
     }
-
-    std::shared_ptr<Profile> profile = Add("Head office");
-    ChangePWDFlow passwords{session};
 };
 
 TEST_F(ChangePWDFlowTest, TheFormIsCheckedInItsOrder) {
@@ -70,10 +52,10 @@ TEST_F(ChangePWDFlowTest, TheFormIsCheckedInItsOrder) {
                           Case{eleven, ten, ten, MsgCode::UI_TR_ERR_CUR_PWD_LENGTH},
                           Case{ten, eleven, eleven, MsgCode::UI_TR_ERR_NEW_PWD_LENGTH}}) {
         prompts.ExpectBox(Text(c.fault), 0);
-        Type(c.current, c.password, c.confirmed);
+        TypePasswords(c.current, c.password, c.confirmed);
     }
     EXPECT_EQ(Sent("newPassword"), 0);
-    Type("a", ten, ten);
+    TypePasswords("a", ten, ten);
     EXPECT_EQ(Sent("newPassword"), 1);
 }
 
@@ -87,7 +69,7 @@ TEST_F(ChangePWDFlowTest, SuccessIsKeptAtOnceAndEndsAForcedLogin) {
             profile->tempCredential = false;
             config.Save();
             Open(type);
-            Type("old", "new", "new");
+            TypePasswords("old", "new", "new");
             prompts.ExpectBox(Text(users ? MsgCode::UI_INFO_CHANGE_PWD_SUCCESS
                                          : MsgCode::UI_INFO_CHANGE_PWD_SUCCESS_PLEASE_LOGIN_AGAIN),
                               0, [this] { EXPECT_EQ(Stored(), "new"); });
@@ -123,7 +105,7 @@ TEST_F(ChangePWDFlowTest, ARefusalIsOneBoxAndAnotherTry) {
           Case{MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE,
                Text(MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE)}}) {
         for (std::string const subtype : {"connectStatus", "changePWD"}) {
-            Type("old", "new", "new");
+            TypePasswords("old", "new", "new");
             prompts.ExpectBox(c.text, 0, [this] {
                 auto const& left = test::Find<QLabel>(*Dialog(), "time_left_label_");
                 QString const before = left.text();
@@ -151,8 +133,7 @@ TEST_F(ChangePWDFlowTest, EveryOtherEndIsToldOnce) {
     auto const stops = [](ChangePWdType type) { return type == ChangePWdType::kUser ? 0 : 1; };
     Case const cases[] = {
         {[this] { QTest::keyClick(Dialog(), Qt::Key_Escape); }, MsgCode::UNSPECIFIED},
-        {[this] { boot += ChangePWDFlow::kChangeTime; }, MsgCode::UI_INFO_CHANGE_PWD_TIMEOUT},
-        {[this] { Type("old", "new", "new"), boot += ChangePWDFlow::kResponseTime; },
+        {[this] { TypePasswords("old", "new", "new"), boot += ChangePWDFlow::kResponseTime; },
          MsgCode::UI_ERROR_NETWORK_ERROR},
     };
     for (Case const& c : cases) {
@@ -168,34 +149,31 @@ TEST_F(ChangePWDFlowTest, EveryOtherEndIsToldOnce) {
             Receive(MsgCode::OFFLINE);
         }
     }
-    for (auto const type : {ChangePWdType::kExpired, ChangePWdType::kUser}) {
-        Open(type);
-        prompts.ExpectBox(Text(MsgCode::UI_INFO_CONNECTION_TERMINATED), 0);
-        LoseLink();
-        ExpectGone();
-        EXPECT_TRUE(state.Idle());
-        EXPECT_EQ(Sent("stop"), 0);
-        FindLink();
-    }
 }
 
 TEST_F(ChangePWDFlowTest, AYesThatComesLateStillHolds) {
     for (bool const while_told : {true, false}) {
         profile->password = components::utils::EncodeSensitiveValue("old");
         Open(ChangePWdType::kUser);
-        Type("old", "new", "new");
+        TypePasswords("old", "new", "new");
+        int const closings = prompts.Closings();
+        auto const closed = [&] { return prompts.Closings() > closings; };
         auto const late = [this] {
             prompts.ExpectBox(Text(MsgCode::UI_INFO_CHANGE_PWD_SUCCESS), 0);
             Receive(MsgCode::CHANGE_PWD_SUCCESS);
-            ASSERT_TRUE(test::WaitUntil([this] { return prompts.Finished(); }));
         };
-        prompts.ExpectBox(Text(MsgCode::UI_ERROR_NETWORK_ERROR), 0,
-                          while_told ? late : std::function<void()>());
+        prompts.ExpectBox(Text(MsgCode::UI_ERROR_NETWORK_ERROR), 0, [&] {
+            if (while_told) {
+                late();
+                EXPECT_TRUE(test::WaitUntil(closed)) << "what says that no answer came";
+            }
+        });
         boot += ChangePWDFlow::kResponseTime;
         ExpectGone();
         if (!while_told) {
             late();
         }
+        EXPECT_TRUE(prompts.Finished());
         EXPECT_EQ(Stored(), "new");
         EXPECT_TRUE(state.online);
         Receive(MsgCode::OFFLINE);
@@ -203,9 +181,24 @@ TEST_F(ChangePWDFlowTest, AYesThatComesLateStillHolds) {
         EXPECT_EQ(state.lastEnd->why, "") << "a changed password ends nothing";
     }
 
+    // A no that comes late says nothing more.
+    Open(ChangePWdType::kExpired);
+    TypePasswords("new", "third", "third");
+    prompts.ExpectBox(Text(MsgCode::UI_ERROR_NETWORK_ERROR), 0, [this] {
+        for (MsgCode const code :
+             {MsgCode::ERR_HISTORY_PASSWORD, MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD,
+              MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE}) {
+            Receive(code);
+        }
+    });
+    boot += ChangePWDFlow::kResponseTime;
+    ExpectGone();
+    EXPECT_EQ(Sent("stop"), 1);
+    Receive(MsgCode::OFFLINE);
+
     // The user has given up before the answer came.
     Open(ChangePWdType::kUser);
-    Type("new", "third", "third");
+    TypePasswords("new", "third", "third");
     QTest::keyClick(Dialog(), Qt::Key_Escape);
     ExpectGone();
     prompts.ExpectBox(Text(MsgCode::UI_INFO_CHANGE_PWD_SUCCESS), 0);
@@ -222,15 +215,14 @@ TEST_F(ChangePWDFlowTest, TheUsersOwnChangeSurvivesAReconnectAndYieldsToADemand)
         Receive(code);
         EXPECT_TRUE(Stands());
     }
-    test::FakeConversation next;
     prompts.ExpectBox(
         QStringLiteral(
             "The connection needs your attention first. Change the password afterwards."),
         0, [this] { EXPECT_FALSE(Stands()); });
-    session.conversation.Open(next);
-    EXPECT_TRUE(session.conversation.Is(next));
-    session.conversation.Close(next);
+    Receive(MsgCode::NEED_SMS_AUTH_CODE);
+    EXPECT_EQ(Standing(), ui::Open::kSms);
     ExpectGone();
+    Receive(MsgCode::ONLINE);
     session.context.allowLocalChangePassword = false;
     passwords.onActionActiveChangePWDTriggered();
     EXPECT_FALSE(Stands());

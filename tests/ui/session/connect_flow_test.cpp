@@ -129,6 +129,7 @@ TEST_F(ConnectFlowTest, TheBoxToRememberHoldsBothWays) {
         for (bool const answer : {true, false}) {
             profile->password.clear();
             profile->rememberPassword = before;
+            config.Save();
             prompts.ExpectSecret(test::SecretOf("typed", answer));
             Click();
             EXPECT_EQ(prompts.Secrets().back().remember, before);

@@ -1,3 +1,5 @@
+#include <set>
+
 #include "tests/support/log_capture.h"
 #include "tests/ui/session/session_fixture.h"
 
@@ -5,6 +7,7 @@ namespace zorvanelink::ui {
 namespace {
 
 using common::MsgCode;
+using SubType = core::CLMsg::SubType;
 using test::WaitUntil;
 
 class DispatchTest : public test::SessionFixture {
@@ -192,6 +195,34 @@ TEST_F(DispatchTest, ASilentServiceIsShownUntilItSpeaks) {
     ClickStop();
     Receive(MsgCode::OFFLINE);
     EXPECT_FALSE(state.silentSince) << "nobody waits for a word";
+}
+
+TEST(StatusTables, AreCompleteAndNameNothingTwice) {
+    std::vector<MsgCode> const codes = StatusTable::Codes();
+    std::set<std::int32_t> numbers;
+    for (MsgCode const code : codes) {
+        EXPECT_TRUE(numbers.insert(static_cast<std::int32_t>(code)).second);
+        EXPECT_EQ(common::g_IPCMessageMap.Get(code).show, common::Show::kNone)
+            << static_cast<int>(code) << " never gets there";
+    }
+    EXPECT_EQ(numbers,
+              (std::set<std::int32_t>{-33,   -20,   -19,   -16,   40961, 40962, 40963, 40964, 40965,
+                                      40966, 40967, 40970, 40971, 40973, 40974, 40975, 40976, 40993,
+                                      40994, 40998, 41007, 41008, 41010, 41011, 41012, 41014, 41017,
+                                      41018, 41032, 41036, 41042, 41044, 41046}));
+
+    // All others are common replies.
+    std::set<SubType> expected;
+    for (std::size_t i = 0; i < core::CLMsg::kSubTypeString.size(); ++i) {
+        expected.insert(static_cast<SubType>(i));
+    }
+    for (SubType const common :
+         {SubType::kConnectStatus, SubType::kAcceptServerCert, SubType::kQueryStatus}) {
+        expected.erase(common);
+    }
+    std::vector<SubType> const rows = MessageDispatcher::SubTypes();
+    EXPECT_EQ(std::set<SubType>(rows.begin(), rows.end()), expected);
+    EXPECT_EQ(rows.size(), expected.size());
 }
 
 }  // namespace

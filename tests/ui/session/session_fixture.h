@@ -18,22 +18,6 @@
 
 namespace zorvanelink::test {
 
-// A dialog of a login as the session sees it.
-class FakeConversation : public ui::Conversation {
-  public:
-    std::vector<common::MsgCode> answers;
-    bool outlives = false;
-    int lost = 0;
-    int ended = 0;
-
-    bool OutlivesSession() const override { return outlives; }
-    bool OnAnswer(common::MsgCode code) override {
-        return std::count(answers.begin(), answers.end(), code) > 0;
-    }
-    void OnLost() override { ++lost; }
-    void OnEnded() override { ++ended; }
-};
-
 class SessionFixture : public testing::Test {
   protected:
     SessionFixture() {

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QSignalSpy>
+#include <set>
 
 #include "tests/support/qt_helpers.h"
 #include "ui/cards/card_view.h"
@@ -133,30 +134,29 @@ TEST_F(Tray, EveryStateHasOneLookEverywhere) {
         Look look;
         MsgCode label;
         MsgCode bar;
-        Look in_tray;
     } const cases[] = {
         {"ready", kDisconnected, [](auto&) {}, Look::kDisconnected, MsgCode::UI_INFO_DISCONNECT,
-         MsgCode::UI_TR_STATE_NORMAL, Look::kDisconnected},
+         MsgCode::UI_TR_STATE_NORMAL},
         {"ended", kDisconnected, [](auto& s) { s.sessionEnded = true; }, Look::kDisconnected,
-         MsgCode::UI_INFO_DISCONNECT, MsgCode::UI_TR_STATE_DISCONNECT, Look::kDisconnected},
+         MsgCode::UI_INFO_DISCONNECT, MsgCode::UI_TR_STATE_DISCONNECT},
         {"started", kDisconnected, [](auto& s) { s.startingProfileName = "Head office"; },
-         Look::kConnecting, MsgCode::UI_INFO_CONNECTING, MsgCode::CONNECTING, Look::kConnecting},
+         Look::kConnecting, MsgCode::UI_INFO_CONNECTING, MsgCode::CONNECTING},
         {"asking", kConnecting, [](auto& s) { s.queryingAuthType = true; }, Look::kConnecting,
-         MsgCode::UI_INFO_CONNECTING, MsgCode::UI_TR_CHECK_AUTH_TYPE, Look::kConnecting},
+         MsgCode::UI_INFO_CONNECTING, MsgCode::UI_TR_CHECK_AUTH_TYPE},
         {"prepare", kPrepare, [](auto& s) { s.online = true; }, Look::kReconnecting,
-         MsgCode::UI_INFO_RECONNECTING, MsgCode::UI_INFO_RECONNECTING, Look::kReconnecting},
+         MsgCode::UI_INFO_RECONNECTING, MsgCode::UI_INFO_RECONNECTING},
         {"reconnecting", kReconnecting, [](auto&) {}, Look::kReconnecting,
-         MsgCode::UI_INFO_RECONNECTING, MsgCode::UI_INFO_RECONNECTING, Look::kReconnecting},
+         MsgCode::UI_INFO_RECONNECTING, MsgCode::UI_INFO_RECONNECTING},
         {"connected", kConnected, [](auto&) {}, Look::kConnected, MsgCode::UI_INFO_CONNECTED,
-         MsgCode::UI_TR_STATE_CONNECTTED, Look::kConnected},
+         MsgCode::UI_TR_STATE_CONNECTTED},
         {"silent", kConnected, [](auto& s) { s.silentSince = QDateTime(); }, Look::kWarning,
-         MsgCode::UI_INFO_CONNECTED, MsgCode::UI_TR_STATE_CONNECTTED, Look::kConnected},
+         MsgCode::UI_INFO_CONNECTED, MsgCode::UI_TR_STATE_CONNECTTED},
         {"service gone", kDisconnected, [](auto& s) { s.link = LinkState::kReconnecting; },
-         Look::kWarning, MsgCode::UI_INFO_CONNECTING_SERVICE, MsgCode::UI_INFO_CONNECTING_SERVICE,
-         Look::kDisconnected},
+         Look::kWarning, MsgCode::UI_INFO_CONNECTING_SERVICE, MsgCode::UI_INFO_CONNECTING_SERVICE},
         {"no adapter", kDisconnected, [](auto& s) { s.adapterUsable = false; }, Look::kFailed,
-         MsgCode::UI_TR_STATE_VNIC_ERROR, MsgCode::UI_TR_STATE_VNIC_ERROR, Look::kDisconnected},
+         MsgCode::UI_TR_STATE_VNIC_ERROR, MsgCode::UI_TR_STATE_VNIC_ERROR},
     };
+    std::set<std::string> icons;
     for (Case const& c : cases) {
         SCOPED_TRACE(c.name);
         ConnectionState now;
@@ -168,13 +168,15 @@ TEST_F(Tray, EveryStateHasOneLookEverywhere) {
         TrayView const in_tray = trayViewFor(now, true);
         CardView const card = cardViewFor(now, "Head office");
         EXPECT_EQ(view.look, c.look);
+        EXPECT_EQ(in_tray.silent, now.silentSince.has_value());
         EXPECT_EQ(view.stateLabel, c.label);
         EXPECT_EQ(in_tray.stateLabel, c.label);
         EXPECT_EQ(view.statusText, c.bar);
         EXPECT_EQ(QLatin1String(view.statusIcon).endsWith(QLatin1String(".gif")),
                   c.look == Look::kConnecting);
         EXPECT_TRUE(c.look == Look::kConnecting || view.statusIcon == DotImage(c.look));
-        EXPECT_EQ(in_tray.icon, TrayImage(c.in_tray));
+        EXPECT_EQ(in_tray.icon, TrayImage(c.look));
+        icons.insert(in_tray.icon);
         EXPECT_EQ(card.buttonEnabled, in_tray.canConnect || in_tray.canDisconnect);
         EXPECT_EQ(card.lamp, view.status == kDisconnected ? "" : LampName(c.look));
         for (QString const& image : {ShieldImage(c.look, false), ShieldImage(c.look, true),
@@ -182,6 +184,7 @@ TEST_F(Tray, EveryStateHasOneLookEverywhere) {
             EXPECT_TRUE(QFile::exists(image)) << image.toStdString();
         }
     }
+    EXPECT_EQ(icons.size(), 6U) << "no two looks share one";
     EXPECT_FALSE(viewStateFor({}).hasStatusText) << "the wait form speaks";
 }
 
@@ -251,6 +254,11 @@ TEST_F(Tray, ComesAndGoesWithTheDesktopsTray) {
     tray.FollowDesktop();
     ASSERT_NE(tray.Icon(), nullptr);
     EXPECT_EQ(tray.Icon()->toolTip(), QStringLiteral("Zorvane Link\nHead office: Connected"));
+    state.silentSince = QDateTime::currentDateTime();
+    Go(kConnected);
+    QString const silent = QStringLiteral("Head office: The service does not answer");
+    EXPECT_EQ(tray.Icon()->toolTip(), QStringLiteral("Zorvane Link\n") + silent);
+    EXPECT_EQ(textsOf(tray.Menu()).front(), silent.toStdString());
 
     QSignalSpy const shown(&tray, &TrayController::ShowWindow);
     there = false;
