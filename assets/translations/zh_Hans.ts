@@ -352,8 +352,8 @@ BuildID: %2</source>
         <translation>尚未导入受信任的证书</translation>
     </message>
     <message>
-        <source>Open their folder</source>
-        <translation>打开证书文件夹</translation>
+        <source>Import one</source>
+        <translation>导入证书</translation>
     </message>
     <message>
         <source>Caps Lock is on</source>
@@ -446,12 +446,6 @@ BuildID: %2</source>
     <message>
         <source>The window is in the tray. Click this icon to open it again.</source>
         <translation>窗口已收到托盘，点击此图标可重新打开</translation>
-    </message>
-    <message>
-        <source>Copyright: 2026 Zorvane Link developers
-Licence: All rights reserved</source>
-        <translation>版权：2026 Zorvane Link developers
-许可：保留所有权利</translation>
     </message>
 </context>
 </TS>
