@@ -35,7 +35,7 @@ double contrast(QRgb one, QRgb other) {
     if (one == other) {
         return 1;
     }
-    auto const [low, high] = std::minmax(luminance(one), luminance(other));
+    auto const [low, high] = std::minmax({luminance(one), luminance(other)});
     return (high + 0.05) / (low + 0.05);
 }
 
