@@ -26,7 +26,8 @@ using ui::GetTrMsg;
 using ui::SupportedAuthType;
 
 ui::TunnelView& onlineTunnel(Stage& stage, ui::TunnelView::Tab tab) {
-    stage.Main().GoTo(ConnectStatus::Connected, true);
+    bool const warning = tab == ui::TunnelView::kStatistics;  // where nothing says otherwise
+    stage.Main().GoTo(ConnectStatus::Connected, warning);
     stage.Main().Tunnel().ShowTab(tab);
     return stage.Main().Tunnel();
 }
