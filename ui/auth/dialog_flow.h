@@ -40,6 +40,12 @@ class DialogFlow : public QObject, public Conversation {
         return session_.conversation.Is(*this);
     }
 
+    // A text that stands is read first.
+    void show() {
+        dialog_->show();
+        session_.Boxes().Reopen();
+    }
+
     // The dialog is new; it goes when it has finished.
     void run(Dialog& dialog) {
         dialog_ = &dialog;
