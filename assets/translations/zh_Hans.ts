@@ -72,6 +72,26 @@
         <translation>发送压缩率</translation>
     </message>
     <message>
+        <source>No trusted certificates. Import the CA certificate that your administrator gave you.</source>
+        <translation>暂无证书。请导入管理员提供的 CA 证书</translation>
+    </message>
+    <message>
+        <source>%1 holds a private key and was not imported. Ask your administrator for the certificate alone.</source>
+        <translation>%1 含有私钥，未导入。请向管理员索取不含私钥的证书</translation>
+    </message>
+    <message>
+        <source>Do you trust every gateway that these certificates vouch for? Compare the fingerprints with those that your administrator gave you.</source>
+        <translation>是否信任由这些证书签发或担保的所有网关？请将指纹与管理员提供的指纹进行核对。</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Subject</source>
+        <translation>主题</translation>
+    </message>
+    <message>
         <source>Clear the search</source>
         <translation>清除搜索内容</translation>
     </message>

@@ -31,7 +31,10 @@ class ScriptedPrompts : public ui::Prompts {
     void ExpectSecret(std::optional<ui::SecretAnswer> answer, std::function<void()> during = {}) {
         answers_.push_back(Secret{std::move(answer), std::move(during)});
     }
-    void ExpectFile(std::optional<QString> answer) { answers_.push_back(std::move(answer)); }
+    void ExpectFiles(std::vector<QString> answer) { answers_.push_back(std::move(answer)); }
+    void ExpectFile(std::optional<QString> answer) {
+        ExpectFiles(answer ? std::vector{*answer} : std::vector<QString>());
+    }
 
     // How often what stands was to be closed. A box or prompt during which that happens answers as
     // a closed one, whatever was scripted.
@@ -70,9 +73,8 @@ class ScriptedPrompts : public ui::Prompts {
         return standing(answer->during) ? answer->answer : std::nullopt;
     }
 
-    std::optional<QString> ChooseFile(ui::FileRequest const& request) override {
-        auto answer = next<std::optional<QString>>(request.title);
-        return answer ? *answer : std::nullopt;
+    std::vector<QString> ChooseFiles(ui::FileRequest const& request) override {
+        return next<std::vector<QString>>(request.title).value_or(std::vector<QString>());
     }
 
     bool OpenUrl(QUrl const& url) override {
@@ -92,7 +94,7 @@ class ScriptedPrompts : public ui::Prompts {
         std::optional<ui::SecretAnswer> answer;
         std::function<void()> during;
     };
-    using Answer = std::variant<BoxAnswer, Secret, std::optional<QString>>;
+    using Answer = std::variant<BoxAnswer, Secret, std::vector<QString>>;
 
     template <class T>
     std::optional<T> next(QString const& what) {

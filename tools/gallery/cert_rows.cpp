@@ -1,7 +1,10 @@
 // The certificate dialogs.
 #include "tools/gallery/stage.h"
+#include "tools/support/pkcs12_maker.h"
 #include "ui/cert/digital_cert_dialog.h"
+#include "ui/cert/import_trusted_cert_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
+#include "ui/cert/trust_question.h"
 
 namespace zorvanelink::gallery {
 namespace {
@@ -50,6 +53,30 @@ void kinds(Stage& stage) {
                                           "CN=Example Issuing Authority G2")});
 }
 
+ui::TrustedCerts::Held held(char const* file, char const* name) {
+    test::Pkey const key = test::MakeKey("EC");
+    test::Cert const made = test::MakeCert(
+        {"EC", EVP_sha256(), {{"C", "DE"}, {"O", "Example Inc"}, {"CN", name}}}, key.get());
+    ui::TrustedCerts::Held one{QLatin1String(file), {}, test::DerOf<X509>(&i2d_X509, made.get())};
+    components::utils::ParseServerCert(one.content, file, one.cert);
+    return one;
+}
+
+std::vector<ui::TrustedCerts::Held> offered() {
+    return {held("example-root.pem", "Example Root CA"),
+            held("gateway.crt", "The gateway of an office whose name is longer than a line of it")};
+}
+
+ui::ImportTrustedCertDialog& trusted(Stage& stage) {
+    auto const certs = offered();
+    std::for_each(certs.begin(), certs.end(), &ui::TrustedCerts::Store);
+    auto& dialog = stage.Show<ui::ImportTrustedCertDialog>(stage.prompts);
+    for (ui::TrustedCerts::Held const& one : certs) {
+        ui::TrustedCerts::Remove(one.cert.subject);
+    }
+    return dialog;
+}
+
 }  // namespace
 
 std::vector<Row> CertRows() {
@@ -75,7 +102,7 @@ std::vector<Row> CertRows() {
          }},
         {"cert-import",
          [](Stage& stage) {
-             stage.prompts.file = QStringLiteral("alice-chen.p12");
+             stage.prompts.files = {QStringLiteral("alice-chen.p12")};
              choice(stage).OnBtnImportClicked();
              stage.ShowSecret(stage.prompts.lastSecret);
          }},
@@ -91,6 +118,18 @@ std::vector<Row> CertRows() {
          }},
         {"cert-kinds-usb-key", kinds<ui::kCertTypeUsbKey>},
         {"cert-kinds-file", kinds<ui::kCertTypeFile>},
+        {"trusted-empty",
+         [](Stage& stage) { stage.Show<ui::ImportTrustedCertDialog>(stage.prompts); }},
+        {"trusted-list", [](Stage& stage) { trusted(stage); }},
+        {"trusted-question", [](Stage& stage) { stage.Show<ui::TrustQuestion>(offered()); }},
+        {"trusted-delete",
+         [](Stage& stage) {
+             auto& dialog = trusted(stage);
+             auto& list = *dialog.findChild<QListView*>();
+             list.setCurrentIndex(list.model()->index(0, 0));
+             dialog.on_delete_button__clicked();
+             stage.ShowBox(stage.prompts.last);
+         }},
     };
 }
 

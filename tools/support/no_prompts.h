@@ -15,11 +15,11 @@ class NoPrompts : public ui::Prompts {
         lastSecret = request;
         return std::nullopt;
     }
-    std::optional<QString> ChooseFile(ui::FileRequest const&) override { return file; }
+    std::vector<QString> ChooseFiles(ui::FileRequest const&) override { return files; }
 
     ui::BoxRequest last;  // what would have been shown
     ui::SecretRequest lastSecret;
-    std::optional<QString> file;  // what is chosen
+    std::vector<QString> files;  // what is chosen
 };
 
 }  // namespace zorvanelink::test

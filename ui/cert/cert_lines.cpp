@@ -47,7 +47,7 @@ void draw(QPainter& painter, QRect const& room, CertLines const& lines, QWidget 
     }
     painter.drawText(QRect(room.left(), first.bottom() + 1, room.width(), detail_height),
                      Qt::AlignVCenter,
-                     detail_metrics.elidedText(lines.detail, Qt::ElideRight, room.width()));
+                     detail_metrics.elidedText(lines.detail, Qt::ElideMiddle, room.width()));
 }
 
 }  // namespace

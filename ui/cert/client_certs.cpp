@@ -5,6 +5,7 @@
 #include "components/utils/base64.h"
 #include "core/clmsg_reply_json.h"
 #include "ui/cert/digital_cert_dialog.h"
+#include "ui/cert/import_trusted_cert_dialog.h"
 #include "ui/cert/tls_cert_dialog.h"
 
 namespace zorvanelink::ui {
@@ -18,6 +19,14 @@ bool SelectClientCert(CertInfo& target, Config& config, Prompts& prompts, QWidge
 
 void ManageClientCerts(Config& config, Prompts& prompts, QWidget* parent) {
     DigitalCertDialog(nullptr, config, prompts, parent).exec();
+}
+
+void ManageTrustedCerts(Prompts& prompts, QWidget* parent) {
+    ImportTrustedCertDialog(prompts, parent).exec();
+}
+
+bool HasTrustedCerts() {
+    return TrustedCerts::Count() > 0;
 }
 
 bool SelectTlsCert(CertInfo& target, CertListRoad& road, Config& config, Prompts& prompts,

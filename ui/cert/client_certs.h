@@ -17,6 +17,9 @@ namespace zorvanelink::ui {
 // record, or an empty one when none was selected. The target's isTls says what may be imported.
 bool SelectClientCert(CertInfo& target, Config& config, Prompts& prompts, QWidget* parent);
 void ManageClientCerts(Config& config, Prompts& prompts, QWidget* parent);
+// Runs the dialog of the certificates that gateways are trusted by.
+void ManageTrustedCerts(Prompts& prompts, QWidget* parent);
+bool HasTrustedCerts();
 
 // The road to the certificates that the service lists: whoever owns the link answers
 // SendCertRequest, and each list that comes is given out by RecvCertInfo.

@@ -1,11 +1,8 @@
 #include "ui/editor/create_connect_dialog.h"
 
-#include <QDir>
-#include <QUrl>
-
 #include "app/environment/app_ctrl.h"
-#include "app/environment/paths.h"
 #include "components/logger/logger.h"
+#include "ui/cert/client_certs.h"
 #include "ui/text/texts.h"
 #include "ui/widgets/automation_hooks.h"
 #include "ui/widgets/elide.h"
@@ -22,10 +19,6 @@ constexpr int kCollapsedHeight = 328;
 constexpr int kOpenHeight = 560;
 
 constexpr std::uint16_t kLastMode = 2;
-
-bool trustedCertImported() {
-    return !QDir(GetConfigServerCertPath()).entryList(QDir::Files | QDir::Hidden).isEmpty();
-}
 
 }  // namespace
 
@@ -92,8 +85,8 @@ void CreateConnectDialog::wire() {
     connect(form_.verfy_server_cert_checkbox_, &QCheckBox::stateChanged, this,
             &CreateConnectDialog::on_verfy_server_cert_checkbox__stateChanged);
     connect(form_.trustWarning, &QLabel::linkActivated, this, [this] {
-        MakePrivateDir(GetConfigServerCertPath());
-        services().prompts.OpenUrl(QUrl::fromLocalFile(GetConfigServerCertPath()));
+        ManageTrustedCerts(services().prompts, this);
+        warnAboutTrust();
     });
     connect(form_.gateway_detect_checkbox_, &QCheckBox::clicked, this,
             &CreateConnectDialog::on_gateway_detect_checkbox__clicked);
@@ -201,7 +194,11 @@ void CreateConnectDialog::on_pushButton_gmssl_clicked() {
 
 void CreateConnectDialog::on_verfy_server_cert_checkbox__stateChanged(int arg) {
     Log().info("arg1 = {}", arg);
-    bool const warn = arg == Qt::Checked && !trustedCertImported();
+    warnAboutTrust();
+}
+
+void CreateConnectDialog::warnAboutTrust() {
+    bool const warn = form_.verfy_server_cert_checkbox_->isChecked() && !HasTrustedCerts();
     form_.verfy_server_cert_checkbox_->setToolTip(
         warn ? PlainToolTip(GetTrMsg(MsgCode::UI_TR_IMPORT_TRUSTED_CERT_TIPS)) : QString());
     form_.trustWarning->setVisible(warn);
@@ -241,7 +238,8 @@ int CreateConnectDialog::MinHeight() const {
 int CreateConnectDialog::MaxHeight() const {
     int const room = AuthConfigBase::MaxHeight();
     QWidget const* const owner = VisibleOwner();
-    return owner != nullptr ? qMin(room, qMax(kCollapsedHeight, owner->height())) : room;
+    return owner != nullptr ? qMin(room, qMax(kCollapsedHeight, owner->contentsRect().height()))
+                            : room;
 }
 
 void CreateConnectDialog::SetCurrentAtParentCenter() {

@@ -77,6 +77,7 @@ class CreateConnectDialog : public AuthConfigBase {
     void storeForm(Profile& profile);
     void storeGateway(Profile& profile) const;
     void openAdvanced(bool open);
+    void warnAboutTrust();
     void SetCurrentAtParentCenter();
     void reportOpened();
 

@@ -89,11 +89,20 @@ QWidget* SettingsDialog::buildCertificates() {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
     column->addWidget(heading(Translate(QT_TRANSLATE_NOOP("ui", "Certificates")), group));
-    auto* const button = new QPushButtonExt(GetTrMsg(MsgCode::UI_TR_CLIENT_CERT_MANAGEMENT), group);
-    button->setObjectName(QStringLiteral("btn_client_certs_"));
-    column->addWidget(button, 0, Qt::AlignLeft);
-    connect(button, &QPushButton::clicked, this,
-            [this] { ManageClientCerts(config_, prompts_, this); });
+    auto* const buttons = new QHBoxLayout;
+    buttons->setSpacing(12);
+    auto const add = [&](MsgCode text, char const* name) {
+        auto* const button = new QPushButtonExt(GetTrMsg(text), group);
+        button->setObjectName(QLatin1String(name));
+        buttons->addWidget(button);
+        return button;
+    };
+    connect(add(MsgCode::UI_TR_CLIENT_CERT_MANAGEMENT, "btn_client_certs_"), &QPushButton::clicked,
+            this, [this] { ManageClientCerts(config_, prompts_, this); });
+    connect(add(MsgCode::UI_TR_IMPORT_TRUSTED_CERT, "btn_trusted_certs_"), &QPushButton::clicked,
+            this, [this] { ManageTrustedCerts(prompts_, this); });
+    buttons->addStretch();
+    column->addLayout(buttons);
     return group;
 }
 

@@ -52,6 +52,11 @@ void Prompts::Error(QWidget* parent, QString const& text) {
              GetTrMsg(common::MsgCode::UI_INFO_OK));
 }
 
+std::optional<QString> Prompts::ChooseFile(FileRequest const& request) {
+    std::vector<QString> const paths = ChooseFiles(request);
+    return paths.empty() || paths.front().isEmpty() ? std::nullopt : std::optional(paths.front());
+}
+
 bool Prompts::Question(QWidget* parent, QString const& title, QString const& text,
                        QString const& yes, QString const& no, Default choice) {
     int const preset = choice == Default::kNo ? 1 : 0;
@@ -117,12 +122,15 @@ std::optional<SecretAnswer> DialogPrompts::InputSecret(SecretRequest const& requ
     return SecretAnswer{dialog->TakeSensitiveValue(), dialog->remberCheck()};
 }
 
-std::optional<QString> DialogPrompts::ChooseFile(FileRequest const& request) {
+std::vector<QString> DialogPrompts::ChooseFiles(FileRequest const& request) {
     QFileDialog dialog(request.parent, request.title, request.startPath,
                        usableFilter(request.filter));
     switch (request.mode) {
         case FileRequest::Mode::kOpen:
             dialog.setFileMode(QFileDialog::ExistingFile);
+            break;
+        case FileRequest::Mode::kOpenMany:
+            dialog.setFileMode(QFileDialog::ExistingFiles);
             break;
         case FileRequest::Mode::kSave:
             dialog.setAcceptMode(QFileDialog::AcceptSave);
@@ -135,10 +143,10 @@ std::optional<QString> DialogPrompts::ChooseFile(FileRequest const& request) {
     }
     Standing const standing(open_, dialog);
     if (dialog.exec() != QDialog::Accepted) {
-        return std::nullopt;
+        return {};
     }
-    QString const path = dialog.selectedFiles().value(0);
-    return path.isEmpty() ? std::nullopt : std::optional(path);
+    QStringList const paths = dialog.selectedFiles();
+    return {paths.begin(), paths.end()};
 }
 
 bool DialogPrompts::OpenUrl(QUrl const& url) {

@@ -51,7 +51,7 @@ struct SecretAnswer {
 };
 
 struct FileRequest {
-    enum class Mode { kOpen, kSave, kFolder };
+    enum class Mode { kOpen, kOpenMany, kSave, kFolder };
     Mode mode = Mode::kOpen;
     QWidget* parent = nullptr;
     QString title;
@@ -78,7 +78,8 @@ class Prompts {
     virtual int Box(BoxRequest const& request) = 0;
     // Empty when cancelled.
     virtual std::optional<SecretAnswer> InputSecret(SecretRequest const& request) = 0;
-    virtual std::optional<QString> ChooseFile(FileRequest const& request) = 0;
+    std::optional<QString> ChooseFile(FileRequest const& request);
+    virtual std::vector<QString> ChooseFiles(FileRequest const& request) = 0;
     // Hands the address to the desktop's browser as it stands; OpenUrl of open_url.h looks at it
     // first. False when nothing could be started, as without a desktop.
     virtual bool OpenUrl(QUrl const& /*url*/) { return false; }
@@ -93,7 +94,7 @@ class DialogPrompts : public Prompts {
   public:
     int Box(BoxRequest const& request) override;
     std::optional<SecretAnswer> InputSecret(SecretRequest const& request) override;
-    std::optional<QString> ChooseFile(FileRequest const& request) override;
+    std::vector<QString> ChooseFiles(FileRequest const& request) override;
     bool OpenUrl(QUrl const& url) override;
     void CloseAll() override;
 
