@@ -16,7 +16,7 @@ using logger::Log;
 constexpr char kAllOfP11Kit[] = "p11-kit-proxy.so";
 constexpr CK_ULONG kMaxSlots = 256;
 constexpr CK_ULONG kMaxObjects = 1024;
-constexpr CK_ULONG kMaxAttribute = 64 * 1024;  // bytes
+constexpr CK_ULONG kMaxAttribute = CK_ULONG{64} * 1024;  // bytes
 
 CK_FUNCTION_LIST const* functionsOf(std::string const& path) {
     // Not unloaded again: few modules stand that.
