@@ -20,11 +20,13 @@ constexpr char kTokenScheme[] = "pkcs11:";
 QString triesLeft(cert::PinTries tries) {
     switch (tries) {
         case cert::PinTries::kFew:
-            return Translate("The token takes only a few more wrong PINs.");
+            return Translate(
+                QT_TRANSLATE_NOOP("ui", "The token takes only a few more wrong PINs."));
         case cert::PinTries::kLast:
-            return Translate("The token takes one more PIN; a wrong one locks it.");
+            return Translate(
+                QT_TRANSLATE_NOOP("ui", "The token takes one more PIN; a wrong one locks it."));
         case cert::PinTries::kNone:
-            return Translate("The token is locked.");
+            return Translate(QT_TRANSLATE_NOOP("ui", "The token is locked."));
         default:
             return {};
     }
@@ -34,15 +36,17 @@ QString reason(cert::TokenSignature::Outcome outcome) {
     using Outcome = cert::TokenSignature::Outcome;
     switch (outcome) {
         case Outcome::kWrongPin:
-            return Translate("The PIN is wrong");
+            return Translate(QT_TRANSLATE_NOOP("ui", "The PIN is wrong"));
         case Outcome::kPinLocked:
-            return Translate("The token is locked after too many wrong PINs");
+            return Translate(
+                QT_TRANSLATE_NOOP("ui", "The token is locked after too many wrong PINs"));
         case Outcome::kNoToken:
-            return Translate("The token of the certificate is not there");
+            return Translate(QT_TRANSLATE_NOOP("ui", "The token of the certificate is not there"));
         case Outcome::kRefused:
-            return Translate("The token does not make the signature that is needed");
+            return Translate(
+                QT_TRANSLATE_NOOP("ui", "The token does not make the signature that is needed"));
         default:
-            return Translate("The token did not sign");
+            return Translate(QT_TRANSLATE_NOOP("ui", "The token did not sign"));
     }
 }
 

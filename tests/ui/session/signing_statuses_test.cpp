@@ -77,9 +77,10 @@ TEST_F(SigningStatusesTest, TheUsersTokenSignsAfterThePin) {
     Request(kSign);
     EXPECT_TRUE(answered(1));
     prompts.ExpectSecret(test::SecretOf("135791"));
-    prompts.ExpectBox(Translate("The PIN is wrong") + QStringLiteral("#@@#") +
-                          Translate("The token takes only a few more wrong PINs."),
-                      0);
+    prompts.ExpectBox(
+        Translate(QT_TRANSLATE_NOOP("ui", "The PIN is wrong")) + QStringLiteral("#@@#") +
+            Translate(QT_TRANSLATE_NOOP("ui", "The token takes only a few more wrong PINs.")),
+        0);
     Request(kSign);
     EXPECT_TRUE(answered(2));
     // A second request comes while the PIN of the first is being typed.
