@@ -1,12 +1,11 @@
 #include "app/startup/activation.h"
 
 #include <qpa/qplatformnativeinterface.h>
-#include <xcb/xcb.h>
 
 #include <QGuiApplication>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
+
+#include "ui/widgets/x11.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -34,35 +33,23 @@ void takeTimeOf(QByteArray const& mark) {
     }
 }
 
-xcb_atom_t atomOf(xcb_connection_t* connection, char const* name) {
-    auto const length = static_cast<std::uint16_t>(std::strlen(name));
-    std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> const reply(
-        xcb_intern_atom_reply(connection, xcb_intern_atom(connection, 0, length, name), nullptr),
-        &std::free);
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
-
 // Else the pointer stays busy until the desktop loses its patience. The text goes to the root
 // window in messages of 20 bytes, its end included.
 void endStart(QByteArray const& mark, QWidget const& window) {
-    auto* const native = QGuiApplication::platformNativeInterface();
-    auto* const connection =
-        static_cast<xcb_connection_t*>(native->nativeResourceForIntegration("connection"));
-    auto const root = static_cast<xcb_window_t>(
-        reinterpret_cast<std::uintptr_t>(native->nativeResourceForIntegration("rootwindow")));
+    auto* const connection = X11Connection();
     QByteArray const text = "remove: ID=" + mark + '\0';
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 8;
     message.window = static_cast<xcb_window_t>(window.winId());
-    message.type = atomOf(connection, "_NET_STARTUP_INFO_BEGIN");
+    message.type = X11Atom("_NET_STARTUP_INFO_BEGIN");
     for (int at = 0; at < text.size(); at += int{sizeof message.data.data8}) {
         QByteArray const piece = text.mid(at, sizeof message.data.data8);
         message.data = {};
         std::memcpy(message.data.data8, piece.constData(), static_cast<std::size_t>(piece.size()));
-        xcb_send_event(connection, 0, root, XCB_EVENT_MASK_PROPERTY_CHANGE,
+        xcb_send_event(connection, 0, X11Root(), XCB_EVENT_MASK_PROPERTY_CHANGE,
                        reinterpret_cast<char const*>(&message));
-        message.type = atomOf(connection, "_NET_STARTUP_INFO");
+        message.type = X11Atom("_NET_STARTUP_INFO");
     }
     xcb_flush(connection);
 }
@@ -80,7 +67,7 @@ std::string AnswerShow(std::string const& request, QWidget const& window,
         return {};
     }
     QByteArray const mark = lines.value(1);
-    bool const on_x11 = QGuiApplication::platformName() == QLatin1String("xcb") && !mark.isEmpty();
+    bool const on_x11 = X11Connection() != nullptr && !mark.isEmpty();
     if (on_x11) {
         takeTimeOf(mark);
     }

@@ -14,7 +14,7 @@ class BrowserLogin(road.Road):
         service, client = self.log_in(road.SCENARIOS / "third-party.json", language=1)
         self.sees(client, "请在浏览器中继续")
         self._answer(opened, 1, "Refuse")
-        self.reads(client, "未知错误，请联系管理员。")
+        self.reads(client, "未知错误，请联系管理员")
         self.sees(client, "未连接")
         self.assertNotIn("请在浏览器中继续", client.widgets.texts())
         self.sees_the_end(client, service, stops=1)

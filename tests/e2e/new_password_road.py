@@ -24,9 +24,10 @@ class NewPassword(road.Road):
             self.reads(client, answer)
         self.sees(client, "Disconnected")
         self.sees_the_end(client, service, stops=1)
+        client.process.kill()
         client.stop()
 
-        # The new one stands in the profile: nothing is asked for.
+        # The new one stands in the profile, whatever ended the program: nothing is asked for.
         client = self.client("second-day")
         client.settle(road.SECONDS)
         self.connect(client)
@@ -36,7 +37,7 @@ class NewPassword(road.Road):
 
     def test_one_of_the_users_own_will_by_keyboard_from_the_tray_in_chinese(self):
         service, client = self.log_in(road.SCENARIOS / "expiring.json", language=1)
-        warning = "账号将在 20 天后过期，密码将在 5 天后过期。"
+        warning = "账号将在 20 天后过期，密码将在 5 天后过期"
         self.reads(client, warning)
         self.sees(client, "已连接", "在线")
         client.widgets.usable("push button", "修改密码 URL Head office", road.SECONDS)

@@ -86,7 +86,7 @@ class Road(unittest.TestCase):
             options = ("--scenario", str(options[0]))
         self.write_profile(*options)
         service = self.service(*options)
-        client = self.client(control={"LANGUAGE": language})
+        client = self.client(control={"LANGUAGE": language, "LOG_LEVEL": "debug"})
         client.settle(SECONDS)
         self.connect(client)
         return service, client

@@ -58,7 +58,7 @@ class SecondFactor(road.Road):
     def test_a_code_by_mail_until_the_limit_with_the_mouse_in_chinese(self):
         service, client = self.log_in(road.SCENARIOS / "limited-code.json", language=1)
         hands, prompt = Mouse(client), ".*邮箱 a.*@example.com 收到的验证码："
-        for text in ("验证码错误，请重试。", "重试次数已达到上限，请重新登录。"):
+        for text in ("验证码错误，请重试", "重试次数已达到上限，请重新登录"):
             hands.fill(prompt, WRONG)
             hands.press("push button", "确定")
             self.reads(client, text)

@@ -35,7 +35,7 @@ double contrast(QRgb one, QRgb other) {
     if (one == other) {
         return 1;
     }
-    auto const [low, high] = std::minmax(luminance(one), luminance(other));
+    auto const [low, high] = std::minmax({luminance(one), luminance(other)});
     return (high + 0.05) / (low + 0.05);
 }
 
@@ -198,6 +198,19 @@ bool ShowsFocus(QWidget& window, QWidget& control) {
         }
     }
     return different >= kLeast;
+}
+
+bool HasEdge(QWidget& window) {
+    constexpr double kLeast = 1.5;  // of a line that only divides
+    QImage const picture = pictureOf(window, window.rect());
+    QPoint const middle = picture.rect().center();
+    QPoint const sides[] = {{0, middle.y()},
+                            {picture.width() - 1, middle.y()},
+                            {middle.x(), 0},
+                            {middle.x(), picture.height() - 1}};
+    return std::all_of(std::begin(sides), std::end(sides), [&](QPoint side) {
+        return contrast(picture.pixel(side), qRgb(255, 255, 255)) >= kLeast;
+    });
 }
 
 }  // namespace zorvanelink::gallery

@@ -15,4 +15,7 @@ std::vector<std::string> FaintThings(QWidget& window);
 // Whether the control, which has the focus, looks different without it, by at least 3.
 bool ShowsFocus(QWidget& window, QWidget& control);
 
+// Whether all four sides of the window are seen on a white desktop.
+bool HasEdge(QWidget& window);
+
 }  // namespace zorvanelink::gallery

@@ -238,7 +238,8 @@ int CreateConnectDialog::MinHeight() const {
 int CreateConnectDialog::MaxHeight() const {
     int const room = AuthConfigBase::MaxHeight();
     QWidget const* const owner = VisibleOwner();
-    return owner != nullptr ? qMin(room, qMax(kCollapsedHeight, owner->height())) : room;
+    return owner != nullptr ? qMin(room, qMax(kCollapsedHeight, owner->contentsRect().height()))
+                            : room;
 }
 
 void CreateConnectDialog::SetCurrentAtParentCenter() {

@@ -43,7 +43,7 @@ std::optional<SecretAnswer> ConnectFlow::askFor(SecretTexts const& texts, Profil
     request.subjectDetail =
         QString::fromStdString(whose.empty() ? profile.server : whose + " · " + profile.server);
     request.label = GetTrMsg(texts.label);
-    request.label2 = GetTrMsg(texts.name);
+    request.label2 = GetCaption(texts.name);
     request.placeholder = request.label;
     request.okButton = GetTrMsg(MsgCode::UI_INFO_OK);
     request.cancelButton = GetTrMsg(MsgCode::UI_INFO_CANCEL);

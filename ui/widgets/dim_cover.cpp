@@ -12,7 +12,7 @@ DimCover::DimCover(QWidget* parent, QString const& style) : QWidget(parent) {
 }
 
 void DimCover::ToBack() {
-    setGeometry(parentWidget()->rect());
+    setGeometry(parentWidget()->contentsRect());
     raise();
     show();
 }
@@ -23,7 +23,7 @@ void DimCover::ToFront() {
 
 bool DimCover::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize && isVisible()) {
-        setGeometry(parentWidget()->rect());
+        setGeometry(parentWidget()->contentsRect());
     }
     return QWidget::eventFilter(watched, event);
 }

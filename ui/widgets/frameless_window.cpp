@@ -6,6 +6,7 @@
 
 #include "ui/widgets/resize_edges.h"
 #include "ui/widgets/round_corners.h"
+#include "ui/widgets/window_shadow.h"
 
 namespace zorvanelink::ui {
 
@@ -14,9 +15,10 @@ FramelessWindow::FramelessWindow(QString const& title, Size size, Opening openin
     setWindowTitle(title);
     // On a small or strongly scaled screen nothing of a frameless window may lie outside.
     QSize const screenSize = screen()->availableSize();
-    setMinimumSize(size.smallest.boundedTo(screenSize));
-    resize(size.wanted.boundedTo(screenSize));
     PrepareRoundCorners(*this);
+    WindowShadow::Give(*this);
+    setMinimumSize(size.smallest.boundedTo(screenSize).grownBy(contentsMargins()));
+    resize(size.wanted.boundedTo(screenSize).grownBy(contentsMargins()));
     if (opening == Opening::kAtOnce) {
         show();
     }

@@ -30,7 +30,7 @@ class ResizeEdges::Edge : public QWidget {
     }
 
     void Place() {
-        QRect const all = window()->rect();
+        QRect const all = window()->contentsRect();
         QRect mine = all;
         bool const corner =
             (edges_ & (Qt::LeftEdge | Qt::RightEdge)) && (edges_ & (Qt::TopEdge | Qt::BottomEdge));

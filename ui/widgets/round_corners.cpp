@@ -10,7 +10,9 @@ namespace {
 
 constexpr int kRadius = 7;  // pixels, one less than in the stylesheets: the border stays whole
 
-bool desktopBlendsWindows() {
+}  // namespace
+
+bool DesktopBlendsWindows() {
     if (QGuiApplication::platformName() != QLatin1String("xcb")) {
         return true;
     }
@@ -19,18 +21,20 @@ bool desktopBlendsWindows() {
                                            QGuiApplication::primaryScreen()) != nullptr;
 }
 
-}  // namespace
-
 void PrepareRoundCorners(QWidget& window) {
-    window.setAttribute(Qt::WA_TranslucentBackground, desktopBlendsWindows());
+    window.setAttribute(Qt::WA_TranslucentBackground, DesktopBlendsWindows());
 }
 
 void CutRoundCorners(QWidget& window) {
-    if (window.isMaximized()) {
+    QRect const frame = window.contentsRect();
+    bool const blended =
+        window.testAttribute(Qt::WA_TranslucentBackground) && DesktopBlendsWindows();
+    if (blended || (window.isMaximized() && frame == window.rect())) {
         window.clearMask();
-    } else if (!window.testAttribute(Qt::WA_TranslucentBackground)) {
+    } else {
         QPainterPath outline;
-        outline.addRoundedRect(window.rect(), kRadius, kRadius);
+        int const radius = window.isMaximized() ? 0 : kRadius;
+        outline.addRoundedRect(frame, radius, radius);
         window.setMask(QRegion(outline.toFillPolygon().toPolygon()));
     }
 }

@@ -12,6 +12,7 @@
 #include "ui/widgets/prompts.h"
 #include "ui/widgets/round_corners.h"
 #include "ui/widgets/style.h"
+#include "ui/widgets/window_shadow.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -166,10 +167,10 @@ void ZVLDialog::Fit() {
         }
     }
     if (minimumWidth() != maximumWidth()) {
-        setFixedWidth(layout()->sizeHint().width());
+        setFixedWidth(layout()->totalSizeHint().width());
     }
     QMargins const frame = panel_->contentsMargins();
-    int const inside = width() - frame.left() - frame.right();
+    int const inside = contentsRect().width() - frame.left() - frame.right();
     int rest = frame.top() + frame.bottom();
     for (QWidget const* const fixed : {static_cast<QWidget*>(titleBar_), head_, foot_}) {
         if (fixed != nullptr && !fixed->isHidden()) {
@@ -180,7 +181,8 @@ void ZVLDialog::Fit() {
                                                   : scroll_->sizeHint().height();
     // Else the layout takes what a wrapped text wants for what it needs.
     scroll_->setMaximumHeight(qMax(scroll_->minimumSizeHint().height(), MaxHeight() - rest));
-    setFixedHeight(qMin(qMax(form + rest, MinHeight()), MaxHeight()));
+    setFixedHeight(qMin(qMax(form + rest, MinHeight()), MaxHeight()) + height() -
+                   contentsRect().height());
 }
 
 bool ZVLDialog::event(QEvent* event) {
@@ -193,17 +195,29 @@ bool ZVLDialog::event(QEvent* event) {
 }
 
 void ZVLDialog::moveOntoScreen() {
-    int const excess = geometry().bottom() - screen()->availableGeometry().bottom();
+    QRect const visible = screen()->availableGeometry().marginsAdded(contentsMargins());
+    int const excess = geometry().bottom() - visible.bottom();
     if (excess > 0) {
-        move(x(), qMax(screen()->availableGeometry().top(), y() - excess));
+        move(x(), qMax(visible.top(), y() - excess));
+    }
+}
+
+// Its margins come on top of the width that the dialog has chosen.
+void ZVLDialog::giveShadow() {
+    if (internalWinId() == 0) {
+        WindowShadow::Give(*this);
+        if (minimumWidth() == maximumWidth()) {
+            setFixedWidth(width() + contentsMargins().left() + contentsMargins().right());
+        }
     }
 }
 
 void ZVLDialog::Place() {
     FrameLayout()->setSizeConstraint(QLayout::SetNoConstraint);
+    giveShadow();
     Fit();
     QWidget const* const owner = VisibleOwner();
-    QRect const visible = screen()->availableGeometry();
+    QRect const visible = screen()->availableGeometry().marginsAdded(contentsMargins());
     QPoint target =
         (owner != nullptr ? owner->frameGeometry() : visible).center() - rect().center();
     target.setX(

@@ -68,6 +68,7 @@ class ZVLDialog : public QDialog {
     QWidget const* VisibleOwner() const;
 
   private:
+    void giveShadow();
     void moveOntoScreen();
 
     Prompts* prompts_;

@@ -263,7 +263,8 @@ void ZVLMessageBoxWithBackground::Place() {
     QWidget const* const owner = VisibleOwner();
     fitTexts();
     FrameLayout()->setAlignment(Panel(), Qt::AlignCenter);
-    setGeometry(owner != nullptr ? owner->frameGeometry() : screen()->availableGeometry());
+    setGeometry(owner != nullptr ? owner->frameGeometry().marginsRemoved(owner->contentsMargins())
+                                 : screen()->availableGeometry());
 }
 
 }  // namespace zorvanelink::ui

@@ -18,9 +18,10 @@ class CreateConnectDialogTest : public ConfigTest {
   protected:
     ~CreateConnectDialogTest() override { automationHooks() = {}; }
 
-    std::unique_ptr<CreateConnectDialog> open(std::shared_ptr<Profile> const& profile = nullptr) {
+    std::unique_ptr<CreateConnectDialog> open(std::shared_ptr<Profile> const& profile = nullptr,
+                                              QWidget* owner = nullptr) {
         auto dialog = std::make_unique<CreateConnectDialog>(
-            profile, AuthConfigBase::Services{config_, prompts_, certs_});
+            profile, AuthConfigBase::Services{config_, prompts_, certs_}, owner);
         dialog->show();
         return dialog;
     }
@@ -229,12 +230,18 @@ TEST_F(CreateConnectDialogTest, CredentialsFollowTheType) {
         }
         EXPECT_EQ(dialog->CheckInput(), type == 0 || type == 6);
     }
-    auto const adding = open();
+    QWidget window;
+    window.resize(960, 400);
+    window.show();
+    auto const adding = open(nullptr, &window);
     auto& verify = Find<QCheckBox>(*adding, "verfy_server_cert_checkbox_");
     for (int const check : {1, 2}) {
         verify.click();
         EXPECT_EQ(Find<QWidget>(*adding, "trust_warning_").isHidden(), check == 2);
     }
+    EXPECT_FALSE(Find<QWidget>(*adding, "advanced_widget_").isVisible());
+    adding->on_btn_icon_advanced_config__clicked();
+    EXPECT_EQ(adding->height(), window.height()) << "never higher than its window";
     EXPECT_FALSE(Find<QWidget>(*adding, "lineedit_username_").isVisible());
     EXPECT_FALSE(Find<QWidget>(*adding, "checkbox_keep_auth_type_").isVisible());
 }

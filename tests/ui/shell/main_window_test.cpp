@@ -195,6 +195,27 @@ TEST_F(Shell, PagesOfTheSessionStandInTheTrayUntilItEnds) {
     EXPECT_TRUE(WaitFor([this] { return prompts.Opened().size() == 2; }));
 }
 
+TEST_F(Shell, WhatTheServiceAsksForIsFoundAgainByTheTray) {
+    Add("Head office");
+    Open();
+    window->findChild<ProfileTab*>()->Press();
+    EXPECT_TRUE(WaitFor([this] { return Sent("start") == 1; }));
+    window->hide();
+    Say(MsgCode::CONNECTING);
+    Say(MsgCode::NEED_SMS_AUTH_CODE);
+    EXPECT_TRUE(WaitFor([] { return QApplication::activeModalWidget() != nullptr; }));
+    QWidget* const dialog = QApplication::activeModalWidget();
+    for (char const* const action : {"tray_show_", "tray_connect_"}) {
+        window->showMinimized();
+        Find<QAction>(*window, action).trigger();
+        EXPECT_TRUE(WaitFor([this] { return window->isVisible() && !window->isMinimized(); }));
+        EXPECT_EQ(QApplication::activeWindow(), dialog);
+    }
+    EXPECT_EQ(Sent("start"), 1);
+    window->CurrentSession().Stop(QStringLiteral("Head office"));
+    EXPECT_TRUE(WaitFor([] { return QApplication::activeModalWidget() == nullptr; }));
+}
+
 TEST_F(Shell, TheFirstConnectionIsAddedAndStarted) {
     Open();
     EXPECT_EQ(window->findChild<StatusBarWidget*>()->CountText(), QString());

@@ -207,6 +207,7 @@ TEST_F(TunnelViewTest, RoutesSwitchFamilySortAndFilter) {
     EXPECT_EQ(ipv4.model()->rowCount(), 2);
     Find<QAbstractButton>(view, "tab_ipv6_route_").click();
     EXPECT_TRUE(ipv6.isVisible());
+    EXPECT_EQ(ipv6.columnWidth(1), view.Routes().width() * 13 / 100) << "an address needs more";
     EXPECT_FALSE(ipv4.isVisible());
     view.ClearRouteInfo();
     EXPECT_EQ(view.Routes().Ipv6().rowCount(), 0);

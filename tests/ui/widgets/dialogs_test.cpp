@@ -140,7 +140,7 @@ TEST(InputDialog, HidesTheSecretAndSaysWhatItAsksFor) {
     }
 }
 
-TEST(Dialog, HasAnEdgeAndItsFocusARingOfTwoTones) {
+TEST(Dialog, FocusIsARingOfTwoTones) {
     ui::SetApplicationStyle();
     test::ScriptedPrompts prompts;
     ui::InputDialog dialog(prompts);
@@ -153,7 +153,6 @@ TEST(Dialog, HasAnEdgeAndItsFocusARingOfTwoTones) {
     QPoint const left = button.mapTo(&dialog, QPoint(0, button.height() / 2));
     EXPECT_EQ(colorAt(left - QPoint(1, 0)), text("#0b3e8c"));
     EXPECT_EQ(colorAt(left), text("#ffffff"));
-    EXPECT_EQ(colorAt({0, dialog.height() / 2}), text("#c9cdd4"));
 }
 
 TEST(InputDialog, NoTypedSecretStaysBehindACancelledPrompt) {

@@ -82,7 +82,7 @@ TEST(WaitForm, CoversAllButTheTitleBarAndKeepsClicksOut) {
 TEST(ResizeEdges, EnlargeAWindowThatTheWindowSystemDoesNotResize) {
     QWidget window;
     window.setMinimumSize(200, 100);
-    window.setGeometry(50, 50, 300, 200);
+    window.setContentsMargins(8, 8, 8, 8);  // a shadow's place is no edge
     ui::ResizeEdges const edges(window);
     window.show();
     struct Row {
@@ -91,9 +91,9 @@ TEST(ResizeEdges, EnlargeAWindowThatTheWindowSystemDoesNotResize) {
         QRect then;
     };
     for (auto const& row :
-         {Row{{299, 100}, {40, 7}, {50, 50, 340, 200}}, Row{{0, 100}, {-10, 0}, {40, 50, 310, 200}},
-          Row{{150, 0}, {0, 500}, {50, 150, 300, 100}},
-          Row{{299, 199}, {5, 6}, {50, 50, 305, 206}}}) {
+         {Row{{291, 100}, {40, 7}, {50, 50, 340, 200}}, Row{{8, 100}, {-10, 0}, {40, 50, 310, 200}},
+          Row{{150, 8}, {0, 500}, {50, 150, 300, 100}},
+          Row{{291, 191}, {5, 6}, {50, 50, 305, 206}}}) {
         window.setGeometry(50, 50, 300, 200);
         QWidget& edge = *window.childAt(row.at);
         QPoint const inside = row.at - edge.pos();

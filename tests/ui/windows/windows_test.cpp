@@ -159,9 +159,11 @@ TEST_P(Windows, MeasureFindsWhatIsCutOrFaint) {
 // What holds for a window of any kind.
 void expectWhole(QWidget& window, bool in_front) {
     EXPECT_THAT(gallery::CutTexts(window), IsEmpty());
-    if (!window.windowFlags().testFlag(Qt::FramelessWindowHint)) {
-        return;  // a menu, or parts side by side
+    bool const frameless = window.windowFlags().testFlag(Qt::FramelessWindowHint);
+    if (window.windowType() == Qt::Window && !frameless) {
+        return;  // parts side by side
     }
+    EXPECT_TRUE(gallery::HasEdge(window));
     QSize const screen = window.screen()->availableSize();
     EXPECT_EQ(window.size().boundedTo(screen), window.size());
     auto const* const dialog = qobject_cast<ZVLDialog*>(&window);
