@@ -72,6 +72,38 @@
         <translation>发送压缩率</translation>
     </message>
     <message>
+        <source>The token takes only a few more wrong PINs.</source>
+        <translation>该令牌只允许再输错几次 PIN 码</translation>
+    </message>
+    <message>
+        <source>The token takes one more PIN; a wrong one locks it.</source>
+        <translation>该令牌只允许再输入一次 PIN 码，输错将被锁定</translation>
+    </message>
+    <message>
+        <source>The token is locked.</source>
+        <translation>该令牌已被锁定</translation>
+    </message>
+    <message>
+        <source>The PIN is wrong</source>
+        <translation>PIN 码错误</translation>
+    </message>
+    <message>
+        <source>The token is locked after too many wrong PINs</source>
+        <translation>PIN 码输错次数过多，令牌已被锁定</translation>
+    </message>
+    <message>
+        <source>The token of the certificate is not there</source>
+        <translation>未找到该证书所在的令牌</translation>
+    </message>
+    <message>
+        <source>The token does not make the signature that is needed</source>
+        <translation>该令牌不支持所需的签名方式</translation>
+    </message>
+    <message>
+        <source>The token did not sign</source>
+        <translation>令牌未能完成签名</translation>
+    </message>
+    <message>
         <source>No trusted certificates. Import the CA certificate that your administrator gave you.</source>
         <translation>暂无证书。请导入管理员提供的 CA 证书</translation>
     </message>
