@@ -132,6 +132,8 @@ Outcome moved(MsgCode code, Outcome const& o) {
     switch (code) {
         case MsgCode::OFFLINE:
             return o.open == Open::kType ? o : down(o, isPrompt(o.open) ? 1 : 0);
+        case MsgCode::CERT_REQUEST:  // and no certificate to sign with
+            return down(o, isPrompt(o.open) && o.open != Open::kType ? 1 : 0);
         case MsgCode::CONNECTING:
             return {ConnectStatus::Connecting, false, false, o.open};
         case MsgCode::ONLINE:
