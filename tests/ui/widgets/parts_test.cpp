@@ -95,14 +95,15 @@ TEST(ResizeEdges, EnlargeAWindowThatTheWindowSystemDoesNotResize) {
           Row{{150, 8}, {0, 500}, {50, 150, 300, 100}},
           Row{{291, 191}, {5, 6}, {50, 50, 305, 206}}}) {
         window.setGeometry(50, 50, 300, 200);
-        QWidget& edge = *window.childAt(row.at);
-        QPoint const inside = row.at - edge.pos();
-        QTest::mousePress(&edge, Qt::LeftButton, {}, inside);
+        QWidget* const edge = window.childAt(row.at);
+        ASSERT_NE(edge, nullptr);
+        QPoint const inside = row.at - edge->pos();
+        QTest::mousePress(edge, Qt::LeftButton, {}, inside);
         QPoint const global = window.mapToGlobal(row.at) + row.way;
         QMouseEvent move(QEvent::MouseMove, inside, global, Qt::LeftButton, Qt::LeftButton,
                          Qt::NoModifier);
-        QApplication::sendEvent(&edge, &move);
-        QTest::mouseRelease(&edge, Qt::LeftButton, {}, inside);
+        QApplication::sendEvent(edge, &move);
+        QTest::mouseRelease(edge, Qt::LeftButton, {}, inside);
         EXPECT_EQ(window.geometry(), row.then) << row.at.x() << " " << row.at.y();
     }
     EXPECT_EQ(window.childAt(100, 100), nullptr);
