@@ -55,6 +55,13 @@ QString timeLeft(std::chrono::milliseconds left) {
     return deadline.TimeLeft();
 }
 
+// What the dialog finds wrong stands over it.
+template <class Dialog>
+void showRefusals(Stage& stage, Dialog& dialog) {
+    QObject::connect(&dialog, &Dialog::Refused, &dialog,
+                     [&stage](ui::BoxRequest const& request) { stage.ShowBox(request); });
+}
+
 enum CodeKind { kToken, kSms, kEmail, kUnknown };
 
 // The code's dialog after that many seconds.
@@ -65,8 +72,7 @@ ui::AuthDialog& code(Stage& stage, CodeKind kind, int seconds = 13) {
     context.emailAuthAccount = "alice.chen@mail.example.com";
     auto made = std::make_unique<ui::AuthDialog>(context, stage.Owner());
     ui::AuthDialog& dialog = *made;
-    QObject::connect(&dialog, &ui::AuthDialog::Refused,
-                     [&stage](ui::BoxRequest const& box) { stage.ShowBox(box); });
+    showRefusals(stage, dialog);
     dialog.ShowTimeLeft(timeLeft(ui::AuthCodeFlow::kAuthTime - std::chrono::seconds(seconds)));
     for (int second = 0; second < qMin(seconds, 60); ++second) {
         dialog.onRetryTimerTimeout();
@@ -93,8 +99,7 @@ ui::ChangePWDDialog& password(Stage& stage, ChangePWdType type, bool rules) {
     auto made =
         std::make_unique<ui::ChangePWDDialog>(QStringLiteral("alice"), policy, type, stage.Owner());
     ui::ChangePWDDialog& dialog = *made;
-    QObject::connect(&dialog, &ui::ChangePWDDialog::Refused,
-                     [&stage](ui::BoxRequest const& box) { stage.ShowBox(box); });
+    showRefusals(stage, dialog);
     dialog.ShowTimeLeft(timeLeft(std::chrono::seconds(572)));
     stage.Keep(std::move(made));
     return dialog;

@@ -191,6 +191,13 @@ std::vector<Row> mainRows() {
          }},
         {"window-statistics",
          [](Stage& stage) { onlineTunnel(stage, ui::TunnelView::kStatistics); }},
+        {"window-pages",
+         [](Stage& stage) {
+             onlineTunnel(stage, ui::TunnelView::kStatistics)
+                 .SetPages({QStringLiteral("The applications of the head office and its branches"),
+                            ui::GetTrMsg(common::MsgCode::UI_INFO_RESOURCE_LIST),
+                            ui::GetTrMsg(common::MsgCode::UI_INFO_LOWER_CHANGE_PWD)});
+         }},
         {"window-interface", [](Stage& stage) { onlineTunnel(stage, ui::TunnelView::kInterface); }},
         {"window-routes",
          [](Stage& stage) {

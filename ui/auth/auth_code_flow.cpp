@@ -51,7 +51,7 @@ void AuthCodeFlow::onNeedSendAuthCode() {
     session_.state.secondFactor = true;
     session_.Announce();
     session_.Demand(dialog->windowTitle());
-    dialog->show();
+    show();
 }
 
 bool AuthCodeFlow::OnAnswer(MsgCode code) {

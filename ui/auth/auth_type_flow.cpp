@@ -54,7 +54,7 @@ void AuthTypeFlow::onNeedSelectAuthType(bool select) {
         QTimer::singleShot(kAutomaticLoginDelay, dialog, &AuthTypeDialog::ClickedConnectButton);
     }
     session_.Demand(dialog->windowTitle());
-    dialog->show();
+    show();
 }
 
 void AuthTypeFlow::onStartConnect(QString const& name) {

@@ -4,6 +4,7 @@
 
 #include "components/logger/logger.h"
 #include "core/clmsg_json.h"
+#include "ui/session/session_pages.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -60,8 +61,7 @@ void ChangePWDFlow::HandleChangePWD(core::sslvpn::CLMsgCommonReplyData const& da
 void ChangePWDFlow::onActionActiveChangePWDTriggered() {
     if (QApplication::activeModalWidget() != nullptr) {
         BringForward(session_.window);  // what stands open is answered first
-    } else if (session_.state.online && session_.state.SessionStands() &&
-               session_.context.allowLocalChangePassword) {
+    } else if (MayChangePassword(session_.state, session_.context)) {
         ChangePWD(session_.context.passwordPolicy, ChangePWdType::kUser);
     }
 }
@@ -105,7 +105,7 @@ void ChangePWDFlow::ChangePWD(core::sslvpn::UserPasswordComplexity const& policy
     } else {
         session_.Demand(dialog->windowTitle());
     }
-    dialog->show();
+    show();
 }
 
 void ChangePWDFlow::onChangePWD(std::string const& current, std::string const& password) {
@@ -134,6 +134,7 @@ bool ChangePWDFlow::OnAnswer(MsgCode code) {
         case MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE:
             Log().debug("stop change pwd response timer");
             response_.Stop();
+            sent_.reset();
             if (dialog_) {
                 dialog_->SetWaiting(false);
             }

@@ -40,6 +40,12 @@ class DialogFlow : public QObject, public Conversation {
         return session_.conversation.Is(*this);
     }
 
+    // A text that stands is read first.
+    void show() {
+        dialog_->show();
+        session_.Boxes().Reopen();
+    }
+
     // The dialog is new; it goes when it has finished.
     void run(Dialog& dialog) {
         dialog_ = &dialog;
@@ -55,9 +61,9 @@ class DialogFlow : public QObject, public Conversation {
     }
 
     // Over the dialog; gone with it.
-    void say(BoxRequest const& request, BoxQueue::Then then = {}) {
+    void say(BoxRequest const& request, BoxQueue::Then const& then = {}) {
         auto const holds = [this, over = dialog_] { return over && over == dialog_ && isOpen(); };
-        session_.Boxes().SayWhile(holds, request, std::move(then));
+        session_.Boxes().SayWhile(holds, request, then);
     }
 
     void close() {

@@ -57,8 +57,7 @@ void BoxQueue::add(Box box) {
     }
     QString const& text = box.request.text;
     Log().info("A box stands already, next text: {}", text.toStdString());
-    bool const stands =
-        !closing_ && text == standing_->request.text && standingFor_->NotBegunAnew();
+    bool const stands = text == standing_->request.text && standingFor_->NotBegunAnew();
     bool const waits =
         !box.failure && std::any_of(waiting_.begin(), waiting_.end(), [&text](Box const& other) {
             return other.request.text == text;
@@ -79,12 +78,14 @@ void BoxQueue::show(Box const& box) {
     }
     standing_ = &box;
     standingFor_ = core_.Now();
-    closing_ = false;
+    closing_ = again_ = false;
     BringIntoView(core_.window);
     int const button = core_.prompts.Box(request);
     standing_ = nullptr;
     bool const ended = closing_ || (box.closes && !box.holds());
-    if (box.then && !g_quit && !ended) {
+    if (again_) {
+        waiting_.push_front(box);
+    } else if (box.then && !g_quit && !ended) {
         box.then(button);
     }
     // Queued: who showed this one goes on first. Behind what it led to, so that no older text
@@ -108,19 +109,26 @@ void BoxQueue::dropWhatEnded() {
     auto const ended = [](Box const& box) { return box.closes && !box.holds(); };
     std::erase_if(waiting_, ended);
     if (standing_ != nullptr && !closing_ && ended(*standing_)) {
-        closeStanding();
+        closeStanding(false);
     }
 }
 
-void BoxQueue::closeStanding() {
+void BoxQueue::closeStanding(bool again) {
     closing_ = true;
+    again_ = again;
     core_.prompts.CloseAll();
+}
+
+void BoxQueue::Reopen() {
+    if (standing_ != nullptr && !closing_) {
+        closeStanding(true);
+    }
 }
 
 void BoxQueue::Overtake() {
     waiting_.clear();
     if (standing_ != nullptr) {
-        closeStanding();
+        closeStanding(false);
     }
 }
 

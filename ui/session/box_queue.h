@@ -41,6 +41,9 @@ class BoxQueue : public QObject {
     // another text comes.
     void SayWhile(Holds holds, BoxRequest request, Then then = {});
 
+    // A dialog has come over the box that stands: it is told again, over that.
+    void Reopen();
+
     // The user has ended the session: what stands of it closes, and leads to nothing any more.
     void Overtake();
 
@@ -61,13 +64,14 @@ class BoxQueue : public QObject {
     void show(Box const& box);
     void showNext();
     void dropWhatEnded();
-    void closeStanding();
+    void closeStanding(bool again);
 
     SessionCore& core_;
     std::deque<Box> waiting_;
     Box const* standing_ = nullptr;  // until its loop has ended
     std::optional<Attempt> standingFor_;
     bool closing_ = false;  // without an effect
+    bool again_ = false;    // to be told once more
 };
 
 }  // namespace zorvanelink::ui

@@ -6,6 +6,10 @@ namespace zorvanelink::ui {
 
 using common::MsgCode;
 
+bool MayChangePassword(ConnectionState const& state, Context const& context) {
+    return state.online && state.SessionStands() && context.allowLocalChangePassword;
+}
+
 std::vector<SessionPage> pagesFor(ConnectionState const& state, Context const& context) {
     std::vector<SessionPage> pages;
     bool const reachable =
@@ -19,7 +23,7 @@ std::vector<SessionPage> pagesFor(ConnectionState const& state, Context const& c
         pages.push_back({GetTrMsg(MsgCode::UI_INFO_RESOURCE_LIST),
                          QString::fromStdString(context.resourceListPagePath), true});
     }
-    if (state.online && context.allowLocalChangePassword) {
+    if (MayChangePassword(state, context)) {
         pages.push_back({GetTrMsg(MsgCode::UI_INFO_LOWER_CHANGE_PWD), {}, false, true});
     }
     if (reachable && !context.changePasswordUrl.empty()) {

@@ -20,6 +20,9 @@ struct SessionPage {
     bool operator==(SessionPage const&) const = default;
 };
 
+// Here, by the user's own wish.
+bool MayChangePassword(ConnectionState const& state, Context const& context);
+
 // An interruption takes them away until the tunnel is back; the end of the session for good.
 std::vector<SessionPage> pagesFor(ConnectionState const& state, Context const& context);
 

@@ -146,8 +146,9 @@ TEST_F(AuthCodeFlowTest, ALimitEndsALoginWithoutADialogToo) {
 
 TEST_F(AuthCodeFlowTest, ATextOfTheSameDialogSpeaksForItsEnd) {
     Ask();
-    prompts.ExpectBox(Text(MsgCode::ERR_HISTORY_PASSWORD), 0);
+    prompts.ExpectBox(Text(MsgCode::ERR_HISTORY_PASSWORD), 0, [this] { window.hide(); });
     Receive(MsgCode::ERR_HISTORY_PASSWORD);  // an error that the session survives
+    EXPECT_TRUE(window.isVisible());
     Receive(MsgCode::OFFLINE);
     ExpectEnd();
 }

@@ -115,10 +115,11 @@ TEST_F(ChangePWDFlowTest, ARefusalIsOneBoxAndAnotherTry) {
             std::string json = core::sslvpn::CLMsgReplyJson::Build(Reply(c.code));
             ReceiveText(json.replace(json.find("connectStatus"), 13, subtype));
             EXPECT_TRUE(prompts.Finished());
+            Receive(MsgCode::CHANGE_PWD_SUCCESS);  // of nothing
+            EXPECT_EQ(Stored(), "correct horse");
             EXPECT_TRUE(Stands());
         }
     }
-    EXPECT_EQ(Stored(), "correct horse");
     prompts.ExpectBox(Text(MsgCode::UI_ERROR_INTERNAL_ERROR), 0);
     Demand(2);
     EXPECT_EQ(Dialog()->windowTitle(), Text(MsgCode::UI_INFO_CHANGE_PWD_EXPIRED));

@@ -37,6 +37,13 @@ class LoginEndTest : public LoginFixture {
         };
         return {
             {"start sent", [this](Act end) { Click(), end(); }},
+            {"prompt",
+             [this](Act end) {
+                 profile->password.clear();
+                 prompts.ExpectSecret(test::SecretOf("typed", true), end);
+                 Click();
+             },
+             MsgCode::UI_INFO_CONNECT_SERVER_FAIL},
             {"connecting", [this](Act end) { Connect(), end(); }},
             {"choice of type", [this](Act end) { Ask(Open::kType), end(); }, MsgCode::UNSPECIFIED,
              Open::kType},
@@ -106,6 +113,7 @@ class LoginEndTest : public LoginFixture {
 
     void Check(Step const& step, End end) {
         bool const dead = end == End::kLinkLost || end == End::kHeartbeatsLost;
+        profile->password = test::StoredLogin("any")->password;
         Open const left = end == End::kByUser ? Open::kNothing : step.open;
         step.at([&] {
             if (step.told != MsgCode::UNSPECIFIED && end != End::kByUser) {
@@ -137,6 +145,9 @@ TEST_F(LoginEndTest, AtEveryStepTheCardComesFree) {
     for (Step const& step : Steps()) {
         for (End const end :
              {End::kLinkLost, End::kHeartbeatsLost, End::kByService, End::kByUser}) {
+            if (end == End::kByService && step.told == MsgCode::UI_INFO_CONNECT_SERVER_FAIL) {
+                continue;  // no start has left: that was of the attempt before
+            }
             SCOPED_TRACE(std::string(step.name) + ", " + std::to_string(static_cast<int>(end)));
             Check(step, end);
             ASSERT_FALSE(HasFailure());
@@ -197,6 +208,28 @@ TEST_F(LoginEndTest, ADemandEndsTheOneBefore) {
             ClickStop();
             Receive(MsgCode::OFFLINE);
             service->Forget();
+        }
+    }
+}
+
+// A box below the dialog could not be closed, and would hold up what the dialog has to say.
+TEST_F(LoginEndTest, ATextThatStandsIsReadOverTheDialog) {
+    core::sslvpn::CLMsgGatewayDetectStopData older;
+    older.profileName = profile->name;
+    older.reason = "No gateway was measured";
+    QString const text = QString::fromStdString(older.reason);
+    for (Open const open : {Open::kSms, Open::kForced, Open::kType}) {
+        Connect();
+        prompts.ExpectBox(text, 0, [&] { Demand(open); });
+        prompts.ExpectBox(text, 0);
+        Receive(older);
+        EXPECT_TRUE(test::WaitUntil([this] { return prompts.Finished(); }));
+        EXPECT_EQ(prompts.Boxes().back().parent, window.findChildren<ZVLDialog*>().last());
+        if (open != Open::kType) {  // it does not speak for the dialog's own end
+            prompts.ExpectBox(Text(MsgCode::UI_INFO_CONNECTION_TERMINATED), 0);
+            LoseLink();
+            EXPECT_TRUE(test::WaitUntil([this] { return prompts.Finished() && state.Idle(); }));
+            FindLink();
         }
     }
 }

@@ -311,15 +311,5 @@ TEST_F(ConnectFlowTest, TheUsersStopClosesThePromptOfALogin) {
     EXPECT_TRUE(state.Idle());
 }
 
-TEST_F(ConnectFlowTest, WhatHappensBehindAPromptCounts) {
-    profile->password.clear();
-    // The link goes while the user types: no start leaves, one box says why.
-    prompts.ExpectSecret(test::SecretOf("typed"), [this] { LoseLink(); });
-    prompts.ExpectBox(Text(MsgCode::UI_INFO_CONNECT_SERVER_FAIL), 0);
-    Click();
-    EXPECT_EQ(Sent("start"), 0);
-    EXPECT_TRUE(state.Idle());
-}
-
 }  // namespace
 }  // namespace zorvanelink::ui
