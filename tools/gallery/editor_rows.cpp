@@ -67,9 +67,7 @@ std::vector<Row> EditorRows() {
          [](Stage& stage) {
              auto& dialog = show(stage, nullptr);
              for (char const* const name : {"add_connect_button_", "pushButton_gmssl", "server_"}) {
-                 auto* widget = dialog.findChild<QWidget*>(QLatin1String(name));
-                 widget->setAttribute(Qt::WA_UnderMouse);
-                 widget->update();
+                 Stage::Hover(*dialog.findChild<QWidget*>(QLatin1String(name)));
              }
          }},
         {"editor-focus",

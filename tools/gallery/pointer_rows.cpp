@@ -27,13 +27,6 @@ ui::ProfileTab& cardThatIs(bool selected, Stage& stage) {
                           [=](auto const* card) { return card->IsSelected() == selected; });
 }
 
-void hover(QWidget& widget) {
-    widget.setAttribute(Qt::WA_UnderMouse);
-    QEvent entered(QEvent::Enter);
-    QApplication::sendEvent(&widget, &entered);
-    widget.update();
-}
-
 void hoverAt(QAbstractScrollArea& area, QPoint at) {
     QHoverEvent over(QEvent::HoverEnter, at, QPointF(-1, -1));
     QApplication::sendEvent(area.viewport(), &over);
@@ -73,11 +66,11 @@ std::vector<Row> hoverRows() {
          [](Stage& stage) {
              auto& window = stage.Main().Window();
              auto& card = cardThatIs(false, stage);
-             hover(card);
-             hover(part(card, "mod_config_button_"));
-             hover(part(card, "conn_button_"));
-             hover(part(window, "add_button_"));
-             hover(part(window, "btn_main_more_"));
+             Stage::Hover(card);
+             Stage::Hover(part(card, "mod_config_button_"));
+             Stage::Hover(part(card, "conn_button_"));
+             Stage::Hover(part(window, "add_button_"));
+             Stage::Hover(part(window, "btn_main_more_"));
          }},
         {"hover-online",
          [](Stage& stage) {
@@ -86,9 +79,9 @@ std::vector<Row> hoverRows() {
              table.selectRow(0);
              hoverAt(table, table.visualRect(table.model()->index(2, 0)).center());
              hoverAt(*table.horizontalHeader(), {20, 20});
-             hover(part(view, "tab_interface_"));
-             hover(part(view, "route_search_"));
-             hover(part(cardThatIs(true, stage), "conn_button_"));
+             Stage::Hover(part(view, "tab_interface_"));
+             Stage::Hover(part(view, "route_search_"));
+             Stage::Hover(part(cardThatIs(true, stage), "conn_button_"));
          }},
         {"hover-certificate",
          [](Stage& stage) {

@@ -85,6 +85,15 @@ void Stage::Settle() {
     }
 }
 
+void Stage::Hover(QWidget& widget) {
+    widget.setAttribute(Qt::WA_UnderMouse);
+    QEvent entered(QEvent::Enter);
+    QApplication::sendEvent(&widget, &entered);
+    QMouseEvent moved(QEvent::MouseMove, widget.rect().center(), Qt::NoButton, {}, {});
+    QApplication::sendEvent(&widget, &moved);
+    widget.update();
+}
+
 std::vector<Row> AllRows() {
     std::vector<Row> all = WindowRows();
     for (auto const& more : {CertRows(), AuthRows(), EditorRows(), PointerRows()}) {

@@ -39,6 +39,8 @@ class Stage {
     void Keep(std::unique_ptr<QWidget> widget);  // shows it
     void Lean(QWidget& popup);                   // a menu of one of the windows
     void Settle();
+    // The pointer is on it, however many others it is on.
+    static void Hover(QWidget& widget);
 
     // What stands, the last one on top.
     std::vector<QWidget*> const& Shown() const { return shown_; }
