@@ -4,9 +4,9 @@
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QLabel>
-#include <QScrollArea>
 
 #include "ui/text/texts.h"
+#include "ui/tunnel/scrolled.h"
 #include "ui/widgets/push_button_ext.h"
 
 namespace zorvanelink::ui {
@@ -19,8 +19,7 @@ constexpr std::size_t kManyRows = 8;
 
 // A tunnel of both families has more rows than a small window has room for.
 InterfaceView::InterfaceView(QWidget* parent) : QWidget(parent) {
-    auto* area = new QScrollArea(this);
-    auto* body = new QWidget(area);
+    auto* body = new QWidget;
     column_ = new QVBoxLayout(body);
     column_->setContentsMargins(0, 0, 0, 0);
     note_ = new QLabel(Translate(QT_TRANSLATE_NOOP("ui", "No addresses")), body);
@@ -28,16 +27,7 @@ InterfaceView::InterfaceView(QWidget* parent) : QWidget(parent) {
     note_->setAlignment(Qt::AlignCenter);
     column_->addWidget(note_);
     column_->addStretch();
-    area->setWidget(body);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setAccessibleName(GetTrMsg(common::MsgCode::UI_TR_INTERFACE));
-    area->viewport()->setAutoFillBackground(false);
-    body->setAutoFillBackground(false);
-    auto* whole = new QVBoxLayout(this);
-    whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(area);
+    Scroll(*body, *this).setAccessibleName(GetTrMsg(common::MsgCode::UI_TR_INTERFACE));
 }
 
 void InterfaceView::Set(InterfaceRows const& rows) {

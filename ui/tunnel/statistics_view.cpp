@@ -6,6 +6,7 @@
 
 #include "ui/text/texts.h"
 #include "ui/tunnel/format.h"
+#include "ui/tunnel/scrolled.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -21,7 +22,7 @@ QString ratio(double percent) {
 
 }  // namespace
 
-StatisticsView::StatisticsView(QWidget* parent) : QWidget(parent) {
+StatisticsView::StatisticsView(QWidget* parent) : QWidget(parent), body_(new QWidget) {
     received_ = addCard(Translate(QT_TRANSLATE_NOOP("ui", "Received")), "received_", true);
     sent_ = addCard(Translate(QT_TRANSLATE_NOOP("ui", "Sent")), "sent_", true);
     compressionReceived_ =
@@ -29,11 +30,11 @@ StatisticsView::StatisticsView(QWidget* parent) : QWidget(parent) {
     compressionSent_ =
         addCard(Translate(QT_TRANSLATE_NOOP("ui", "Compression, sent")), "ratio_out_", false);
     note_ = new QLabel(
-        Translate(QT_TRANSLATE_NOOP("ui", "The counters come back with the connection.")), this);
+        Translate(QT_TRANSLATE_NOOP("ui", "The counters come back with the connection.")), body_);
     note_->setObjectName(QStringLiteral("statistics_note_"));
     note_->setProperty("role", QStringLiteral("secondary"));
     note_->setAlignment(Qt::AlignCenter);
-    auto* grid = new QGridLayout(this);
+    auto* grid = new QGridLayout(body_);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(12);
     grid->addWidget(received_.frame, 0, 0);
@@ -44,6 +45,7 @@ StatisticsView::StatisticsView(QWidget* parent) : QWidget(parent) {
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(3, 1);
+    Scroll(*body_, *this).setFocusPolicy(Qt::NoFocus);  // hardly ever lower than its cards
     Clear();
 }
 
@@ -56,7 +58,7 @@ void StatisticsView::show(bool filled) {
 
 StatisticsView::Card StatisticsView::addCard(QString const& name, char const* objectName,
                                              bool withDetail) {
-    Card card{new QFrame(this), nullptr, nullptr};
+    Card card{new QFrame(body_), nullptr, nullptr};
     card.frame->setProperty("card", true);
     auto* label = new QLabel(name, card.frame);
     label->setObjectName(QStringLiteral("card_label_"));

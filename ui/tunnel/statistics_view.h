@@ -35,6 +35,7 @@ class StatisticsView : public QWidget {
     void show(bool filled);
     Card addCard(QString const& name, char const* objectName, bool withDetail);
 
+    QWidget* const body_;
     Card received_;
     Card sent_;
     Card compressionReceived_;
