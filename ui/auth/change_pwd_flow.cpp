@@ -226,7 +226,7 @@ void ChangePWDFlow::OnSuperseded() {
     if (!wanted) {
         return;
     }
-    auto const say = [this, here = session_.Now()] {
+    auto const tell = [this, here = session_.Now()] {
         BoxRequest box = OkBox(
             BoxKind::kInformation,
             Translate(QT_TRANSLATE_NOOP("ui",
@@ -237,7 +237,7 @@ void ChangePWDFlow::OnSuperseded() {
             session_.Boxes().SayWhile([here] { return here.NotBegunAnew(); }, std::move(box));
         }
     };
-    QMetaObject::invokeMethod(this, say, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
 
 void ChangePWDFlow::onFinished(int /*result*/, bool /*itself*/) {

@@ -78,8 +78,8 @@ void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool qu
     if (!core_.link.IsReady()) {
         refuseLinkDown(key);
     } else if (!start_it) {
-        core_.conversation.End();  // who stops has nothing to choose any more
         stop(profile);
+        core_.conversation.End();  // who stops has nothing to choose any more
         if (state_.prompting) {
             core_.prompts.CloseAll();  // nor to type
         }
