@@ -72,6 +72,38 @@
         <translation>发送压缩率</translation>
     </message>
     <message>
+        <source>The token takes only a few more wrong PINs.</source>
+        <translation>该令牌只允许再输错几次 PIN 码</translation>
+    </message>
+    <message>
+        <source>The token takes one more PIN; a wrong one locks it.</source>
+        <translation>该令牌只允许再输入一次 PIN 码，输错将被锁定</translation>
+    </message>
+    <message>
+        <source>The token is locked.</source>
+        <translation>该令牌已被锁定</translation>
+    </message>
+    <message>
+        <source>The PIN is wrong</source>
+        <translation>PIN 码错误</translation>
+    </message>
+    <message>
+        <source>The token is locked after too many wrong PINs</source>
+        <translation>PIN 码输错次数过多，令牌已被锁定</translation>
+    </message>
+    <message>
+        <source>The token of the certificate is not there</source>
+        <translation>未找到该证书所在的令牌</translation>
+    </message>
+    <message>
+        <source>The token does not make the signature that is needed</source>
+        <translation>该令牌不支持所需的签名方式</translation>
+    </message>
+    <message>
+        <source>The token did not sign</source>
+        <translation>令牌未能完成签名</translation>
+    </message>
+    <message>
         <source>No trusted certificates. Import the CA certificate that your administrator gave you.</source>
         <translation>暂无证书。请导入管理员提供的 CA 证书</translation>
     </message>
@@ -352,8 +384,8 @@ BuildID: %2</source>
         <translation>尚未导入受信任的证书</translation>
     </message>
     <message>
-        <source>Open their folder</source>
-        <translation>打开证书文件夹</translation>
+        <source>Import one</source>
+        <translation>导入证书</translation>
     </message>
     <message>
         <source>Caps Lock is on</source>
@@ -446,12 +478,6 @@ BuildID: %2</source>
     <message>
         <source>The window is in the tray. Click this icon to open it again.</source>
         <translation>窗口已收到托盘，点击此图标可重新打开</translation>
-    </message>
-    <message>
-        <source>Copyright: 2026 Zorvane Link developers
-Licence: All rights reserved</source>
-        <translation>版权：2026 Zorvane Link developers
-许可：保留所有权利</translation>
     </message>
 </context>
 </TS>

@@ -65,6 +65,16 @@ std::string sha256Of(X509* x509) {
     return fmt::format("{:02X}", fmt::join(digest.data(), digest.data() + size, ":"));
 }
 
+std::string pemOf(X509* x509) {
+    BioPtr const bio(BIO_new(BIO_s_mem()));
+    if (!bio || PEM_write_bio_X509(bio.get(), x509) != 1) {
+        return {};
+    }
+    char* bytes = nullptr;
+    long const size = BIO_get_mem_data(bio.get(), &bytes);
+    return {bytes, static_cast<std::size_t>(size)};
+}
+
 std::string derOf(X509* x509) {
     unsigned char* bytes = nullptr;
     int const size = i2d_X509(x509, &bytes);
@@ -99,6 +109,7 @@ ServerCertResult ParseServerCert(std::string const& bytes, std::string const& pa
     }
     read.subject = subjectOf(x509.get());
     read.sha256 = sha256Of(x509.get());
+    read.pem = pemOf(x509.get());
     cert = std::move(read);
     Log().info("Get subject {} from cert file {}", cert.subject, path);
     return ServerCertResult::kOk;

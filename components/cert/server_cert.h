@@ -12,6 +12,7 @@ struct ServerCert {
     // "C=CN,CN=Example Root,L=,O=Example,OU=,ST=,": tells certificates apart, empty parts included.
     std::string subject;
     std::string sha256;  // of the whole certificate, "AB:CD:..."
+    std::string pem;
     CertInfo details;
 };
 

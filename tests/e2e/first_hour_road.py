@@ -4,13 +4,12 @@ keyboard alone."""
 import os
 import shutil
 import subprocess
-from pathlib import Path
 
 import road
 from hands import Keyboard, Mouse, keys, write
 from waiting import wait_for
 
-SCENARIO = Path(__file__).resolve().parents[2] / "tools/simservice/scenarios/choose-type.json"
+SCENARIO = road.SCENARIOS / "choose-type.json"
 PASSWORD, PIN = road.PASSWORDS[0], "rosebud-pin"
 road.PASSWORDS += (PIN,)
 
@@ -72,12 +71,8 @@ class FirstHour(road.Road):
 
     def _quit(self, client, service):
         stops = len(service.messages("stop"))
-        shown = self.desktop.windows_of(client.process.pid)
-        self.desktop.click_tray_icon(button=3)
-        # Not among the accessible widgets: a menu without a window. Quit is its last entry.
-        menu = lambda: self.desktop.windows_of(client.process.pid) - shown  # noqa: E731
-        wait_for("the tray's menu", menu, road.SECONDS)
-        keys("Up", "Return")
+        self.open_tray_menu(client)
+        keys("Up", "Return")  # its last entry
         wait_for("the client's end", lambda: not client.alive(), road.SECONDS)
         self.assertEqual(client.process.returncode, 0)
         wait_for("a stop", lambda: len(service.messages("stop")) > stops, road.SECONDS)

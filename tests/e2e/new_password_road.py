@@ -2,7 +2,6 @@
 
 import road
 from hands import Keyboard, Mouse, keys
-from waiting import wait_for
 
 OLD, NEW = road.PASSWORDS[0], "Horse-battery-9"
 BEFORE, SIMPLE, CODE = "Alice-Demo-0", "too-simple", "246810"
@@ -41,17 +40,14 @@ class NewPassword(road.Road):
         self.reads(client, warning)
         self.sees(client, "已连接", "在线")
         client.widgets.usable("push button", "修改密码 URL Head office", road.SECONDS)
-        shown = self.desktop.windows_of(client.process.pid)
-        self.desktop.click_tray_icon(button=3)
-        menu = lambda: self.desktop.windows_of(client.process.pid) - shown  # noqa: E731
-        wait_for("the tray's menu", menu, road.SECONDS)
+        self.open_tray_menu(client)
         keys("Up", "Up", "Up", "Return")  # above the address and the end
         self._fill(Keyboard(client), OLD, NEW)
         keys("Return")
         self.reads(client, "密码修改成功")
         self.sees(client, "已连接", "在线")
         self.sees_no_secret(client)
-        client.widgets.click("push button", "断开连接 Head office", road.SECONDS)
+        client.widgets.click("push button", road.DISCONNECT, road.SECONDS)
         self.sees_the_end(client, service, stops=1)
 
         self.connect(client)

@@ -25,9 +25,7 @@ SCENARIOS = ROOT / "tools" / "simservice" / "scenarios"
 PASSWORDS = ("alice-demo", "bob-demo")  # of the scenarios' users; a road adds what it types
 # Sanitizers and a busy machine make everything slow.
 SECONDS = 20
-CONNECT = "Connect Head office"
-CONNECT_HERE = "(Connect|连接) Head office"
-DISCONNECT = "Disconnect Head office"
+CONNECT, DISCONNECT = "(Connect|连接) Head office", "(Disconnect|断开连接) Head office"
 LOOKING = "Connecting to the backend service"
 
 
@@ -92,7 +90,7 @@ class Road(unittest.TestCase):
         return service, client
 
     def connect(self, client):
-        client.widgets.click("push button", CONNECT_HERE, SECONDS)
+        client.widgets.click("push button", CONNECT, SECONDS)
 
     def online(self, *options):
         """A service and a client that is connected to "Head office"."""
@@ -142,7 +140,7 @@ class Road(unittest.TestCase):
 
     def sees_the_end(self, client, service, stops):
         """Nothing of the login is left, and the card can be pressed again."""
-        client.widgets.usable("push button", CONNECT_HERE, SECONDS)
+        client.widgets.usable("push button", CONNECT, SECONDS)
         wait_for("the stops", lambda: len(service.messages("stop")) == stops, SECONDS)
         self.sees_no_secret(client)
 
@@ -155,6 +153,13 @@ class Road(unittest.TestCase):
 
         first = wait_for("counters", counters, SECONDS)
         wait_for("growing counters", lambda: counters() not in ([], first), SECONDS)
+
+    def open_tray_menu(self, client):
+        """Not among the accessible widgets: a menu without a window."""
+        before = self.desktop.windows_of(client.process.pid)
+        self.desktop.click_tray_icon(button=3)
+        menu = lambda: self.desktop.windows_of(client.process.pid) - before  # noqa: E731
+        wait_for("the tray's menu", menu, SECONDS)
 
     def press_tab(self, client, name):
         client.widgets.press("check box", name, SECONDS)

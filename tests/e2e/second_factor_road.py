@@ -52,7 +52,7 @@ class SecondFactor(road.Road):
         self.sees(client, "已连接", "在线")
         self.assertEqual([m["subtype"] for m in service.messages("set")], ["tokenCode"])
         self.sees_no_secret(client)
-        client.widgets.click("push button", "断开连接 Head office", road.SECONDS)
+        client.widgets.click("push button", road.DISCONNECT, road.SECONDS)
         self.sees_the_end(client, service, stops=1)
 
     def test_a_code_by_mail_until_the_limit_with_the_mouse_in_chinese(self):

@@ -55,6 +55,13 @@ QString timeLeft(std::chrono::milliseconds left) {
     return deadline.TimeLeft();
 }
 
+// What the dialog finds wrong stands over it.
+template <class Dialog>
+void showRefusals(Stage& stage, Dialog& dialog) {
+    QObject::connect(&dialog, &Dialog::Refused, &dialog,
+                     [&stage](ui::BoxRequest const& request) { stage.ShowBox(request); });
+}
+
 enum CodeKind { kToken, kSms, kEmail, kUnknown };
 
 // The code's dialog after that many seconds.
@@ -65,6 +72,7 @@ ui::AuthDialog& code(Stage& stage, CodeKind kind, int seconds = 13) {
     context.emailAuthAccount = "alice.chen@mail.example.com";
     auto made = std::make_unique<ui::AuthDialog>(context, stage.Owner());
     ui::AuthDialog& dialog = *made;
+    showRefusals(stage, dialog);
     dialog.ShowTimeLeft(timeLeft(ui::AuthCodeFlow::kAuthTime - std::chrono::seconds(seconds)));
     for (int second = 0; second < qMin(seconds, 60); ++second) {
         dialog.onRetryTimerTimeout();
@@ -91,6 +99,7 @@ ui::ChangePWDDialog& password(Stage& stage, ChangePWdType type, bool rules) {
     auto made =
         std::make_unique<ui::ChangePWDDialog>(QStringLiteral("alice"), policy, type, stage.Owner());
     ui::ChangePWDDialog& dialog = *made;
+    showRefusals(stage, dialog);
     dialog.ShowTimeLeft(timeLeft(std::chrono::seconds(572)));
     stage.Keep(std::move(made));
     return dialog;
@@ -113,7 +122,6 @@ void refusedPassword(Stage& stage) {
     dialog.SetWaiting(true);
     QString text = ui::GetTrMsg(kText);
     dialog.Refuse(text.replace(QLatin1String("%1"), QLatin1String("-60")));
-    stage.ShowBox(stage.prompts.last);
 }
 
 // What is wrong with it before it is sent.
@@ -123,7 +131,6 @@ void badPassword(Stage& stage, char const* confirmed) {
     dialog.findChild<QLineEdit*>(QStringLiteral("lineEdit_confirm_pwd_"))
         ->setText(QLatin1String(confirmed));
     dialog.on_pushButton_ok_clicked();
-    stage.ShowBox(stage.prompts.last);
 }
 
 // What ends a password's dialog stands over it.
@@ -198,11 +205,7 @@ std::vector<Row> AuthRows() {
          }},
         {"auth-code-fresh", [](Stage& stage) { code(stage, kSms, 0); }},
         {"auth-code-sms", [](Stage& stage) { code(stage, kSms); }},
-        {"auth-code-wrong",
-         [](Stage& stage) {
-             code(stage, kSms).onAuthCodeVerifyResult(false);
-             stage.ShowBox(stage.prompts.last);
-         }},
+        {"auth-code-wrong", [](Stage& stage) { code(stage, kSms).onAuthCodeVerifyResult(false); }},
         {"auth-code-resend",
          [](Stage& stage) { type(code(stage, kEmail, 60), QStringLiteral("246810")); }},
         {"auth-code-token", [](Stage& stage) { code(stage, kToken); }},

@@ -57,8 +57,8 @@ ui::TrustedCerts::Held held(char const* file, char const* name) {
     test::Pkey const key = test::MakeKey("EC");
     test::Cert const made = test::MakeCert(
         {"EC", EVP_sha256(), {{"C", "DE"}, {"O", "Example Inc"}, {"CN", name}}}, key.get());
-    ui::TrustedCerts::Held one{QLatin1String(file), {}, test::DerOf<X509>(&i2d_X509, made.get())};
-    components::utils::ParseServerCert(one.content, file, one.cert);
+    ui::TrustedCerts::Held one{QLatin1String(file), {}};
+    components::utils::ParseServerCert(test::DerOf<X509>(&i2d_X509, made.get()), file, one.cert);
     return one;
 }
 
@@ -72,7 +72,7 @@ ui::ImportTrustedCertDialog& trusted(Stage& stage) {
     std::for_each(certs.begin(), certs.end(), &ui::TrustedCerts::Store);
     auto& dialog = stage.Show<ui::ImportTrustedCertDialog>(stage.prompts);
     for (ui::TrustedCerts::Held const& one : certs) {
-        ui::TrustedCerts::Remove(one.cert.subject);
+        ui::TrustedCerts::Remove(one.cert);
     }
     return dialog;
 }

@@ -26,7 +26,8 @@ using ui::GetTrMsg;
 using ui::SupportedAuthType;
 
 ui::TunnelView& onlineTunnel(Stage& stage, ui::TunnelView::Tab tab) {
-    stage.Main().GoTo(ConnectStatus::Connected, true);
+    bool const warning = tab == ui::TunnelView::kStatistics;  // where nothing says otherwise
+    stage.Main().GoTo(ConnectStatus::Connected, warning);
     stage.Main().Tunnel().ShowTab(tab);
     return stage.Main().Tunnel();
 }
@@ -190,6 +191,13 @@ std::vector<Row> mainRows() {
          }},
         {"window-statistics",
          [](Stage& stage) { onlineTunnel(stage, ui::TunnelView::kStatistics); }},
+        {"window-pages",
+         [](Stage& stage) {
+             onlineTunnel(stage, ui::TunnelView::kStatistics)
+                 .SetPages({QStringLiteral("The applications of the head office and its branches"),
+                            ui::GetTrMsg(common::MsgCode::UI_INFO_RESOURCE_LIST),
+                            ui::GetTrMsg(common::MsgCode::UI_INFO_LOWER_CHANGE_PWD)});
+         }},
         {"window-interface", [](Stage& stage) { onlineTunnel(stage, ui::TunnelView::kInterface); }},
         {"window-routes",
          [](Stage& stage) {

@@ -172,6 +172,7 @@ bool& AuthConfigBase::rememberPinFlag() const {
 
 void AuthConfigBase::RefreshCertInfo() {
     QString const text = certText();
+    TakeMark(*widgets_.certName);
     widgets_.certName->setText(text);
     widgets_.certName->setCursorPosition(0);
     widgets_.certName->setToolTip(PlainToolTip(text));

@@ -78,11 +78,13 @@ class AuthConfigBase : public ZVLDialog {
 
     void done(int result) override;
 
-  private:
     bool gm() const { return loginMode_ == kLoginModeGm; }
+    // Of the USB key that is chosen, in the working copy.
+    std::string& keyPin() { return gm() ? gmCert_.pin : systemCert_.pin; }
+
+  private:
     std::uint16_t certKind() const;
     QString certText() const;
-    std::string& keyPin() { return gm() ? gmCert_.pin : systemCert_.pin; }
     bool& rememberPinFlag() const;
     void dropMissingFileCert();
     void takeCert(CertInfo const& chosen, bool isFile);

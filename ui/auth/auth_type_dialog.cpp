@@ -286,6 +286,9 @@ void AuthTypeDialog::AskAgainFor(AttemptSecrets::Secret secret) {
     CredentialWidgets const& w = form_->Widgets();
     bool const password = secret == AttemptSecrets::Secret::kPassword;
     (password ? w.password : w.pin)->clear();
+    if (!password) {
+        keyPin().clear();  // else its mask came back with the next look at the certificate
+    }
     first_ = password ? static_cast<QWidget*>(w.password) : w.selectCert;
 }
 

@@ -62,9 +62,9 @@ class DialogFlow : public QObject, public Conversation {
     }
 
     // Over the dialog; gone with it.
-    void say(BoxRequest const& request, BoxQueue::Then then = {}) {
+    void say(BoxRequest const& request, BoxQueue::Then const& then = {}) {
         auto const holds = [this, over = dialog_] { return over && over == dialog_ && isOpen(); };
-        session_.Boxes().SayWhile(holds, request, std::move(then));
+        session_.Boxes().SayWhile(holds, request, then);
     }
 
     void close() {

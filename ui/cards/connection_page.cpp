@@ -89,7 +89,7 @@ void ConnectionPage::onCountChanged() {
 }
 
 void ConnectionPage::onSearch(QString const& text) {
-    list_->Search(text);
+    list_->Search(text.trimmed());
     note_->setVisible(!text.isEmpty() && list_->ListedCards().empty());
 }
 

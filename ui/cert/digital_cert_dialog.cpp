@@ -231,6 +231,9 @@ std::optional<std::string> DigitalCertDialog::InputPincode(QString const& path) 
 
 std::optional<QString> DigitalCertDialog::refusalOf(int result, CertInfo const& cert,
                                                     QString const& path) const {
+    if (result != utils::kPkcs12Ok) {
+        Log().error("Failed to import cert file {} when reading cert", cert.filePath);
+    }
     if (result == utils::kPkcs12TooCostly) {
         return Translate(QT_TRANSLATE_NOOP(
             "ui",
@@ -238,7 +241,6 @@ std::optional<QString> DigitalCertDialog::refusalOf(int result, CertInfo const& 
             "than 2,000,000 iterations."));
     }
     if (result != utils::kPkcs12Ok) {
-        Log().error("Failed to import cert file {} when reading cert", cert.filePath);
         return GetTrMsg(MsgCode::UI_TR_IMPORT_CERT_FAILED);
     }
     if (cert.isTls && !cert.isRsa) {

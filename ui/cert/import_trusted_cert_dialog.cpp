@@ -10,6 +10,7 @@
 #include "ui/cert/cert_lines.h"
 #include "ui/cert/trust_question.h"
 #include "ui/text/texts.h"
+#include "ui/widgets/automation_hooks.h"
 #include "ui/widgets/dialog_foot.h"
 #include "ui/widgets/elide.h"
 
@@ -115,6 +116,9 @@ void ImportTrustedCertDialog::on_import_button__clicked() {
     request.startPath = QDir::currentPath();
     request.filter = GetTrMsg(MsgCode::UI_TR_CERT_FILE_SUFFIX);
     std::vector<QString> const paths = prompts_.ChooseFiles(request);
+    if (paths.empty()) {
+        return;
+    }
     if (paths.size() + TrustedCerts::Count() > TrustedCerts::kMaxCertNum) {
         Log().error("over max number {}", TrustedCerts::kMaxCertNum);
         prompts_.Error(this, GetTrMsg(MsgCode::UI_TR_CERT_FILE_NUM_LIMIT));
@@ -126,7 +130,7 @@ void ImportTrustedCertDialog::on_import_button__clicked() {
     for (QString const& path : paths) {
         Held read;
         if (std::optional<QString> const refusal = readCert(path, chosen, read)) {
-            prompts_.Error(this, *refusal);
+            prompts_.Critical(this, windowTitle(), *refusal, GetTrMsg(MsgCode::UI_INFO_OK));
         } else {
             chosen.push_back(std::move(read));
         }
@@ -134,8 +138,13 @@ void ImportTrustedCertDialog::on_import_button__clicked() {
             return;
         }
     }
-    if (!chosen.empty() && TrustQuestion(chosen, this).exec() == QDialog::Accepted && self) {
-        bool const stored = std::all_of(chosen.begin(), chosen.end(), &TrustedCerts::Store);
+    bool const asked = !automationHooks().setResult;  // a machine is not asked
+    if (!chosen.empty() && (!asked || TrustQuestion(chosen, this).exec() == QDialog::Accepted) &&
+        self) {
+        bool stored = true;
+        for (Held const& one : chosen) {
+            stored &= TrustedCerts::Store(one);
+        }
         RefreshCertListView();
         if (!stored) {
             prompts_.Error(this, GetTrMsg(MsgCode::UI_TR_FILE_NOT_WRITABLE));
@@ -187,7 +196,7 @@ void ImportTrustedCertDialog::on_delete_button__clicked() {
     if (!sure || !self) {
         return;
     }
-    if (!TrustedCerts::Remove(chosen.subject)) {
+    if (!TrustedCerts::Remove(chosen)) {
         prompts_.Error(this, GetTrMsg(MsgCode::SDK_ERR_FAILED_DELETE_FILE));
     }
     if (self) {

@@ -45,7 +45,10 @@ TrustQuestion::TrustQuestion(std::vector<TrustedCerts::Held> const& certs, QWidg
     }
     auto* const foot = new DialogFoot(Panel(), "yes_button_", "no_button_");
     foot->Ok()->setText(GetTrMsg(MsgCode::UI_INFO_YES));
+    foot->Ok()->setAccessibleName(foot->Ok()->text());
     foot->Cancel()->setText(GetTrMsg(MsgCode::UI_INFO_NO));
+    foot->Cancel()->setAccessibleName(foot->Cancel()->text());
+    setAccessibleDescription(question->text());
     foot->Ok()->setDefault(false);
     foot->Cancel()->setDefault(true);
     foot->Cancel()->setFocus();
@@ -57,7 +60,7 @@ TrustQuestion::TrustQuestion(std::vector<TrustedCerts::Held> const& certs, QWidg
 
 QWidget* TrustQuestion::buildCert(TrustedCerts::Held const& held) {
     auto* const group = new QFrame(Body());
-    group->setProperty("role", QStringLiteral("card"));
+    group->setProperty("card", true);
     auto* const rows = new QFormLayout(group);
     rows->setContentsMargins(16, 12, 16, 12);
     rows->setHorizontalSpacing(12);

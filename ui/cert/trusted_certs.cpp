@@ -45,11 +45,12 @@ std::vector<TrustedCerts::Held> TrustedCerts::List() {
 utils::ServerCertResult TrustedCerts::ReadCertFile(QString const& path, Held& held) {
     held.path = path;
     Log().info("Try to read cert subject from file {}", path.toStdString());
-    if (!utils::ReadContentFromFile(path.toStdString(), held.content)) {
+    std::string content;
+    if (!utils::ReadContentFromFile(path.toStdString(), content)) {
         Log().error("Failed to cert file {}", path.toStdString());
         return utils::ServerCertResult::kNotOpened;
     }
-    return utils::ParseServerCert(held.content, path.toStdString(), held.cert);
+    return utils::ParseServerCert(content, path.toStdString(), held.cert);
 }
 
 bool TrustedCerts::Store(Held const& held) {
@@ -57,16 +58,16 @@ bool TrustedCerts::Store(Held const& held) {
     QDir const folder(GetConfigServerCertPath());
     QString const target =
         folder.filePath(DuplicateFileNameHandle(folder, QFileInfo(held.path).fileName()));
-    if (utils::WritePrivateFile(target.toStdString(), held.content)) {
+    if (utils::WritePrivateFile(target.toStdString(), held.cert.pem)) {
         return true;
     }
     Log().error("Failed to save {}", held.path.toStdString());
     return false;
 }
 
-bool TrustedCerts::Remove(std::string const& subject) {
+bool TrustedCerts::Remove(utils::ServerCert const& cert) {
     for (Held const& one : List()) {
-        if (one.cert.subject == subject) {
+        if (one.cert.sha256 == cert.sha256) {
             if (QFile::remove(one.path)) {
                 return true;
             }

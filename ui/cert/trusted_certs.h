@@ -16,7 +16,6 @@ class TrustedCerts {
     struct Held {
         QString path;
         components::utils::ServerCert cert;
-        std::string content;  // of the file, as it was read
     };
 
     // Files of the folder, whatever they are called and whatever is in them.
@@ -26,11 +25,12 @@ class TrustedCerts {
 
     static components::utils::ServerCertResult ReadCertFile(QString const& path, Held& held);
 
-    // Puts what was read into the folder, under its own name with as many "_" behind it as it takes
-    // to be a new one. False, with nothing in the folder, when that fails.
+    // Puts the certificate, and nothing else of its file, into the folder, under its own name with
+    // as many "_" behind it as it takes to be a new one. False, with nothing in the folder, when
+    // that fails.
     static bool Store(Held const& held);
-    // Removes the first one of that subject. False when it stands there still.
-    static bool Remove(std::string const& subject);
+    // False when it stands there still.
+    static bool Remove(components::utils::ServerCert const& cert);
 };
 
 }  // namespace zorvanelink::ui

@@ -275,7 +275,7 @@ void EditorForm::buildTrustWarning() {
     trustWarning->setText(QStringLiteral("%1 <a href=\"folder\">%2</a>")
                               .arg(Translate(QT_TRANSLATE_NOOP(
                                        "ui", "No trusted certificate has been imported yet.")),
-                                   Translate(QT_TRANSLATE_NOOP("ui", "Open their folder"))));
+                                   Translate(QT_TRANSLATE_NOOP("ui", "Import one"))));
     trustWarning->setTextInteractionFlags(Qt::LinksAccessibleByMouse |
                                           Qt::LinksAccessibleByKeyboard);
     trustWarning->hide();

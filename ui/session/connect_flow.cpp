@@ -197,6 +197,7 @@ void ConnectFlow::stop(std::shared_ptr<Profile> const& profile) {
     core_.context.redirectUrl.clear();
     state_.currentProfileName = profile->name;
     state_.stop.reset();
+    Q_EMIT core_.Stopping();
     if (core_.Send(Profile2JsonString(QStringLiteral("stop"), profile).toStdString())) {
         state_.stop = UnansweredStop{profile->name};
         requestTimer_.start();

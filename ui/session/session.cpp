@@ -16,7 +16,7 @@ Session::Session(Environment const& environment)
       handlers_{PageStatuses(*this, boxes_),
                 {*this, flow_, failures_, handlers_.pages},
                 {*this, flow_, failures_, boxes_},
-                {}},
+                {*this, flow_, boxes_}},
       statuses_(*this, failures_, handlers_),
       dispatcher_(*this, failures_, handlers_, statuses_, certificates_) {
     state.link = link.State();

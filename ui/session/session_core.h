@@ -73,6 +73,8 @@ class SessionCore : public QObject {
     void NotifyConnectStatus(QString name, ConnectStatus status);
     // After every change, for the views that follow from state and context.
     void Changed();
+    // A stop is about to be sent: what still owes the service an answer gives it now.
+    void Stopping();
     // In the Context already; while online.
     void NetConfigArrived();
     void StatisticsArrived();

@@ -70,6 +70,7 @@ MainWindow::MainWindow(Environment environment, QWidget* parent)
 MainWindow::~MainWindow() {
     g_quit = true;
     link_.Stop();
+    session_.config.onSaved = nullptr;
     session_.config.Save();
 }
 
@@ -96,6 +97,7 @@ void MainWindow::wireSession() {
     connect(&session_, &Session::ClientAddressChanged, &tunnel_,
             &TunnelController::SetClientAddress);
     connect(&session_, &Session::Changed, this, &MainWindow::render);
+    session_.config.onSaved = [this] { SetStatusBarInfo(viewStateFor(session_.state)); };
     connect(&session_.ThirdParty(), &ThirdPartyLogin::Ticked, this,
             [this] { ui_.tunnel->SetBrowserLogin(session_.ThirdParty().TimeLeft()); });
     connect(ui_.tunnel, &TunnelView::LoginPageWanted, &session_.ThirdParty(),

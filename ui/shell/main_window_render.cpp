@@ -100,7 +100,7 @@ void MainWindow::onHeroActed() {
     if (viewStateFor(session_.state).serviceGone) {
         openLogFolder();
     } else if (session_.state.lastEnd) {
-        session_.Start(QString::fromStdString(session_.state.lastEnd->name));
+        connectFromOutside(std::string(session_.state.lastEnd->name));
     }
 }
 

@@ -19,7 +19,9 @@ void MainWindow::wireTray() {
             [this] { connectFromOutside(cards_.SelectedName()); });
     connect(&tray_, &TrayController::Disconnect, this, [this] {
         if (!session_.state.Idle()) {
-            session_.Stop(QString::fromStdString(session_.state.currentProfileName));
+            QString const name = QString::fromStdString(session_.state.currentProfileName);
+            cards_.SetCurrntProfileTabbyProfileName(name);
+            session_.Stop(name);
         }
     });
     connect(&tray_, &TrayController::OpenPage, this, &MainWindow::openPage);
@@ -37,14 +39,17 @@ void MainWindow::renderTray() {
                  QString::fromStdString(selected));
 }
 
-// In the tray and as buttons of the window.
+// In the tray, as buttons of the window, and what changes a password on the card.
 void MainWindow::renderPages() {
     std::vector<SessionPage> const pages = pagesFor(session_.state, session_.context);
+    tray_.SetPages(pages);
+    // The page for a new password comes last, and the card has it: the window keeps to one row.
     QStringList titles;
     for (SessionPage const& page : pages) {
-        titles += page.title;
+        if (!page.password || page.address.isEmpty()) {
+            titles += page.title;
+        }
     }
-    tray_.SetPages(pages);
     ui_.tunnel->SetPages(titles);
     std::vector<SessionPage> ofCard;
     std::copy_if(pages.begin(), pages.end(), std::back_inserter(ofCard),
@@ -65,6 +70,7 @@ void MainWindow::connectFromOutside(std::string const& name) {
     if (QApplication::activeModalWidget() != nullptr) {
         BringUp();
     } else if (session_.state.Idle() && session_.state.adapterUsable) {
+        cards_.SetCurrntProfileTabbyProfileName(QString::fromStdString(name));
         session_.Start(QString::fromStdString(name));
     }
 }

@@ -26,6 +26,7 @@ using components::logger::LOG_LEVEL;
 
 constexpr int kUpdateCheckPauseMs = 5000;
 constexpr int kGap = 2;  // pixels between the button and its menu
+constexpr int kCopyrightYear = 2026;
 
 // By level.
 QStringList levelTexts() {
@@ -153,14 +154,15 @@ void MoreMenu::onActionAboutTriggered() {
     BoxRequest request;
     request.parent = button_.window();
     request.title = GetTrMsg(MsgCode::UI_LABEL_ABOUT);
-    request.text = name + QLatin1String(kMessageSeparator) + version + QLatin1Char('\n') +
-                   Translate(QT_TRANSLATE_NOOP("ui",
-                                               "Copyright: 2026 Zorvane Link developers\n"
-                                               "Licence: All rights reserved"));
+    QString const details =
+        QStringList{version, GetTrMsg(MsgCode::UI_TR_COPYRIGHT).arg(kCopyrightYear),
+                    GetTrMsg(MsgCode::UI_TR_QT_LGPL_DESP).arg(QLatin1String(qVersion()))}
+            .join(QLatin1Char('\n'));
+    request.text = name + QLatin1String(kMessageSeparator) + details;
     request.buttons = {GetTrMsg(MsgCode::UI_INFO_OK), Translate(QT_TRANSLATE_NOOP("ui", "Copy"))};
     constexpr int kCopy = 1;
     if (prompts_.Box(request) == kCopy) {
-        QGuiApplication::clipboard()->setText(name + QLatin1Char('\n') + version);
+        QGuiApplication::clipboard()->setText(name + QLatin1Char('\n') + details);
     }
 }
 

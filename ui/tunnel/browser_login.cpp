@@ -3,13 +3,14 @@
 #include <QHBoxLayout>
 
 #include "ui/text/texts.h"
+#include "ui/widgets/push_button_ext.h"
 
 namespace zorvanelink::ui {
 
 BrowserLogin::BrowserLogin(QWidget* parent)
     : QFrame(parent),
       detail_(new QLabel(this)),
-      again_(new QPushButton(Translate(QT_TRANSLATE_NOOP("ui", "Open the page again")), this)) {
+      again_(new QPushButtonExt(Translate(QT_TRANSLATE_NOOP("ui", "Open the page again")), this)) {
     setObjectName(QStringLiteral("browser_login_"));
     setProperty("card", true);
     auto* heading = new QLabel(Translate(QT_TRANSLATE_NOOP("ui", "Continue in the browser")), this);
@@ -18,8 +19,6 @@ BrowserLogin::BrowserLogin(QWidget* parent)
     detail_->setProperty("role", QStringLiteral("row"));
     detail_->setWordWrap(true);
     again_->setObjectName(QStringLiteral("browser_login_again_"));
-    again_->setAccessibleName(again_->text());
-    again_->setAutoDefault(false);
     connect(again_, &QPushButton::clicked, this, &BrowserLogin::PageWanted, Qt::QueuedConnection);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(4);

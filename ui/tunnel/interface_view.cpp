@@ -7,6 +7,7 @@
 #include <QScrollArea>
 
 #include "ui/text/texts.h"
+#include "ui/widgets/push_button_ext.h"
 
 namespace zorvanelink::ui {
 namespace {
@@ -61,10 +62,9 @@ void InterfaceView::Set(InterfaceRows const& rows) {
 }
 
 QPushButton* InterfaceView::copyButton(QWidget* parent) {
-    auto* button = new QPushButton(Translate(QT_TRANSLATE_NOOP("ui", "Copy All")), parent);
+    auto* button = new QPushButtonExt(Translate(QT_TRANSLATE_NOOP("ui", "Copy All")), parent);
     button->setObjectName(QStringLiteral("copy_all_"));
     button->setProperty("outline", true);
-    button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, [this] {
         QStringList lines;
         for (InterfaceRow const& row : shown_) {

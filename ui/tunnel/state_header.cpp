@@ -10,7 +10,7 @@ namespace zorvanelink::ui {
 StateHeader::StateHeader(QWidget* parent)
     : QWidget(parent),
       shield_(new QLabel(this)),
-      title_(new QLabel(this)),
+      title_(new ElidedLabel({}, this)),
       detail_(new ElidedLabel({}, this)) {
     // Stays at the top when nothing stands below it.
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
@@ -38,7 +38,7 @@ StateHeader::StateHeader(QWidget* parent)
 void StateHeader::SetState(Look look, QString const& stateText, QString const& profileName) {
     shield_->setPixmap(LoadImage(ShieldImage(look, false)));
     shield_->setAccessibleName(stateText);
-    title_->setText(stateText);
+    title_->SetFullText(stateText);
     profile_ = profileName;
     refreshDetail();
 }

@@ -27,7 +27,7 @@ class StateHeader : public QWidget {
     QString duration_;
     QString progress_;
     QLabel* shield_;
-    QLabel* title_;
+    ElidedLabel* title_;
     ElidedLabel* detail_;  // a long name is cut, the duration behind it is not
 };
 

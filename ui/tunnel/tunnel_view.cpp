@@ -1,8 +1,11 @@
 #include "ui/tunnel/tunnel_view.h"
 
+#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 #include "ui/text/texts.h"
+#include "ui/widgets/elide.h"
+#include "ui/widgets/push_button_ext.h"
 #include "ui/widgets/style.h"
 
 namespace zorvanelink::ui {
@@ -11,7 +14,11 @@ using common::MsgCode;
 
 namespace {
 
-constexpr int kPageWidth = 220;  // pixels of a page's title at most
+// Pixels. The buttons of the pages share the smallest window's width.
+constexpr int kPageRow = 496;
+constexpr int kPageGap = 8;
+constexpr int kPageSides = 30;   // of a button, beside its title
+constexpr int kPageWidth = 220;  // of a title at most
 
 }  // namespace
 
@@ -36,10 +43,9 @@ QWidget* TunnelView::buildHero() {
     heroHint_->setWordWrap(true);
     heroHint_->setTextFormat(Qt::PlainText);
     heroHint_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    heroButton_ = new QPushButton(page);
+    heroButton_ = new QPushButtonExt({}, page);
     heroButton_->setObjectName(QStringLiteral("hero_button_"));
     heroButton_->setProperty("outline", true);
-    heroButton_->setAutoDefault(false);
     heroButton_->hide();
     // Queued: what it does may run a dialog.
     connect(heroButton_, &QPushButton::clicked, this, &TunnelView::HeroActed, Qt::QueuedConnection);
@@ -61,7 +67,7 @@ QWidget* TunnelView::buildDetails() {
     pageRow_ = new QWidget(page);
     auto* const row = new QHBoxLayout(pageRow_);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(8);
+    row->setSpacing(kPageGap);
     row->addStretch();
     pageRow_->hide();
     browserLogin_ = new BrowserLogin(page);
@@ -116,14 +122,16 @@ void TunnelView::SetPages(QStringList const& titles) {
     pageTitles_ = titles;
     qDeleteAll(pageRow_->findChildren<QPushButton*>());
     auto* const row = static_cast<QHBoxLayout*>(pageRow_->layout());
+    int const share = (kPageRow + kPageGap) / qMax(1, titles.size()) - kPageGap - kPageSides;
     for (int i = 0; i < titles.size(); ++i) {
-        QString const cut = fontMetrics().elidedText(titles[i], Qt::ElideRight, kPageWidth);
+        QString const cut =
+            fontMetrics().elidedText(titles[i], Qt::ElideRight, qMin(share, kPageWidth));
         auto* const button =
-            new QPushButton(QString(cut).replace(QLatin1Char('&'), QStringLiteral("&&")));
+            new QPushButtonExt(QString(cut).replace(QLatin1Char('&'), QStringLiteral("&&")));
         button->setObjectName(QStringLiteral("page_button_"));
         button->setProperty("outline", true);
         button->setAccessibleName(titles[i]);
-        button->setAutoDefault(false);
+        button->setToolTip(cut == titles[i] ? QString() : PlainToolTip(titles[i]));
         // Queued: what opens may change the pages.
         connect(
             button, &QPushButton::clicked, this, [this, i] { Q_EMIT PageWanted(i); },

@@ -3,7 +3,6 @@
 #include <QBoxLayout>
 #include <QLabel>
 #include <QStyle>
-#include <memory>
 
 namespace zorvanelink::ui {
 namespace {
@@ -21,6 +20,12 @@ QBoxLayout* columnOf(QLayout* layout, QWidget* field) {
     }
     return nullptr;
 }
+
+// A child of the field that is marked, and its description before that.
+QString markName() {
+    return QStringLiteral("refusal_mark_");
+}
+constexpr char kBefore[] = "before";
 
 void showRefused(QLineEdit& field, bool refused) {
     field.setProperty("refused", refused);
@@ -52,17 +57,27 @@ void SetFieldNote(QLineEdit& field, QString const& text, NoteKind kind) {
 }
 
 void MarkRefused(QLineEdit& field, QString const& reason) {
+    TakeMark(field);
+    auto* const mark = new QObject(&field);
+    mark->setObjectName(markName());
+    mark->setProperty(kBefore, field.accessibleDescription());
+    QObject::connect(&field, &QLineEdit::textChanged, mark, [&field] { TakeMark(field); });
     showRefused(field, true);
     SetFieldNote(field, reason, NoteKind::kFault);
-    auto const changed = std::make_shared<QMetaObject::Connection>();
-    *changed = QObject::connect(&field, &QLineEdit::textChanged, &field,
-                                [&field, changed, before = field.accessibleDescription()] {
-                                    QObject::disconnect(*changed);
-                                    showRefused(field, false);
-                                    SetFieldNote(field, {}, NoteKind::kFault);
-                                    field.setAccessibleDescription(before);
-                                });
     field.setAccessibleDescription(reason);
+}
+
+void TakeMark(QLineEdit& field) {
+    auto* const mark = field.findChild<QObject*>(markName(), Qt::FindDirectChildrenOnly);
+    if (mark == nullptr) {
+        return;
+    }
+    showRefused(field, false);
+    SetFieldNote(field, {}, NoteKind::kFault);
+    field.setAccessibleDescription(mark->property(kBefore).toString());
+    QObject::disconnect(&field, nullptr, mark, nullptr);
+    mark->setObjectName({});
+    mark->deleteLater();
 }
 
 }  // namespace zorvanelink::ui

@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "ui/text/texts.h"
+#include "ui/widgets/push_button_ext.h"
 #include "ui/widgets/spinner.h"
 
 namespace zorvanelink::ui {
@@ -21,7 +22,7 @@ WaitForm::WaitForm(QWidget* parent, int topMargin)
       topMargin_(topMargin),
       text_(new QLabel(this)),
       hint_(new QLabel(this)),
-      log_(new QPushButton(Translate(QT_TRANSLATE_NOOP("ui", "Open Log Folder")), this)) {
+      log_(new QPushButtonExt(Translate(QT_TRANSLATE_NOOP("ui", "Open Log Folder")), this)) {
     setObjectName(QStringLiteral("wait_form_"));
     setAttribute(Qt::WA_StyledBackground);
     setFocusPolicy(Qt::StrongFocus);

@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QScrollBar>
 #include <QStyle>
 #include <QStyleOption>
 
@@ -109,6 +111,18 @@ void ZVLDialog::changeEvent(QEvent* event) {
         titleBar_->SetTitle(windowTitle());
     }
     QDialog::changeEvent(event);
+}
+
+void ZVLDialog::keyPressEvent(QKeyEvent* event) {
+    bool const page = event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown;
+    for (auto const* const area : findChildren<QAbstractScrollArea*>()) {
+        QScrollBar* const bar = area->verticalScrollBar();
+        if (page && area->isVisible() && bar->maximum() > bar->minimum()) {
+            QCoreApplication::sendEvent(bar, event);
+            return;
+        }
+    }
+    QDialog::keyPressEvent(event);
 }
 
 void ZVLDialog::resizeEvent(QResizeEvent* event) {

@@ -53,6 +53,8 @@ class ZVLDialog : public QDialog {
     bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    // Page keys that nothing in the dialog wants move what does not fit.
+    void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
     QVBoxLayout* FrameLayout() const { return frame_; }

@@ -211,6 +211,11 @@ TEST(Signing, AnswersBelongToTheirRequests) {
     EXPECT_EQ(sign({}).data, "");
     on_send = [&] {
         answer("late");
+        return true;
+    };
+    EXPECT_EQ(sign({}).data, "") << "that was owed to the one before";
+    on_send = [&] {
+        answer("late again");
         answer("mine");
         return true;
     };

@@ -63,6 +63,8 @@ TEST_F(AuthTypeDialogTest, OffersWhatTheServerTakes) {
         AuthTypeDialog dialog(profile, c.select, services());
         dialog.show();
         EXPECT_EQ(pictureOf(dialog), c.picture);
+        QWidget const* const foot = test::Find<QWidget>(dialog, "btn_cancel_").parentWidget();
+        EXPECT_LE(foot->height(), 150) << "of a low screen the form needs more";
         EXPECT_EQ(dialog.ChosenType(), c.chosen);
     }
 }

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QRegularExpression>
+#include <QScrollBar>
 
 #include "components/utils/file.h"
 #include "tests/ui/cert/cert_fixture.h"
@@ -48,8 +49,8 @@ class TrustedCertsTest : public CertDialogTest {
         return names;
     }
     // Chooses these, or what was scripted, and answers the question when one is expected.
-    void import(std::vector<QString> const& paths, char const* answer,
-                std::function<void(TrustQuestion&)> const& during = {}) {
+    void offer(std::vector<QString> const& paths, char const* answer,
+               std::function<void(TrustQuestion&)> const& during = {}) {
         bool asked = false;
         if (answer != nullptr) {
             test::WhenModal<TrustQuestion>([&, answer](TrustQuestion& question) {
@@ -75,53 +76,58 @@ class TrustedCertsTest : public CertDialogTest {
 TEST_F(TrustedCertsTest, WhatIsShownAndAcceptedIsWhatIsKept) {
     QString const root = write("root.pem", certPem({{"C", "DE"}, {"CN", "Root"}}));
     QString const der = write("der.pem", certDer({{"O", "Example"}, {"CN", "Second"}}));
-    std::string const bundle = certPem({{"CN", "First"}}) + certPem({{"CN", "Root"}});
-    import({root, der}, "no_button_");
+    std::string const first = certPem({{"CN", "First"}});
+    std::string const bundle = first + certPem({{"CN", "Hidden"}});
+    offer({root, der}, "no_button_");
     EXPECT_THAT(files(), testing::IsEmpty());
 
-    import({root, der, write("bundle.crt", bundle)}, "yes_button_", [&](TrustQuestion& question) {
+    offer({root, der, write("bundle.crt", bundle)}, "yes_button_", [&](TrustQuestion& question) {
         QStringList shown;
-    for (auto const* label : question.findChildren<QLabel*>()) {
-        shown.append(label->text());
-    }
-    for (char const* name : {"Root", "Second", "First"}) {
-        EXPECT_TRUE(shown.contains(QLatin1String(name))) << name;
-    }
-    EXPECT_EQ(shown.filter(QRegularExpression(QStringLiteral("^([0-9A-F]{2}:){16}\n"))).size(), 3);
-    write("bundle.crt", certPem({{"CN", "Exchanged meanwhile"}}));
-});
-EXPECT_THAT(files(), testing::ElementsAre("bundle.crt", "der.pem", "root.pem"));
-std::string kept;
-QString const path = QDir(GetConfigServerCertPath()).filePath(QStringLiteral("bundle.crt"));
-ASSERT_TRUE(components::utils::ReadContentFromFile(path.toStdString(), kept));
-EXPECT_EQ(kept, bundle);
-EXPECT_EQ(QFileInfo(path).permissions() & 0x0077, QFile::Permissions());
+        for (auto const* label : question.findChildren<QLabel*>()) {
+            shown.append(label->text());
+        }
+        for (char const* name : {"Root", "Second", "First"}) {
+            EXPECT_TRUE(shown.contains(QLatin1String(name))) << name;
+        }
+        EXPECT_EQ(shown.filter(QRegularExpression(QStringLiteral("^([0-9A-F]{2}:){16}\n"))).size(),
+                  3);
+        auto* const bar = test::Find<QScrollArea>(question, "form_scroll_").verticalScrollBar();
+        QTest::keyClick(&test::Find<QPushButton>(question, "no_button_"), Qt::Key_PageDown);
+        EXPECT_GT(bar->value(), 0) << "what does not fit is read by keyboard";
+        write("bundle.crt", certPem({{"CN", "Exchanged meanwhile"}}));
+    });
+    EXPECT_THAT(files(), testing::ElementsAre("bundle.crt", "der.pem", "root.pem"));
+    std::string kept;
+    QString const path = QDir(GetConfigServerCertPath()).filePath(QStringLiteral("bundle.crt"));
+    ASSERT_TRUE(components::utils::ReadContentFromFile(path.toStdString(), kept));
+    EXPECT_EQ(kept, first) << "and nothing that was not shown";
+    EXPECT_EQ(QFileInfo(path).permissions() & 0x0077, QFile::Permissions());
 
-// Known by the subject, whatever the file is called; a name that is taken gets a mark.
-QString const other = write("other.pem", certDer({{"CN", "Root"}, {"C", "DE"}}));
-prompts.ExpectFiles({other});
-prompts.ExpectBox(text(MsgCode::UI_TR_CERT_ALREADY_IMPORT).arg(other), 0);
-import({}, nullptr);
-import({write("root.pem", certPem({{ "CN", "Root" }}))}, "yes_button_");
-import({write("root.pem", certPem({{ "CN", "Root 3" }}))}, "yes_button_");
-EXPECT_THAT(files(),
-            testing::ElementsAre("bundle.crt", "der.pem", "root.pem", "root.pem_", "root.pem__"));
+    // Known by the subject, whatever the file is called; a name that is taken gets a mark.
+    QString const other = write("other.pem", certDer({{"CN", "Root"}, {"C", "DE"}}));
+    prompts.ExpectFiles({other});
+    prompts.ExpectBox(text(MsgCode::UI_TR_CERT_ALREADY_IMPORT).arg(other), 0);
+    offer({}, nullptr);
+    offer({write("root.pem", certPem({{"CN", "Root"}}))}, "yes_button_");
+    offer({write("root.pem", certPem({{"CN", "Root 3"}}))}, "yes_button_");
+    EXPECT_THAT(files(), testing::ElementsAre("bundle.crt", "der.pem", "root.pem", "root.pem_",
+                                              "root.pem__"));
 
-auto& list = test::Find<QListView>(dialog, "trusted_cert_list_");
-ASSERT_EQ(list.model()->rowCount(), 5);
-list.setCurrentIndex({});
-prompts.ExpectBox(text(MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE), 0);
-click(dialog, "delete_button_");
-list.setCurrentIndex(list.model()->index(1, 0));
-components::utils::ServerCert const second = TrustedCerts::List().at(1).cert;
-for (int const answer : {-1, 0}) {
-    prompts.ExpectBox(text(MsgCode::UI_TR_SURE_TO_DELETE_CERT) + QStringLiteral("#@@#") +
-                          LinesOf(second.details).Whole() + QStringLiteral("\nSHA-256 ") +
-                          QString::fromStdString(second.sha256),
-                      answer);
+    auto& list = test::Find<QListView>(dialog, "trusted_cert_list_");
+    ASSERT_EQ(list.model()->rowCount(), 5);
+    list.setCurrentIndex({});
+    prompts.ExpectBox(text(MsgCode::UI_INFO_PLEASE_SELECT_CERTIFICATE), 0);
     click(dialog, "delete_button_");
-    EXPECT_EQ((files().at(1) == "der.pem"), answer != 0);
-}
+    list.setCurrentIndex(list.model()->index(1, 0));
+    components::utils::ServerCert const second = TrustedCerts::List().at(1).cert;
+    for (int const answer : {-1, 0}) {
+        prompts.ExpectBox(text(MsgCode::UI_TR_SURE_TO_DELETE_CERT) + QStringLiteral("#@@#") +
+                              LinesOf(second.details).Whole() + QStringLiteral("\nSHA-256 ") +
+                              QString::fromStdString(second.sha256),
+                          answer);
+        click(dialog, "delete_button_");
+        EXPECT_EQ((files().at(1) == "der.pem"), answer != 0);
+    }
 }  // namespace
 
 TEST_F(TrustedCertsTest, RefusesWhatIsNoCertificateAloneAndMoreThanSixteen) {
@@ -148,7 +154,7 @@ TEST_F(TrustedCertsTest, RefusesWhatIsNoCertificateAloneAndMoreThanSixteen) {
     for (Case const& c : cases) {
         prompts.ExpectBox(c.box, 0);
     }
-    import({}, "yes_button_");
+    offer({}, "yes_button_");
     EXPECT_THAT(files(), testing::ElementsAre("good.cer")) << "one bad file stops no other";
 
     for (int i = 1; i < 15; ++i) {
@@ -156,11 +162,11 @@ TEST_F(TrustedCertsTest, RefusesWhatIsNoCertificateAloneAndMoreThanSixteen) {
     }
     prompts.ExpectFiles({paths.back(), write("x.cer", certPem({{"CN", "X"}}))});
     prompts.ExpectBox(text(MsgCode::UI_TR_CERT_FILE_NUM_LIMIT), 0);
-    import({}, nullptr);
+    offer({}, nullptr);
     EXPECT_EQ(files().size(), 15U);
-    import({write("x.cer", certPem({{ "CN", "X" }}))}, "yes_button_");
+    offer({write("x.cer", certPem({{"CN", "X"}}))}, "yes_button_");
     EXPECT_EQ(files().size(), 16U);
 }
 
-}  // namespace zorvanelink::ui
+}  // namespace
 }  // namespace zorvanelink::ui
