@@ -6,6 +6,7 @@ namespace zorvanelink::simservice {
 namespace {
 
 using common::MsgCode;
+using core::sslvpn::SetType;
 
 struct Kind {
     CodeKind kind;
@@ -13,14 +14,18 @@ struct Kind {
     MsgCode right;
     MsgCode wrong;
     MsgCode late;
+    SetType code;
+    SetType resend;
 };
 constexpr Kind kKinds[] = {
     {CodeKind::kToken, MsgCode::NEED_TOKEN_AUTH_CODE, MsgCode::TOKEN_AUTH_CODE_CHECK_OK,
-     MsgCode::WRONG_AUTH_CODE, MsgCode::TOKEN_AUTH_FAILED},
+     MsgCode::WRONG_AUTH_CODE, MsgCode::TOKEN_AUTH_FAILED, SetType::kTokenCode,
+     SetType::kTokenCode},
     {CodeKind::kSms, MsgCode::NEED_SMS_AUTH_CODE, MsgCode::SMS_AUTH_CODE_CHECK_OK,
-     MsgCode::ERR_SMS_CODE, MsgCode::ERR_SMS_TIMEOUT},
+     MsgCode::ERR_SMS_CODE, MsgCode::ERR_SMS_TIMEOUT, SetType::kSmsCode, SetType::kRequestSmsCode},
     {CodeKind::kEmail, MsgCode::NEED_EMAIL_AUTH_CODE, MsgCode::EMAIL_AUTH_CODE_CHECK_OK,
-     MsgCode::ERR_EMAIL_AUTH_CODE, MsgCode::ERR_EMAIL_AUTH_CODE_TIMEOUT},
+     MsgCode::ERR_EMAIL_AUTH_CODE, MsgCode::ERR_EMAIL_AUTH_CODE_TIMEOUT, SetType::kEmailCode,
+     SetType::kRequestEmailCode},
 };
 
 Kind const& rowOf(CodeKind kind) {
@@ -46,6 +51,11 @@ MsgCode SecondFactor::Check(std::string const& code, long long age_ms) {
         return kind.right;
     }
     return ++wrong_ == rules_.tries ? MsgCode::ERR_AUTH_CODE_RETRY_LIMIT : kind.wrong;
+}
+
+bool SecondFactor::Concerns(SetType message) const {
+    Kind const& kind = rowOf(*rules_.kind);
+    return message == kind.code || message == kind.resend;
 }
 
 bool SecondFactor::Resend() {

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "core/request_records.h"
 #include "tools/simservice/scenario.h"
 
 namespace zorvanelink::simservice {
@@ -16,6 +17,8 @@ class SecondFactor {
     // The demand, and the verdict on a code that came `age_ms` after the last one was sent out.
     core::sslvpn::CLMsgCommonReplyData Demand() const;
     common::MsgCode Check(std::string const& code, long long age_ms);
+    // Whether a message of the client belongs to a code of this kind.
+    bool Concerns(core::sslvpn::SetType message) const;
     // Whether there is another code.
     bool Resend();
 

@@ -70,6 +70,7 @@ class Session {
     void onCertificates(Message const& message);
     void onUsbKeys(Message const& message);
     void onServerCertificate(Message const& message);
+    bool awaits(core::sslvpn::CLMsgSetData const& set) const;
     void onAuthCode(Message const& message);
     void onRequestAuthCode(Message const& message);
     void onNewPassword(Message const& message);

@@ -39,9 +39,14 @@ void Session::sendCode() {
     hooks_.happened(Moment::kCode);
 }
 
+// What is not an answer to the code that was asked for is no try.
+bool Session::awaits(core::sslvpn::CLMsgSetData const& set) const {
+    return challenge_ && set.profileName == profile_ && challenge_->Concerns(set.subtype);
+}
+
 void Session::onAuthCode(Message const& message) {
     core::sslvpn::CLMsgSetData set;
-    if (!CLMsgJson::Parse(message, &set) || !challenge_ || set.profileName != profile_) {
+    if (!CLMsgJson::Parse(message, &set) || !awaits(set)) {
         return;
     }
     components::utils::SecretString const code(std::move(set.secondAuthCode));
@@ -52,7 +57,7 @@ void Session::onAuthCode(Message const& message) {
 
 void Session::onRequestAuthCode(Message const& message) {
     core::sslvpn::CLMsgSetData set;
-    if (!CLMsgJson::Parse(message, &set) || !challenge_ || set.profileName != profile_) {
+    if (!CLMsgJson::Parse(message, &set) || !awaits(set)) {
         return;
     }
     if (challenge_->Resend()) {

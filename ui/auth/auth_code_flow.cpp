@@ -35,9 +35,7 @@ void AuthCodeFlow::onNeedSendAuthCode() {
         Log().error("Can not get client");
         return;
     }
-    if (!begin()) {
-        return;
-    }
+    begin();
     auto* const dialog = new AuthDialog(session_.context, session_.window);
     run(*dialog);
     connect(dialog, &AuthDialog::SendAuthCode, this, &AuthCodeFlow::onSendAuthCode);
@@ -127,6 +125,8 @@ void AuthCodeFlow::onFinished(int result, bool /*itself*/) {
     if (result == QDialog::Accepted) {
         Log().info("has send auth code to service");
         Log().debug("alread send auth code: {}", session_.state.currentProfileName);
+    } else if (session_.state.SessionStands()) {
+        Log().info("The auth code is no longer asked for");
     } else {
         Log().info("Failed or cancel process auth code");
         Log().debug("Failed to send auth code");

@@ -84,6 +84,7 @@ AuthDialog::AuthDialog(Context const& context, QWidget* parent)
     connect(foot_->Cancel(), &QPushButton::clicked, this, &AuthDialog::on_cancel_button__clicked);
     connect(retry_, &QPushButton::clicked, this, &AuthDialog::on_retry_button__clicked);
     connect(&pause_, &QTimer::timeout, this, &AuthDialog::onRetryTimerTimeout);
+    connect(code_, &QLineEdit::textChanged, this, [this] { unanswered_ = false; });
     pause_.setInterval(kPauseTick);
     startPause();
 }
@@ -130,8 +131,10 @@ void AuthDialog::fill(Context const& context) {
     Kind const& kind = kindOf(context.authCodeType);
     QString prompt = GetTrMsg(kind.prompt);
     QString tips = GetTrMsg(kind.tips);
-    if (kind.type == 0 && !context.tokenPromptMsg.empty()) {
-        prompt = BoundedText(QString::fromStdString(context.tokenPromptMsg));
+    QString const sent = QString::fromStdString(context.tokenPromptMsg).trimmed();
+    bool const servers = kind.type == 0 && !sent.isEmpty();
+    if (servers) {
+        prompt = BoundedText(sent);
         tips.clear();
     } else if (prompt.contains(QLatin1String("%1"))) {
         prompt = prompt.arg(BoundedText(QString::fromStdString(context.emailAuthAccount)));
@@ -140,7 +143,9 @@ void AuthDialog::fill(Context const& context) {
         widget->ensurePolished();  // the sheet gives the font
     }
     int const width = kWidth - 2 * (kMargin + kEdge);
-    prompt_->setPlainText(Text_Changeline(prompt, width, prompt_->fontMetrics()));
+    // Our own text is wrapped at its words.
+    prompt_->setPlainText(servers ? Text_Changeline(prompt, width, prompt_->fontMetrics())
+                                  : prompt);
     prompt_->FitTo(width, kPromptHeight);
     code_->setAccessibleName(prompt);
     tips_->setText(tips);
@@ -194,13 +199,17 @@ void AuthDialog::onRetryTimerTimeout() {
     }
 }
 
+// The same once: each counts as a try.
 void AuthDialog::on_verify_button__clicked() {
-    send(code_->text());
+    if (!unanswered_) {
+        send(code_->text());
+    }
 }
 
 void AuthDialog::send(QString typed) {
     QString code = typed.trimmed();
     if (code.size() >= kMinCodeLength && code.size() <= kMaxCodeLength) {
+        unanswered_ = true;
         Q_EMIT SendAuthCode(code);
     } else {
         refuse(MsgCode::UI_ERROR, MsgCode::UI_INFO_WRONG_AUTH_CODE_LENGTH);
@@ -211,6 +220,7 @@ void AuthDialog::send(QString typed) {
 }
 
 void AuthDialog::on_retry_button__clicked() {
+    unanswered_ = false;
     Q_EMIT RequestAuthCode();
     startPause();
     code_->setFocus();
@@ -233,6 +243,7 @@ void AuthDialog::onAuthCodeVerifyResult(bool ok) {
 }
 
 void AuthDialog::refuse(MsgCode title, MsgCode text) {
+    unanswered_ = false;
     WipeField(*code_);
     code_->setFocus();
     BoxRequest request = OkBox(BoxKind::kCritical, GetTrMsg(text));

@@ -65,7 +65,8 @@ class AuthDialog : public ZVLDialog {
     QLabel* timeLeft_;
     DialogFoot* foot_;
     QTimer pause_;
-    int pauseLeft_ = 0;  // seconds
+    int pauseLeft_ = 0;        // seconds
+    bool unanswered_ = false;  // what the field holds has been sent
 };
 
 }  // namespace zorvanelink::ui

@@ -36,9 +36,7 @@ void AuthTypeFlow::onNeedSelectAuthType(bool select) {
         Log().info("Auth type dialog is still running when recving select auth type");
         return;
     }
-    if (!begin()) {
-        return;
-    }
+    begin();
     profile_ = profile;
     auto* const dialog = new AuthTypeDialog(
         profile, select, {session_.config, session_.prompts, session_.Certificates()},

@@ -195,9 +195,9 @@ void ChangePWDDialog::on_pushButton_ok_clicked() {
     Q_EMIT ChangePWDSignal(SensitiveValueOf(*current_), SensitiveValueOf(*new_));
 }
 
-void ChangePWDDialog::Refuse(QString const& text) {
+void ChangePWDDialog::Refuse(QString const& text, bool fromCurrent) {
     SetWaiting(false);
-    complain(text, *new_);
+    complain(text, fromCurrent ? *current_ : *new_);
 }
 
 void ChangePWDDialog::complain(QString const& text, QWidget& focus) {

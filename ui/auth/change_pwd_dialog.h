@@ -29,8 +29,9 @@ class ChangePWDDialog : public ZVLDialog {
     void ShowTimeLeft(QString const& text);
     // While the gateway looks at what was sent, nothing else is.
     void SetWaiting(bool waiting);
-    // The gateway's no, and its words for it; the dialog stays for another try.
-    void Refuse(QString const& text);
+    // The gateway's no, and its words for it; the dialog stays for another try, from the current
+    // password on or from the new one.
+    void Refuse(QString const& text, bool fromCurrent);
     // A critical box over the dialog.
     BoxRequest Complaint(QString const& text);
 

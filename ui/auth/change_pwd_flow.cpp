@@ -54,7 +54,7 @@ ChangePWDFlow::ChangePWDFlow(Session& session)
 
 void ChangePWDFlow::HandleChangePWD(core::sslvpn::CLMsgCommonReplyData const& data) {
     session_.context.passwordPolicy = data;
-    ChangePWD(data, static_cast<ChangePWdType>(data.changePWDType));
+    ChangePWD(data, static_cast<ChangePWdType>(data.changePWDType), true);
     Log().info("change pwd handle down ");
 }
 
@@ -62,33 +62,27 @@ void ChangePWDFlow::onActionActiveChangePWDTriggered() {
     if (QApplication::activeModalWidget() != nullptr) {
         BringForward(session_.window);  // what stands open is answered first
     } else if (MayChangePassword(session_.state, session_.context)) {
-        ChangePWD(session_.context.passwordPolicy, ChangePWdType::kUser);
+        ChangePWD(session_.context.passwordPolicy, ChangePWdType::kUser, false);
     }
 }
 
 void ChangePWDFlow::ChangePWD(core::sslvpn::UserPasswordComplexity const& policy,
-                              ChangePWdType type) {
+                              ChangePWdType type, bool demanded) {
     auto const profile = session_.RunningProfile();
     if (!profile) {
         Log().error("Can not get client");
         return;
     }
-    bool const demanded = type_ == ChangePWdType::kUser && type != ChangePWdType::kUser;
-    if (isOpen() && !demanded) {
+    if (isOpen() && demanded_ == demanded) {
         session_.Failures().ProcessErrorMsg(GetTrMsg(MsgCode::UI_ERROR_INTERNAL_ERROR));
         return;
     }
     if (isOpen()) {
-        Attempt const here = session_.Now();
         OnSuperseded();
-        if (!here.Still() || !session_.state.SessionStands()) {
-            return;
-        }
     }
-    if (!begin()) {
-        return;
-    }
+    begin();
     type_ = type;
+    demanded_ = demanded;
     changed_ = late_ = false;
     auto* const dialog = new ChangePWDDialog(QString::fromStdString(profile->userName), policy,
                                              type, session_.window);
@@ -100,10 +94,10 @@ void ChangePWDFlow::ChangePWD(core::sslvpn::UserPasswordComplexity const& policy
     session_.state.errorShown = false;  // an earlier text does not speak for the dialog's end
     deadline_.Start(kChangeTime);
     dialog->ShowTimeLeft(deadline_.TimeLeft());
-    if (type == ChangePWdType::kUser) {
-        BringForward(session_.window);
-    } else {
+    if (demanded) {
         session_.Demand(dialog->windowTitle());
+    } else {
+        BringForward(session_.window);
     }
     show();
 }
@@ -117,7 +111,7 @@ void ChangePWDFlow::onChangePWD(std::string const& current, std::string const& p
         }
         return;
     }
-    sent_ = Sent{profile, password};
+    sent_ = Sent{profile, password, sent_.has_value()};
     session_.Send(core::sslvpn::CLMsgJson::BuildNewPassword(profile->name, current, password));
     response_.Start(kResponseTime);
 }
@@ -133,11 +127,7 @@ bool ChangePWDFlow::OnAnswer(MsgCode code) {
             return true;
         case MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE:
             Log().debug("stop change pwd response timer");
-            response_.Stop();
-            sent_.reset();
-            if (dialog_) {
-                dialog_->SetWaiting(false);
-            }
+            onChangePWDRet(static_cast<int>(code));
             return late_;  // else told as any failure is
         default:
             return false;
@@ -152,10 +142,13 @@ void ChangePWDFlow::onChangePWDRet(int code) {
         return;
     }
     sent_.reset();
-    if (isOpen() && !late_) {
-        dialog_->Refuse(refusalOf(code));
-    } else {
+    if (!isOpen() || late_) {
         Log().debug("No dialog waits for status {}", code);
+    } else if (code == static_cast<int>(MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE)) {
+        dialog_->SetWaiting(false);  // its text is not the dialog's
+    } else {
+        dialog_->Refuse(refusalOf(code),
+                        code == static_cast<int>(MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD));
     }
 }
 
@@ -166,7 +159,8 @@ void ChangePWDFlow::onChanged() {
         return;
     }
     Sent const sent = *std::exchange(sent_, std::nullopt);
-    sent.profile->password = sent.password;
+    // Which of two it was is not told: then the next login asks.
+    sent.profile->password = sent.second ? std::string() : sent.password;
     if (sent.profile->rememberPassword) {
         session_.config.Save();
     } else {
@@ -181,17 +175,17 @@ void ChangePWDFlow::onChanged() {
     }
     deadline_.Stop();
     changed_ = true;
-    endWith(BoxKind::kInformation, type_ == ChangePWdType::kUser
-                                       ? MsgCode::UI_INFO_CHANGE_PWD_SUCCESS
-                                       : MsgCode::UI_INFO_CHANGE_PWD_SUCCESS_PLEASE_LOGIN_AGAIN);
+    endWith(BoxKind::kInformation, demanded_
+                                       ? MsgCode::UI_INFO_CHANGE_PWD_SUCCESS_PLEASE_LOGIN_AGAIN
+                                       : MsgCode::UI_INFO_CHANGE_PWD_SUCCESS);
 }
 
 // After a change that the gateway wanted, the user logs in again.
 void ChangePWDFlow::endWith(BoxKind kind, MsgCode text) {
-    if (type_ == ChangePWdType::kUser) {
-        session_.Failures().EndConversation(OkBox(kind, GetTrMsg(text)));
-    } else {
+    if (demanded_) {
         session_.Failures().EndWith(kind, GetTrMsg(text));
+    } else {
+        session_.Failures().EndConversation(OkBox(kind, GetTrMsg(text)));
     }
 }
 
@@ -219,25 +213,31 @@ void ChangePWDFlow::onGivenUp() {
         return;
     }
     session_.conversation.Close(*this);
-    if (type_ != ChangePWdType::kUser) {
+    if (demanded_) {
         session_.state.errorShown = true;
         session_.Flow().StopConnect();
     }
 }
 
+// Queued: what supersedes it comes first, and under the text.
 void ChangePWDFlow::OnSuperseded() {
-    bool const wanted = dialog_ && type_ == ChangePWdType::kUser;
+    bool const wanted = dialog_ && !demanded_;
     close();
-    if (wanted) {
+    if (!wanted) {
+        return;
+    }
+    auto const tell = [this, here = session_.Now()] {
         BoxRequest box = OkBox(
             BoxKind::kInformation,
             Translate(QT_TRANSLATE_NOOP("ui",
                                         "The connection needs your attention first. Change the "
                                         "password afterwards.")));
         box.title = GetTrMsg(MsgCode::UI_INFO_CHANGE_PWD);
-        session_.Boxes().SayWhile([here = session_.Now()] { return here.NotBegunAnew(); },
-                                  std::move(box));
-    }
+        if (here.NotBegunAnew()) {
+            session_.Boxes().SayWhile([here] { return here.NotBegunAnew(); }, std::move(box));
+        }
+    };
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
 
 void ChangePWDFlow::onFinished(int /*result*/, bool /*itself*/) {

@@ -18,7 +18,7 @@ class ChangePWDFlow : public DialogFlow<ChangePWDDialog> {
 
     explicit ChangePWDFlow(Session& session);
 
-    bool OutlivesLogin() const override { return type_ == ChangePWdType::kUser; }
+    bool OutlivesLogin() const override { return !demanded_; }
     bool OnAnswer(common::MsgCode code) override;
     void OnSuperseded() override;
 
@@ -31,7 +31,8 @@ class ChangePWDFlow : public DialogFlow<ChangePWDDialog> {
     void ResponseTimeOut();
 
   private:
-    void ChangePWD(core::sslvpn::UserPasswordComplexity const& policy, ChangePWdType type);
+    void ChangePWD(core::sslvpn::UserPasswordComplexity const& policy, ChangePWdType type,
+                   bool demanded);
     void onChanged();
     void onGivenUp();
     void onFinished(int result, bool itself) override;
@@ -40,6 +41,7 @@ class ChangePWDFlow : public DialogFlow<ChangePWDDialog> {
     Deadline deadline_;
     Deadline response_;
     ChangePWdType type_ = ChangePWdType::kUser;
+    bool demanded_ = false;  // by the gateway, whatever the type
     bool changed_ = false;
     bool late_ = false;  // the user has been told that no answer came
     // What the gateway has been asked for and has not refused: it may still say yes, later than the
@@ -47,6 +49,7 @@ class ChangePWDFlow : public DialogFlow<ChangePWDDialog> {
     struct Sent {
         std::shared_ptr<Profile> profile;
         std::string password;  // a sensitive value
+        bool second;           // an answer may be that to one before it
     };
     std::optional<Sent> sent_;
 };

@@ -20,8 +20,11 @@ class DialogFlow : public QObject, public Conversation {
         if (!dialog_ || std::exchange(session_.state.errorShown, true)) {
             close();
         } else {
+            QString const untold = QString::fromStdString(session_.state.untoldFailure);
             session_.Failures().EndConversation(OkBox(
-                BoxKind::kCritical, GetTrMsg(common::MsgCode::UI_INFO_CONNECTION_TERMINATED)));
+                BoxKind::kCritical, untold.isEmpty()
+                                        ? GetTrMsg(common::MsgCode::UI_INFO_CONNECTION_TERMINATED)
+                                        : untold));
         }
     }
     void OnEnded() override { close(); }
@@ -32,12 +35,10 @@ class DialogFlow : public QObject, public Conversation {
     // Whether the dialog may still send: it is open, and not merely behind the text of its end.
     bool isOpen() const { return dialog_ && session_.conversation.Is(*this); }
 
-    // Takes the place of the open conversation, and of a dialog of its own. False when something
-    // else has come meanwhile.
-    bool begin() {
+    // Takes the place of the open conversation, and of a dialog of its own.
+    void begin() {
         close();
         session_.conversation.Open(*this);
-        return session_.conversation.Is(*this);
     }
 
     // A text that stands is read first.
@@ -73,10 +74,15 @@ class DialogFlow : public QObject, public Conversation {
         }
     }
 
-    // Queued: whoever leaves the program is not shown its window once more.
+    // Queued: whoever leaves the program is not shown its window once more, nor does it come back
+    // when the login has succeeded.
     void bringWindowForward() {
-        QMetaObject::invokeMethod(
-            this, [this] { BringForward(session_.window); }, Qt::QueuedConnection);
+        auto const bring = [this, here = session_.Now()] {
+            if (here.Still()) {
+                BringForward(session_.window);
+            }
+        };
+        QMetaObject::invokeMethod(this, bring, Qt::QueuedConnection);
     }
 
     // The dialog is gone: by itself, or because its step is over.

@@ -78,9 +78,9 @@ void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool qu
     if (!core_.link.IsReady()) {
         refuseLinkDown(key);
     } else if (!start_it) {
-        core_.conversation.End();  // who stops has nothing to choose any more
         stop(profile);
-        if (prompting_) {
+        core_.conversation.End();  // who stops has nothing to choose any more
+        if (state_.prompting) {
             core_.prompts.CloseAll();  // nor to type
         }
     } else if (mayStart(key)) {
@@ -90,7 +90,7 @@ void ConnectFlow::StartOrStopConnect(bool start_it, QString const& name, bool qu
 
 // One connection at a time, and one attempt at a time: a prompt of the first may still stand.
 bool ConnectFlow::mayStart(std::string const& name) {
-    if (prompting_) {
+    if (state_.prompting) {
         return false;
     }
     bool const other_runs = !state_.Idle() && state_.currentProfileName != name;
@@ -107,7 +107,7 @@ void ConnectFlow::start(std::shared_ptr<Profile> const& profile, bool queryAuthT
     Attempt const here = core_.Now();
     bool ready = false;
     {
-        QScopedValueRollback<bool> const guard(prompting_, true);
+        QScopedValueRollback<bool> const guard(state_.prompting, true);
         ready = CheckProfile(profile);
     }
     if (!here.Still()) {
@@ -203,12 +203,6 @@ void ConnectFlow::stop(std::shared_ptr<Profile> const& profile) {
         requestTimer_.start();
     }
     core_.Announce();
-}
-
-bool ConnectFlow::BelongsToOldAttempt() const {
-    bool const overtaken = state_.stop && state_.stop->overtaken &&
-                           state_.stop->profileName == state_.currentProfileName;
-    return prompting_ || overtaken;
 }
 
 void ConnectFlow::refuseLinkDown(std::string const& name) {

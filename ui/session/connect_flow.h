@@ -34,8 +34,6 @@ class ConnectFlow : public QObject {
     void StopConnect();
     // No stop is awaited on a link that is gone; what it carried goes down.
     void OnLinkLost();
-    // Whether an OFFLINE of the current connection still answers the attempt before this one.
-    bool BelongsToOldAttempt() const;
     // Instead of kRequestTime, for tests.
     void SetRequestTime(std::chrono::milliseconds time) { requestTimer_.setInterval(time); }
 
@@ -82,8 +80,7 @@ class ConnectFlow : public QObject {
     BoxQueue& boxes_;
     ConnectionState& state_;
     QTimer requestTimer_;
-    bool prompting_ = false;  // a prompt of an attempt stands
-    bool stopping_ = false;   // StopConnect runs
+    bool stopping_ = false;  // StopConnect runs
     bool telling_link_down_ = false;
 };
 

@@ -39,6 +39,7 @@ struct ConnectionState {
 
     ConnectStatus status = ConnectStatus::Disconnected;
     std::string startingProfileName;     // between a start and its first status
+    bool prompting = false;              // a prompt of an attempt stands, no start of it has left
     std::optional<UnansweredStop> stop;  // at most one at a time
     bool queryingAuthType = false;       // the start asks the gateway for its types
     bool beenOnline = false;             // in this attempt
@@ -63,6 +64,12 @@ struct ConnectionState {
     bool StopSent() const {
         return stop && !stop->overtaken && stop->profileName == currentProfileName;
     }
+    // What the service says is still of the attempt before this one.
+    bool OfAttemptBefore() const {
+        return prompting || (stop && stop->overtaken && stop->profileName == currentProfileName);
+    }
+    // Nothing of a login can fail.
+    bool LoginIsOver() const { return online && !secondFactor; }
     // The service may still be asked and answered: not down, and not told to go down.
     bool SessionStands() const { return !offline && !StopSent(); }
 };

@@ -1,9 +1,11 @@
 #include "ui/session/connection_statuses.h"
 
+#include <QApplication>
 #include <QWidget>
 
 #include "components/logger/logger.h"
 #include "ui/session/page_statuses.h"
+#include "ui/text/texts.h"
 
 namespace zorvanelink::ui {
 
@@ -27,6 +29,7 @@ void ConnectionStatuses::onConnecting(Data const& data, Profile& profile) {
 void ConnectionStatuses::onOnline(Data const& data, Profile& profile) {
     Log().info("Profile [{}] is online ", profile.name);
     ConnectionState& state = core_.state;
+    core_.conversation.EndLogin();
     ++state.attempt;
     if (!data.receivedUserName.empty()) {
         core_.context.receivedUserName = data.receivedUserName;
@@ -34,7 +37,6 @@ void ConnectionStatuses::onOnline(Data const& data, Profile& profile) {
     state.pendingWarnings.assign(data.warningCode.begin(), data.warningCode.end());
     core_.context.connectTime = QDateTime::currentDateTime();
     core_.secrets.Forget();
-    core_.conversation.EndLogin();
     state.untoldFailure.clear();
     state.endReason.clear();
     bool const again = std::exchange(state.beenOnline, true) || state.reconnectingSeen;
@@ -49,16 +51,17 @@ void ConnectionStatuses::onOnline(Data const& data, Profile& profile) {
     }
 }
 
-// A window in the tray stays there.
+// A window in the tray stays there, and what is being read or answered stays in view.
 void ConnectionStatuses::SetWindowMinimize() {
-    if (core_.config.autoMinimize && core_.window != nullptr && core_.window->isVisible()) {
+    if (core_.config.autoMinimize && core_.window != nullptr && core_.window->isVisible() &&
+        QApplication::activeModalWidget() == nullptr) {
         core_.window->showMinimized();
     }
 }
 
 void ConnectionStatuses::onOffline(Data const& /*data*/, Profile& profile) {
     ConnectionState& state = core_.state;
-    if (flow_.BelongsToOldAttempt()) {
+    if (state.OfAttemptBefore()) {
         Log().info("Profile [{}] is offline, of the attempt before", profile.name);
         state.stop.reset();
         return;
@@ -73,6 +76,10 @@ void ConnectionStatuses::onOffline(Data const& /*data*/, Profile& profile) {
     ++state.attempt;
     std::string const name = profile.name;
     bool const users_end = state.StopSent();
+    if (core_.conversation.Stands() && !state.beenOnline && state.endReason.empty() &&
+        state.untoldFailure.empty()) {
+        core_.NoteReason(GetTrMsg(common::MsgCode::UI_INFO_CONNECTION_TERMINATED));
+    }
     core_.UpdateConnectStatus(name, ConnectStatus::Disconnected);
     flow_.StopConnect();
     if (users_end) {

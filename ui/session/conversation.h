@@ -22,7 +22,7 @@ class Conversation {
     virtual void OnLost() = 0;
     // Its step is over: it ends without a stop, a box or a message.
     virtual void OnEnded() = 0;
-    // The same, for another demand of the service. May run an event loop.
+    // The same, for another demand of the service.
     virtual void OnSuperseded() { OnEnded(); }
     // The service has reported, or a failure was shown: nothing of it times out any more.
     virtual void StopDeadline() {}
@@ -34,7 +34,7 @@ class Conversation {
 // The place of the one that is open.
 class OpenConversation {
   public:
-    // Another one that is open has ended by that. Who opens looks afterwards whether it still Is.
+    // Another one that is open ends by that.
     void Open(Conversation& conversation) {
         Conversation* const before = std::exchange(now_, &conversation);
         if (before != nullptr && before != &conversation) {

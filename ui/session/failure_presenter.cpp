@@ -82,9 +82,9 @@ constexpr MsgCode kEndsOfLogin[] = {
 // Types of codes that speak of a failure.
 constexpr int kFailureTypes[] = {5, 7};
 
-// Support asks for the number, whatever language the text is in.
-void logCode(MsgCode code) {
-    Log().info("Failure {} [{}]", static_cast<int>(code), common::g_IPCMessageMap.Name(code));
+template <class Range, class Value>
+bool contains(Range const& range, Value const& value) {
+    return std::count(std::begin(range), std::end(range), value) > 0;
 }
 
 }  // namespace
@@ -94,7 +94,6 @@ FailurePresenter::FailurePresenter(SessionCore& core, ConnectFlow& flow, BoxQueu
 }
 
 void FailurePresenter::HandleErrMsg(Data const& data, common::Show show, Then then) {
-    logCode(data.statusCode);
     QString const text = firstNonEmpty({textOf(data), GetTrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG)});
     then = withPage(data, std::move(then));
     if (show == common::Show::kCritical) {
@@ -195,18 +194,25 @@ void FailurePresenter::tellEnd(std::shared_ptr<void> behind, BoxRequest request,
                   });
 }
 
-bool FailurePresenter::HandleUnmarked(Data const& data) {
-    int const type = static_cast<int>(common::g_IPCMessageMap.Get(data.statusCode).type);
+void FailurePresenter::HandleUnmarked(Data const& data) {
+    MsgCode const code = data.statusCode;
+    int const type = static_cast<int>(common::g_IPCMessageMap.Get(code).type);
     QString const text = textOf(data);
-    if (std::count(std::begin(kEndsOfLogin), std::end(kEndsOfLogin), data.statusCode) > 0) {
+    if (code >= MsgCode::DISCONNECT_REASON_UNKNOWN &&
+        code <= MsgCode::DISCONNECT_REASON_FORCE_RECONNECT) {
+        HandleDisconnectReason(code);
+    } else if (!core_.state.LoginIsOver() && contains(kEndsOfLogin, code)) {
         ProcessCriticalMsg(firstNonEmpty({text, GetTrMsg(MsgCode::SECOND_AUTH_TIMEOUT)}));
-        return true;
-    }
-    bool const failure = std::count(std::begin(kFailureTypes), std::end(kFailureTypes), type) > 0;
-    if (failure && !text.isEmpty() && !core_.state.beenOnline) {
+    } else if (!core_.state.beenOnline && contains(kFailureTypes, type) && !text.isEmpty()) {
         core_.state.untoldFailure = text.toStdString();
+    } else {
+        Log().debug("Not supported status: {}", static_cast<int>(code));
     }
-    return false;
+}
+
+void FailurePresenter::HandleDisconnectReason(MsgCode reason) {
+    Log().info("Client will disconnect due to reason: {}", GetTrMsg(reason).toStdString());
+    core_.NoteReason(GetTrMsg(reason));
 }
 
 void FailurePresenter::TellUntoldFailure() {
@@ -235,12 +241,6 @@ void FailurePresenter::HandleTunnelDisconnect(
     EndWith(BoxKind::kWarning, GetTrMsg(row->text));
 }
 
-void FailurePresenter::HandleDisconnectReason(Data const& data) {
-    QString const text = GetTrMsg(data.statusCode);
-    Log().info("Client will disconnect due to reason: {}", text.toStdString());
-    core_.NoteReason(text);
-}
-
 void FailurePresenter::HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgData const& data) {
     Log().info("Handle error msg by server");
     if (data.statusCode != MsgCode::ERR_MSG_BY_SERVER) {
@@ -257,12 +257,17 @@ void FailurePresenter::HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgDat
         Log().warning("Recv server custom error msg, but is empty");
         text = GetTrMsg(MsgCode::UI_ERROR_EMPTY_ERR_MSG);
     }
-    logCode(data.statusCode);
+    constexpr int kLogged = 160;  // characters
+    Log().info("The server says: {}", text.left(kLogged).toStdString());
     Log().info("Incompatible server and client, stop the connect");
     if (core_.state.SessionStands()) {
         EndWith(BoxKind::kWarning, text);
-    } else {
-        flow_.StopConnect();
+        return;
+    }
+    flow_.StopConnect();
+    // Unless the user has ended it: that leaves no reason.
+    if (core_.state.lastEnd && !core_.state.lastEnd->why.empty()) {
+        ShowPopMsgBox(OkBox(BoxKind::kWarning, text));
     }
 }
 

@@ -34,18 +34,18 @@ class FailurePresenter {
     // The same for a conversation whose session is going down by itself, or goes on without it.
     void EndConversation(BoxRequest request);
 
-    // A code that no row of the catalogue shows. True when it ends the login, which has happened
-    // then; another failure's text is kept for TellUntoldFailure.
-    bool HandleUnmarked(Data const& data);
+    // A code that no row of the catalogue shows and that has no handler: why the connection is
+    // about to end, what ends a login, or a failure whose text is kept for TellUntoldFailure.
+    void HandleUnmarked(Data const& data);
     // At the end of an attempt that was never online: why, if nothing has told it.
     void TellUntoldFailure();
 
     void HandleTunnelDisconnect(core::sslvpn::CLMsgReplyTunnelDisconnectData const& data);
-    void HandleDisconnectReason(Data const& data);
     void HandleErrMsgByServer(core::sslvpn::CLMsgNotifyErrorMsgData const& data);
     void HandleGatewayDetectStop(core::sslvpn::CLMsgGatewayDetectStopData const& data);
 
   private:
+    void HandleDisconnectReason(common::MsgCode reason);
     bool mayTell(char const* logLine) const;
     Then withPage(Data const& data, Then then);
     void tellEnd(std::shared_ptr<void> behind, BoxRequest request, Then then);

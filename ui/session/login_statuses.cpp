@@ -43,19 +43,7 @@ std::int32_t LoginStatuses::ConvertMsgCodeToAuthCodeType(MsgCode code) {
     }
 }
 
-// What is asked before the service has begun this attempt is asked for the one before.
-bool LoginStatuses::comesTooLate(Data const& data) const {
-    bool const late = flow_.BelongsToOldAttempt();
-    if (late) {
-        Log().info("Status {} is of the attempt before", static_cast<int>(data.statusCode));
-    }
-    return late;
-}
-
 void LoginStatuses::onNeedAuthCode(Data const& data, Profile& /*profile*/) {
-    if (comesTooLate(data)) {
-        return;
-    }
     core_.context.authCodeType = ConvertMsgCodeToAuthCodeType(data.statusCode);
     core_.context.tokenPromptMsg = data.tokenPromptMsg;
     core_.context.emailAuthAccount = data.emailAuthAccount;
@@ -68,18 +56,16 @@ void LoginStatuses::onUnawaitedAnswer(Data const& data, Profile& /*profile*/) {
 
 // Also before a code has been asked for: that login goes no further either.
 void LoginStatuses::onAuthCodeRetryLimit(Data const& data, Profile& profile) {
-    if (core_.state.online && !core_.state.secondFactor) {
+    if (core_.state.LoginIsOver()) {
         onUnawaitedAnswer(data, profile);
-    } else if (!comesTooLate(data)) {
+    } else {
         failures_.EndWith(WarningBox(MsgCode::UI_WARNING_REACH_MAXIMUM_RETRY_TIMES_LOGIN_AGAIN));
     }
 }
 
 void LoginStatuses::HandleChangePWD(Data const& data, Profile& profile) {
     if (data.statusCode == MsgCode::NEED_CHANGE_PWD) {
-        if (!comesTooLate(data)) {
-            Q_EMIT core_.NeedChangePwd(data);
-        }
+        Q_EMIT core_.NeedChangePwd(data);
     } else if (core_.conversation.OnAnswer(data.statusCode)) {
         return;
     } else if (data.statusCode == MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE) {
@@ -91,6 +77,7 @@ void LoginStatuses::HandleChangePWD(Data const& data, Profile& profile) {
 
 void LoginStatuses::onPasswordRefused(Data const& data, Profile& /*profile*/) {
     core_.state.errorShown = true;
+    Q_EMIT core_.ChangePWDRetSignal(static_cast<int>(data.statusCode));
     failures_.ProcessErrorMsg(GetTrMsg(data.statusCode));
 }
 
@@ -128,9 +115,6 @@ void LoginStatuses::warnOfExpiry(Data const& data) {
 }
 
 void LoginStatuses::onServerCertificate(Data const& data, Profile& profile) {
-    if (comesTooLate(data)) {
-        return;
-    }
     BoxRequest request;
     request.kind = BoxKind::kQuestion;
     request.title = GetTrMsg(MsgCode::UI_WARNING);
@@ -154,9 +138,6 @@ void LoginStatuses::HandleAcceptServerCert(bool result, std::string const& profi
 
 void LoginStatuses::onNeedSelectAuthType(Data const& data, Profile& profile) {
     Log().info("Recv need select auth type status for profile[{}]", profile.name);
-    if (comesTooLate(data)) {
-        return;
-    }
     if (core_.conversation.OutlivesSession()) {
         Log().info("Auth type dialog is still running when recving select auth type");
         return;
@@ -183,9 +164,7 @@ void LoginStatuses::onAccountLocked(Data const& data, Profile& /*profile*/) {
 }
 
 void LoginStatuses::onOauthPage(Data const& data, Profile& /*profile*/) {
-    if (!comesTooLate(data)) {
-        thirdParty_.Open(data.oauthPagePath);
-    }
+    thirdParty_.Open(data.oauthPagePath);
 }
 
 std::function<void()> LoginStatuses::TailOf(MsgCode code, std::shared_ptr<Profile> const& profile) {

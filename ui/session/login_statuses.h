@@ -36,7 +36,6 @@ class LoginStatuses {
     ThirdPartyLogin& ThirdParty() { return thirdParty_; }
 
   private:
-    bool comesTooLate(Data const& data) const;
     void warnOfExpiry(Data const& data);
     void HandleAcceptServerCert(bool result, std::string const& profileName);
 

@@ -35,8 +35,8 @@ MessageDispatcher::Row const MessageDispatcher::kRows[] = {
     {SubType::kChangePwd, &MessageDispatcher::onChangePwd},
     {SubType::kAuth, &MessageDispatcher::onAuth},
     {SubType::kAppResource, &MessageDispatcher::onAppResource},
-    {SubType::kCertRequest, &MessageDispatcher::onCertRequest},
-    {SubType::kGmCertRequest, &MessageDispatcher::onCertRequest},
+    {SubType::kCertRequest, &MessageDispatcher::onCommonReply},
+    {SubType::kGmCertRequest, &MessageDispatcher::onCommonReply},
     {SubType::kCertRespond, &MessageDispatcher::HandleCertRespond},
     {SubType::kGmCertRespond, &MessageDispatcher::HandleGMCertRespond},
     {SubType::kUpdate, &MessageDispatcher::onUpdate},
@@ -44,7 +44,7 @@ MessageDispatcher::Row const MessageDispatcher::kRows[] = {
     {SubType::kErrMsgByServer, &MessageDispatcher::onErrMsgByServer},
     {SubType::kPushStatus, &MessageDispatcher::onPushStatus},
     {SubType::kVnicState, &MessageDispatcher::onVnicState},
-    {SubType::kDisconnectReason, &MessageDispatcher::onDisconnectReason},
+    {SubType::kDisconnectReason, &MessageDispatcher::onCommonReply},
     {SubType::kExecScript, &MessageDispatcher::onExecScript},
 };
 
@@ -84,24 +84,14 @@ template <class Record, class Handler>
 bool MessageDispatcher::readFor(Message const& message, Handler&& handle) {
     auto const data = read<Record>(message);
     if (data) {
-        if (auto const profile = core_.Addressee(data->profileName)) {
+        auto const profile = core_.Addressee(data->profileName);
+        if (profile && core_.state.OfAttemptBefore()) {
+            Log().info("That was of the attempt before");
+        } else if (profile) {
             handle(*data, *profile);
         }
     }
     return data.has_value();
-}
-
-template <class Handler>
-bool MessageDispatcher::readForSession(Message const& message, char const* logLine,
-                                       Handler&& handle) {
-    Log().info("{}", logLine);
-    return readFor<CLMsgCommonReplyData>(message, [&](auto const& data, Profile& profile) {
-        if (core_.state.SessionStands()) {
-            handle(data, profile);
-        } else {
-            Log().debug("The session is over, ignore status {}", static_cast<int>(data.statusCode));
-        }
-    });
 }
 
 bool MessageDispatcher::onNetConfig(Message const& message) {
@@ -176,21 +166,20 @@ bool MessageDispatcher::onVnicState(Message const& message) {
 }
 
 bool MessageDispatcher::onChangePwd(Message const& message) {
-    return readForSession(
-        message, "Get change pwd from service",
-        [this](auto const& data, Profile& p) { handlers_.login.HandleChangePWD(data, p); });
+    Log().info("Get change pwd from service");
+    return readFor<CLMsgCommonReplyData>(message, [this](auto const& data, Profile& profile) {
+        LogStatus(data.statusCode);
+        if (core_.state.SessionStands()) {
+            handlers_.login.HandleChangePWD(data, profile);
+        } else {
+            Log().debug("The session is over");
+        }
+    });
 }
 
 bool MessageDispatcher::onAuth(Message const& message) {
-    return readForSession(
-        message, "Get auth data from service",
-        [this](auto const& data, Profile& p) { handlers_.login.HandleAuthData(data, p); });
-}
-
-bool MessageDispatcher::onCertRequest(Message const& message) {
-    return readForSession(
-        message, "Get sign request from service",
-        [this](auto const& data, Profile& p) { handlers_.signing.HandleSignRequest(data, p); });
+    Log().info("Get auth data from service");
+    return onCommonReply(message);
 }
 
 bool MessageDispatcher::onAppResource(Message const& message) {
@@ -216,11 +205,6 @@ bool MessageDispatcher::HandleGMCertRespond(Message const& message) {
 
 bool MessageDispatcher::onUpdate(Message const& message) {
     return read<CLMsgUpdate>(message).has_value();
-}
-
-bool MessageDispatcher::onDisconnectReason(Message const& message) {
-    return readFor<CLMsgCommonReplyData>(
-        message, [this](auto const& data, Profile&) { failures_.HandleDisconnectReason(data); });
 }
 
 // Scripts are the service's own business.

@@ -50,21 +50,17 @@ class MessageDispatcher {
     bool onChangePwd(Message const& message);
     bool onAuth(Message const& message);
     bool onAppResource(Message const& message);
-    bool onCertRequest(Message const& message);
     bool HandleCertRespond(Message const& message);
     bool HandleGMCertRespond(Message const& message);
     bool onUpdate(Message const& message);
     bool onVnicState(Message const& message);
-    bool onDisconnectReason(Message const& message);
     bool onExecScript(Message const& message);
     bool onCommonReply(Message const& message);
 
-    // Reads a record and hands it to `handle` when it concerns the running profile.
+    // Reads a record and hands it to `handle` when it concerns the running profile, and its present
+    // attempt.
     template <class Record, class Handler>
     bool readFor(Message const& message, Handler&& handle);
-    // The same, while the session stands.
-    template <class Handler>
-    bool readForSession(Message const& message, char const* logLine, Handler&& handle);
 
     SessionCore& core_;
     FailurePresenter& failures_;

@@ -7,7 +7,8 @@ namespace zorvanelink::ui {
 using common::MsgCode;
 
 bool MayChangePassword(ConnectionState const& state, Context const& context) {
-    return state.online && state.SessionStands() && context.allowLocalChangePassword;
+    return state.status == ConnectStatus::Connected && state.SessionStands() &&
+           context.allowLocalChangePassword;
 }
 
 std::vector<SessionPage> pagesFor(ConnectionState const& state, Context const& context) {

@@ -20,7 +20,8 @@ void call(Handlers& handlers, Data const& data, Profile& profile) {
     ((handlers.*object).*method)(data, profile);
 }
 
-// kSession: nothing happens once the session is down or its stop has been sent.
+// kSession: nothing happens once the session is down or its stop has been sent, nor what is still
+// of the attempt before.
 enum class When { kAlways, kSession };
 
 struct Row {
@@ -60,8 +61,10 @@ constexpr Row kRows[] = {
      When::kSession},
     {MsgCode::NEED_CHANGE_PWD, call<kLogin, &LoginStatuses::HandleChangePWD>, When::kSession},
     {MsgCode::CHANGE_PWD_SUCCESS, call<kLogin, &LoginStatuses::HandleChangePWD>, When::kSession},
-    {MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD, call<kLogin, &LoginStatuses::onPasswordRefused>},
-    {MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE, call<kLogin, &LoginStatuses::onPasswordRefused>},
+    {MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD, call<kLogin, &LoginStatuses::onPasswordRefused>,
+     When::kSession},
+    {MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE, call<kLogin, &LoginStatuses::onPasswordRefused>,
+     When::kSession},
     {MsgCode::AUTH_DATA, call<kLogin, &LoginStatuses::HandleAuthData>, When::kSession},
     {MsgCode::ERR_AUTH_USER_ACCOUNT_LOCK, call<kLogin, &LoginStatuses::onAccountLocked>,
      When::kSession},
@@ -80,6 +83,12 @@ constexpr Row kRows[] = {
 
 }  // namespace
 
+// Support asks for the number, whatever language the text is in.
+void LogStatus(MsgCode code) {
+    Log().info("Recv status {} [{}] in ui", static_cast<int>(code),
+               common::g_IPCMessageMap.Name(code));
+}
+
 std::vector<MsgCode> StatusTable::Codes() {
     std::vector<MsgCode> codes;
     for (Row const& row : kRows) {
@@ -91,25 +100,26 @@ std::vector<MsgCode> StatusTable::Codes() {
 void StatusTable::HandleCommonReplyData(Data const& data) {
     // Held here: a box below may run the event loop while the profile is deleted.
     std::shared_ptr<Profile> const profile = core_.Addressee(data.profileName);
-    if (!profile || core_.conversation.OnAnswer(data.statusCode)) {
+    if (!profile) {
         return;
     }
-    if (common::Show const show = common::g_IPCMessageMap.Get(data.statusCode).show;
-        show != common::Show::kNone) {
-        failures_.HandleErrMsg(data, show, handlers_.login.TailOf(data.statusCode, profile));
-        return;
-    }
-    int const number = static_cast<int>(data.statusCode);
-    Log().info("Recv status {} [{}] in ui", number, common::g_IPCMessageMap.Name(data.statusCode));
+    LogStatus(data.statusCode);
     auto const* const row = std::find_if(std::begin(kRows), std::end(kRows), [&data](Row const& r) {
         return r.code == data.statusCode;
     });
-    if (row == std::end(kRows)) {
-        if (!failures_.HandleUnmarked(data)) {
-            Log().debug("Not supported status: {}", number);
-        }
-    } else if (row->when == When::kSession && !core_.state.SessionStands()) {
-        Log().debug("The session is over, ignore status {}", number);
+    bool const known = row != std::end(kRows);
+    bool const always = known && row->when == When::kAlways;
+    if (!always && core_.state.OfAttemptBefore()) {
+        Log().info("That was of the attempt before");
+    } else if (core_.conversation.OnAnswer(data.statusCode)) {
+        return;
+    } else if (common::Show const show = common::g_IPCMessageMap.Get(data.statusCode).show;
+               show != common::Show::kNone) {
+        failures_.HandleErrMsg(data, show, handlers_.login.TailOf(data.statusCode, profile));
+    } else if (!known) {
+        failures_.HandleUnmarked(data);
+    } else if (!always && !core_.state.SessionStands()) {
+        Log().debug("The session is over");
     } else {
         row->handle(handlers_, data, *profile);
     }

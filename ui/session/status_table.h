@@ -19,6 +19,8 @@ struct StatusHandlers {
     SigningStatuses signing;
 };
 
+void LogStatus(common::MsgCode code);
+
 class StatusTable {
   public:
     using Data = core::sslvpn::CLMsgCommonReplyData;
@@ -26,7 +28,7 @@ class StatusTable {
     StatusTable(SessionCore& core, FailurePresenter& failures, StatusHandlers& handlers)
         : core_(core), failures_(failures), handlers_(handlers) {}
 
-    // Nothing when the status does not concern the running profile.
+    // Nothing when the status does not concern the running profile, or its present attempt.
     void HandleCommonReplyData(Data const& data);
 
     // Every code with a row of its own, in the order of the table.

@@ -16,9 +16,6 @@ ThirdPartyLogin::ThirdPartyLogin(SessionCore& core, FailurePresenter& failures, 
 
 void ThirdPartyLogin::Open(std::string const& path) {
     core_.conversation.Open(*this);
-    if (!core_.conversation.Is(*this)) {
-        return;
-    }
     page_ = path;
     // Before the page: what ends the login behind a hint must find the timer.
     if (!Waits()) {

@@ -16,6 +16,7 @@ class ThirdPartyLogin : public QObject, public Conversation {
     static constexpr std::chrono::milliseconds kDeadline{540000};
 
     ThirdPartyLogin(SessionCore& core, FailurePresenter& failures, BoxQueue& boxes);
+    ~ThirdPartyLogin() override { core_.conversation.Close(*this); }  // a box may still hold it
 
     // `path` is the page's file. Asked again it opens the page again and keeps the first deadline.
     void Open(std::string const& path);

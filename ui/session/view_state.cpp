@@ -46,7 +46,7 @@ void showSession(ConnectionState const& state, ViewState& view) {
     view.stateLabel = row.label;
     view.statusText = row.text;
     view.showsTunnel = row.tunnel;
-    if (state.secondFactor) {
+    if (state.secondFactor && view.look != Look::kDisconnected) {
         view.statusText = MsgCode::UI_TR_SECOND_AUTH;
     } else if (view.look == Look::kDisconnected && state.sessionEnded) {
         view.statusText = MsgCode::UI_TR_STATE_DISCONNECT;

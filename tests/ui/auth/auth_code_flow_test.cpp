@@ -53,6 +53,10 @@ TEST_F(AuthCodeFlowTest, EachKindSendsItsOwnMessagesAndIsAccepted) {
             Dialog()->onRetryTimerTimeout();
         }
         EXPECT_EQ(retry.text(), Text(MsgCode::UI_TR_RESEND));
+        EXPECT_FALSE(test::Find<QTextEdit>(*Dialog(), "prompt_label_")
+                         .toPlainText()
+                         .contains(QLatin1Char('\n')))
+            << "it wraps at its words";
         TypeCode(" 0815 ");
         EXPECT_EQ(service->Sent().back(), CLMsgJson::BuildAuthCode("Head office", c.code, "0815"));
         if (!retry.isHidden()) {
@@ -86,6 +90,15 @@ TEST_F(AuthCodeFlowTest, AWrongCodeIsTypedAgain) {
         EXPECT_EQ(test::Find<QPushButton>(*Dialog(), "retry_button_").text(), pause);
     }
     service->Forget();
+    for (int const tries : {1, 2, 3}) {
+        TypeCode("2");  // the same is no edit
+        EXPECT_EQ(Sent("smsCode"), std::min(tries, 2));
+        if (tries == 1) {
+            Dialog()->on_retry_button__clicked();
+        }
+    }
+    service->Forget();
+    Field().clear();
     QString const pasted(36, QLatin1Char('8'));
     Field().insert(QStringLiteral(" \t") + pasted + QLatin1Char('\n'));
     EXPECT_EQ(Field().text().trimmed(), pasted);
@@ -123,6 +136,7 @@ TEST_F(AuthCodeFlowTest, EveryEndIsToldOnceAndFreesTheCard) {
             prompts.ExpectBox(Text(c.text), 0, [this] {
                 EXPECT_TRUE(Stands<AuthDialog>()) << "the text comes first";
                 EXPECT_EQ(state.status, ConnectStatus::Disconnected) << "and the stop before it";
+                EXPECT_NE(viewStateFor(state).statusText, MsgCode::UI_TR_SECOND_AUTH);
                 Receive(MsgCode::OFFLINE);
             });
         }
@@ -149,6 +163,13 @@ TEST_F(AuthCodeFlowTest, ATextOfTheSameDialogSpeaksForItsEnd) {
     prompts.ExpectBox(Text(MsgCode::ERR_HISTORY_PASSWORD), 0, [this] { window.hide(); });
     Receive(MsgCode::ERR_HISTORY_PASSWORD);  // an error that the session survives
     EXPECT_TRUE(window.isVisible());
+    Receive(MsgCode::OFFLINE);
+    ExpectEnd();
+
+    service->Forget();
+    Ask();
+    Receive(MsgCode::GATEWAY_UNREACHABLE);  // kept for the end
+    prompts.ExpectBox(Text(MsgCode::GATEWAY_UNREACHABLE), 0);
     Receive(MsgCode::OFFLINE);
     ExpectEnd();
 }

@@ -104,12 +104,13 @@ TEST_F(ChangePWDFlowTest, ARefusalIsOneBoxAndAnotherTry) {
           Case{MsgCode::ERR_CHANGE_PWD_WITH_CLIENT, Text(MsgCode::UI_ERROR_UNKNOWN).arg(-30)},
           Case{MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE,
                Text(MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE)}}) {
-        for (std::string const subtype : {"connectStatus", "changePWD"}) {
+        for (std::string const subtype :
+             {"connectStatus", "changePWD", "auth", "certRequest", "disconnectReasonn"}) {
             TypePasswords("old", "new", "new");
             prompts.ExpectBox(c.text, 0, [this] {
                 auto const& left = test::Find<QLabel>(*Dialog(), "time_left_label_");
                 QString const before = left.text();
-                boot += std::chrono::seconds(30);  // of nothing more to answer
+                boot += std::chrono::seconds(20);  // of nothing more to answer
                 EXPECT_TRUE(test::WaitUntil([&] { return left.text() != before; }));
             });
             std::string json = core::sslvpn::CLMsgReplyJson::Build(Reply(c.code));
@@ -207,6 +208,24 @@ TEST_F(ChangePWDFlowTest, AYesThatComesLateStillHolds) {
     EXPECT_EQ(Stored(), "third");
     Receive(MsgCode::CHANGE_PWD_SUCCESS);
     EXPECT_TRUE(prompts.Finished()) << "nobody has asked for another";
+
+    // Sent again meanwhile: which of the two was taken is not known.
+    for (MsgCode const between : {MsgCode::DISALLOW_CHG_PASS_IN_ONLINE_STATE, MsgCode::AUTH_DATA}) {
+        bool const refused = between != MsgCode::AUTH_DATA;
+        for (char const* const password : {"fourth", "fifth"}) {
+            passwords.onActionActiveChangePWDTriggered();
+            TypePasswords("third", password, password);
+            if (password == std::string("fourth")) {
+                Dialog()->reject();
+                refused ? prompts.ExpectBox(Text(between), 0) : void();
+                refused ? Receive(between) : void();
+            }
+        }
+        prompts.ExpectBox(Text(MsgCode::UI_INFO_CHANGE_PWD_SUCCESS), 0);
+        Receive(MsgCode::CHANGE_PWD_SUCCESS);
+        ExpectGone();
+        EXPECT_EQ(Stored(), refused ? "fifth" : "");
+    }
 }
 
 TEST_F(ChangePWDFlowTest, TheUsersOwnChangeSurvivesAReconnectAndYieldsToADemand) {
@@ -216,12 +235,19 @@ TEST_F(ChangePWDFlowTest, TheUsersOwnChangeSurvivesAReconnectAndYieldsToADemand)
         Receive(code);
         EXPECT_TRUE(Stands());
     }
-    prompts.ExpectBox(
-        QStringLiteral(
-            "The connection needs your attention first. Change the password afterwards."),
-        0, [this] { EXPECT_FALSE(Stands()); });
-    Receive(MsgCode::NEED_SMS_AUTH_CODE);
-    EXPECT_EQ(Standing(), ui::Open::kSms);
+    QString const first = QStringLiteral(
+        "The connection needs your attention first. Change the password afterwards.");
+    for (auto const demand : {ui::Open::kForced, ui::Open::kSms}) {  // and another behind the text
+        prompts.ExpectBox(first, 0, [this] { LoginFixture::Demand(ui::Open::kToken); });
+        prompts.ExpectBox(first, 0);  // over that
+        LoginFixture::Demand(demand);
+        ExpectGone();
+        EXPECT_EQ(Standing(), ui::Open::kToken);
+        EXPECT_EQ(window.findChildren<AuthDialog*>().size(), 1);
+        Receive(MsgCode::ONLINE);
+        LoginFixture::Demand(ui::Open::kUsers);
+    }
+    Dialog()->reject();
     ExpectGone();
     Receive(MsgCode::ONLINE);
     session.context.allowLocalChangePassword = false;

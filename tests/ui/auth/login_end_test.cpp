@@ -262,5 +262,28 @@ TEST_F(LoginEndTest, WhatIsAskedForComesIntoView) {
     }
 }
 
+// But not while something is being read, and nothing of the login brings it back.
+TEST_F(LoginEndTest, ALoginThatSucceedsMinimisesTheWindow) {
+    config.autoMinimize = true;
+    QDialog box(&window);
+    box.setModal(true);
+    for (bool const accepted : {true, false}) {
+        for (bool const reading : {true, false}) {
+            Ask(Open::kSms);
+            box.setVisible(reading);
+            if (accepted) {  // in one write
+                service->Deliver(
+                    core::sslvpn::CLMsgReplyJson::Build(Reply(MsgCode::SMS_AUTH_CODE_CHECK_OK)));
+            }
+            Receive(MsgCode::ONLINE);
+            QCoreApplication::processEvents();
+            EXPECT_EQ(window.isMinimized(), !reading) << accepted;
+            box.hide();
+            ClickStop();
+            Receive(MsgCode::OFFLINE);
+        }
+    }
+}
+
 }  // namespace
 }  // namespace zorvanelink::ui

@@ -24,7 +24,7 @@ class LoginFixture : public test::SessionFixture {
                                       MsgCode::NEED_CHANGE_PWD,       MsgCode::AUTH_DATA,
                                       MsgCode::NEED_SELECT_AUTH_TYPE, MsgCode::OAUTH_PAGE};
         auto data = Reply(kCodes[static_cast<int>(open)]);
-        data.changePWDType = 1;
+        data.changePWDType = 100;  // the user's own number, and yet a demand
         data.allowLocalChangePassword = true;
         data.supportedAuthType = {"pwd", "oauth"};
         data.oauthPagePath = "https://login.example.com/";

@@ -97,7 +97,7 @@ std::optional<Outcome> answered(MsgCode code, Outcome o) {
     } else if ((types_code && kWrongCode.count(code) > 0) ||
                (changes && kRefusedPassword.count(code) > 0)) {
         o.boxes = 1;
-    } else if (kLimits.count(code) > 0) {
+    } else if (kLimits.count(code) > 0 || kUnmarkedEnds.count(code) > 0) {
         return o.online && !types_code ? o : down(o, 1);
     } else {
         return std::nullopt;
@@ -149,9 +149,8 @@ Outcome moved(MsgCode code, Outcome const& o) {
 }
 
 Outcome expected(MsgCode code, Outcome o, At at) {
-    bool const asks = demandedBy(code) != Open::kNothing || kQuestions.count(code) > 0;
-    if (at == At::kOvertaken && (asks || kLimits.count(code) > 0 || code == MsgCode::OFFLINE)) {
-        return o;
+    if (at == At::kOvertaken) {
+        return code == MsgCode::OFFLINE ? o : moved(code, o);
     }
     if (auto const outcome = answered(code, o)) {
         return *outcome;
@@ -159,8 +158,7 @@ Outcome expected(MsgCode code, Outcome o, At at) {
     if (demandedBy(code) != Open::kNothing) {
         return demanded(demandedBy(code), o);
     }
-    if (shownAs(code) == Show::kCritical || kUnmarkedEnds.count(code) > 0 ||
-        code == MsgCode::ERR_AUTH_USER_ACCOUNT_LOCK) {
+    if (shownAs(code) == Show::kCritical || code == MsgCode::ERR_AUTH_USER_ACCOUNT_LOCK) {
         return failed(code, o);
     }
     if (shownAs(code) != Show::kNone || kOneBox.count(code) > 0) {

@@ -160,6 +160,16 @@ TEST_F(DispatchTest, AServersOwnMessageEndsTheAttempt) {
         EXPECT_EQ(state.status, ConnectStatus::Disconnected);
         Receive(MsgCode::OFFLINE);
     }
+    // Also after an end of ours, but not after the user's.
+    Connect();
+    prompts.ExpectBox(Text(MsgCode::ERR_SMS_DEVICE), 0, [&] { Receive(record); });
+    prompts.ExpectBox(Text(MsgCode::UI_ERROR_EMPTY_ERR_MSG), 0);
+    Receive(MsgCode::ERR_SMS_DEVICE);
+    EXPECT_TRUE(WaitUntil([this] { return prompts.Finished(); }));
+    Receive(MsgCode::OFFLINE);
+    Connect();
+    ClickStop();
+    Receive(record);
 }
 
 TEST_F(DispatchTest, ListsOfGatewaysAreKeptInTheProfile) {

@@ -214,12 +214,26 @@ TEST_F(StatusEffectsTest, AThirdPartyLoginKeepsItsFirstDeadline) {
     Receive(MsgCode::OFFLINE);
     Connect();
     Receive(data);
+    Receive(MsgCode::OFFLINE);
+    ASSERT_TRUE(state.lastEnd);
+    EXPECT_EQ(state.lastEnd->why, Text(MsgCode::UI_INFO_CONNECTION_TERMINATED).toStdString());
+    Connect();
+    Receive(data);
     boot += ThirdPartyLogin::kDeadline - std::chrono::milliseconds(1);
     Receive(data);
     EXPECT_TRUE(login.Waits());
     prompts.ExpectBox(Text(MsgCode::SECOND_AUTH_TIMEOUT), 0);
     boot += std::chrono::milliseconds(1);
     EXPECT_TRUE(test::WaitUntil([&] { return !login.Waits() && prompts.Finished(); }));
+
+    // The program ends while the text of its end still waits.
+    Connect();
+    Receive(data);
+    prompts.ExpectBox(Text(MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD), 0, [this] {
+        Receive(MsgCode::ERR_SMS_DEVICE);
+        session.Leave();
+    });
+    Receive(MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD);
 }
 
 TEST_F(StatusEffectsTest, ThePageForAForgottenPasswordIsKept) {
@@ -269,6 +283,8 @@ TEST_F(StatusEffectsTest, WhatExpiresSoonIsToldOnceASession) {
         auto const pages = pagesFor(state, session.context);
         ASSERT_EQ(pages.size(), 2U);
         EXPECT_EQ(pages[1].address.toStdString(), data.changePasswordUrl);
+        Receive(MsgCode::PREPARE_RECONNECTING);
+        EXPECT_TRUE(pagesFor(state, session.context).empty()) << "until it is back";
         Receive(MsgCode::OFFLINE);
         EXPECT_TRUE(pagesFor(state, session.context).empty());
     }
