@@ -150,7 +150,7 @@ Outcome moved(MsgCode code, Outcome const& o) {
 
 Outcome expected(MsgCode code, Outcome o, At at) {
     if (at == At::kOvertaken) {
-        return code == MsgCode::OFFLINE ? o : moved(code, o);
+        return code == MsgCode::OFFLINE || code == MsgCode::CERT_REQUEST ? o : moved(code, o);
     }
     if (auto const outcome = answered(code, o)) {
         return *outcome;
