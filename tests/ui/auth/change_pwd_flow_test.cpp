@@ -116,6 +116,9 @@ TEST_F(ChangePWDFlowTest, ARefusalIsOneBoxAndAnotherTry) {
             std::string json = core::sslvpn::CLMsgReplyJson::Build(Reply(c.code));
             ReceiveText(json.replace(json.find("connectStatus"), 13, subtype));
             EXPECT_TRUE(prompts.Finished());
+            EXPECT_EQ(test::Find<QWidget>(*Dialog(), "lineEdit_current_pwd_").hasFocus(),
+                      c.code == MsgCode::WRONG_USR_PWD_IN_CHANGE_PWD);
+            test::Find<QWidget>(*Dialog(), "lineEdit_new_pwd_").setFocus();
             Receive(MsgCode::CHANGE_PWD_SUCCESS);  // of nothing
             EXPECT_EQ(Stored(), "correct horse");
             EXPECT_TRUE(Stands());

@@ -29,6 +29,7 @@ class LoginFixture : public test::SessionFixture {
         data.supportedAuthType = {"pwd", "oauth"};
         data.oauthPagePath = "https://login.example.com/";
         data.tokenPromptMsg = "Press the button";
+        data.emailAuthAccount = "alice.chen@mail.example.com";  // its prompt takes two lines
         return data;
     }
     void Demand(Open open) {

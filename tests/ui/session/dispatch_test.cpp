@@ -170,6 +170,9 @@ TEST_F(DispatchTest, AServersOwnMessageEndsTheAttempt) {
     Connect();
     ClickStop();
     Receive(record);
+    Click();
+    Receive(record);
+    EXPECT_FALSE(state.Idle()) << "that was of the attempt before";
 }
 
 TEST_F(DispatchTest, ListsOfGatewaysAreKeptInTheProfile) {
