@@ -121,7 +121,8 @@ void refusedPassword(Stage& stage) {
     type(dialog, QStringLiteral("Correct-horse-1"));
     dialog.SetWaiting(true);
     QString text = ui::GetTrMsg(kText);
-    dialog.Refuse(text.replace(QLatin1String("%1"), QLatin1String("-60")));
+    dialog.Refuse(text.replace(QLatin1String("%1"), QLatin1String("-60")),
+                  kText == MsgCode::UI_INFO_WRONG_USER_OR_PWD);
 }
 
 // What is wrong with it before it is sent.
