@@ -118,7 +118,10 @@ std::vector<Row> openRows() {
              auto& dialog = editor(stage);
              dialog.on_btn_icon_advanced_config__clicked();
              stage.Settle();
-             part<QComboBox>(dialog, "perfer_gateway_combobox_").showPopup();
+             auto& gateways = part<QComboBox>(dialog, "perfer_gateway_combobox_");
+             dialog.Reveal(&gateways);
+             stage.Settle();
+             gateways.showPopup();
              leanOpened(stage);
          }},
         {"open-certificate-kinds",
