@@ -16,7 +16,7 @@ struct ServerCert {
     CertInfo details;
 };
 
-inline constexpr std::size_t kMaxServerCertFile = 1024 * 1024;  // bytes
+inline constexpr std::size_t kMaxServerCertFile = std::size_t{1024} * 1024;  // bytes
 
 enum class ServerCertResult {
     kOk,

@@ -3,6 +3,7 @@
 #include <xcb/shape.h>
 
 #include <qdrawutil.h>
+#include <QEvent>
 #include <QPainter>
 #include <QScreen>
 #include <algorithm>
