@@ -20,7 +20,7 @@ using common::MsgCode;
 constexpr int kWidth = 480;
 constexpr int kMargin = 20;
 constexpr int kPromptHeight = 160;  // of the longest that is shown without scrolling
-constexpr QSize kRetrySize{96, 36};
+constexpr QSize kRetrySize{80, 32};
 
 constexpr int kMinCodeLength = 1;
 constexpr int kMaxCodeLength = 36;

@@ -47,6 +47,7 @@ TEST_F(AuthCodeFlowTest, EachKindSendsItsOwnMessagesAndIsAccepted) {
         ASSERT_TRUE(Stands<AuthDialog>());
         EXPECT_EQ(viewStateFor(state).statusText, MsgCode::UI_TR_SECOND_AUTH);
         auto& retry = test::Find<QPushButton>(*Dialog(), "retry_button_");
+        EXPECT_EQ(retry.size(), QSize(80, 32)) << "also while it counts";
         ASSERT_EQ(retry.isHidden(), c.request == SetType::kUnknown);
         for (int second = 0; second < 60; ++second) {
             EXPECT_FALSE(retry.isEnabled());
